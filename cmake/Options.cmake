@@ -1,0 +1,32 @@
+# What every library and program of the project is compiled with.
+option(CABSLOT_WERROR "Treat warnings as errors" OFF)
+set(CABSLOT_SANITIZE "" CACHE STRING "Sanitizers, e.g. address,undefined or thread")
+
+# Sample conversion must give the same bits on every processor: no fused multiply-add.
+add_compile_options(-ffp-contract=off)
+
+add_library(cabslot_warnings INTERFACE)
+target_compile_options(cabslot_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough
+  $<$<BOOL:${CABSLOT_WERROR}>:-Werror>)
+
+add_library(cabslot_sanitizers INTERFACE)
+if(CABSLOT_SANITIZE)
+  target_compile_options(cabslot_sanitizers INTERFACE
+    -fsanitize=${CABSLOT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(cabslot_sanitizers INTERFACE -fsanitize=${CABSLOT_SANITIZE})
+endif()
+
+# One folder, one static library of the folder's name; headers are included as "folder/File.h".
+function(cabslot_library name)
+  add_library(${name} STATIC ${ARGN})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC cabslot_sanitizers PRIVATE cabslot_warnings)
+endfunction()
+
+function(cabslot_program name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE cabslot_sanitizers cabslot_warnings)
+  install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endfunction()

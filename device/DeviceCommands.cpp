@@ -1,0 +1,110 @@
+#include "device/DeviceCommands.h"
+
+#include "device/DeviceObject.h"
+#include "device/SharedState.h"
+
+namespace cabslot {
+
+namespace {
+
+// The all-data payload; the bytes between these fields are not read.
+constexpr std::size_t slotFlagOffset = 2;
+constexpr std::size_t firstNameOffset = 14;
+constexpr std::size_t nameSize = 16;
+static_assert(firstNameOffset + slotCount * nameSize <= maxFrameSize - framePayloadOffset);
+
+constexpr std::int32_t nothingAppended = framePayloadOffset;
+constexpr std::size_t sentNameSize = 15;
+constexpr std::size_t halfBlock = 512; // samples whose one byte plane fills a frame
+
+void storeLength() {
+    DataBuff[frameLengthOffset] = static_cast<std::uint8_t>(datelen);
+    DataBuff[frameLengthOffset + 1] = static_cast<std::uint8_t>(datelen >> 8);
+}
+
+void append(std::uint32_t value) {
+    DataBuff[static_cast<std::size_t>(datelen++)] = static_cast<std::uint8_t>(value);
+}
+
+void appendName() {
+    for (std::size_t i = 0; i < sentNameSize; ++i)
+        append(SendFileName[i]);
+}
+
+void appendPlane(std::size_t firstSample, unsigned shift) {
+    for (std::size_t k = firstSample; k < firstSample + halfBlock; ++k)
+        append(irdatabuff[k] >> shift);
+}
+
+// Step 0 is the name; then high, middle and low bytes of the first half, and again of the second.
+void appendUploadStep(std::uint32_t uploadStep) {
+    if (uploadStep == 0) {
+        appendName();
+    } else if (uploadStep < uploadFrameCount) {
+        const std::uint32_t plane = uploadStep - 1;
+        appendPlane(plane < 3 ? 0 : halfBlock, 16 - 8 * (plane % 3));
+    }
+}
+
+} // namespace
+
+void CMD_Callback(const std::uint8_t* frame) {
+    const std::uint8_t* payload = frame + framePayloadOffset;
+    switch (frame[frameCommandOffset]) {
+    case commandAllData:
+        Alldata_ReveiveData(payload);
+        break;
+    case commandImportFinished:
+        ImportIRSuccess_ReveiveData(payload);
+        break;
+    default:
+        break;
+    }
+}
+
+void Alldata_ReveiveData(const std::uint8_t* payload) {
+    // One flag for all four slots, on purpose: the pedal sends no more.
+    const std::uint8_t flag = payload[slotFlagOffset];
+    for (std::size_t i = 0; i < slotCount; ++i) {
+        isInternalIRArray[i] = flag != 0 ? 1 : 0;
+        isInternalIRArray2.setCharacters(i, {&flag, 1}); // the flag's code itself, not its digit
+        IRNameArr.setName(i, {payload + firstNameOffset + i * nameSize, nameSize});
+    }
+    raiseDeviceEvent(deviceDataReceived);
+}
+
+void ImportIRSuccess_ReveiveData(const std::uint8_t* /*payload*/) {
+    CheckMCUInportIR_Finish = 0;
+}
+
+void AllPreset_SendData() {
+    datelen = 1;
+    storeLength();
+}
+
+void IMPORTIR_SendData() {
+    datelen = nothingAppended;
+    if (isInportIR.load(std::memory_order_acquire) == 1) {
+        const std::uint32_t current = step;
+        append(current);
+        append(IR_InportNumber);
+        append(SendisInternalIR);
+        appendUploadStep(current);
+        if (current + 1 < uploadFrameCount) {
+            step = current + 1;
+        } else if (current + 1 == uploadFrameCount) {
+            step = 0;
+            isInportIR.store(0, std::memory_order_release);
+        }
+    }
+    datelen = datelen == nothingAppended ? 0 : datelen - std::int32_t{frameCommandOffset};
+    storeLength();
+}
+
+void RESET_SendData() {
+    datelen = iSReset == 1 ? 1 : 0;
+    iSReset = 0;
+    storeLength();
+}
+
+} // namespace cabslot

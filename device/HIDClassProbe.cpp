@@ -1,0 +1,103 @@
+// The part of the device link that tells several matching devices apart by asking them. The
+// programs take the first device that matches and do not need it.
+#include "device/HIDClass.h"
+#include "device/HIDReports.h"
+#include "device/SharedState.h"
+
+#include <cstdio>
+#include <thread>
+
+namespace cabslot {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t probeOffset = 2;
+constexpr std::int32_t probeSize = 8;
+constexpr auto probePause = 60ms;
+constexpr std::int32_t probesPerDevice = 20;
+constexpr std::int32_t probesAfterBadReport = 40;
+constexpr std::int32_t passesOverAllDevices = 3;
+
+HIDDeviceRef deviceAt(const std::vector<HIDDeviceRef>& devices, std::int32_t index) {
+    const auto i = static_cast<std::size_t>(index);
+    return index >= 0 && i < devices.size() ? devices[i] : nullptr;
+}
+
+} // namespace
+
+void HIDClass::connectHID() {
+    onDeviceThread([this] {
+        if (HIDManager() == nullptr)
+            return;
+        setDeviceRefs(HIDManager()->copyDevices());
+        HID_Device = deviceAt(deviceRefs(), deveiceIndex);
+    });
+}
+
+bool HIDClass::checkUSBDevice() {
+    for (;;) {
+        std::printf("%ld %d %d\n", long{isDeviceConnent}, deveiceIndex.load(), checkNumber.load());
+        if (isDeviceConnent == 0) {
+            std::this_thread::yield();
+            continue;
+        }
+        if (checkNumber == passesOverAllDevices) {
+            isDeviceConnent = 0;
+            std::fprintf(stderr, "没有符合要求的USB接口\n"); // no suitable USB interface was found
+            return false;
+        }
+        if (deviceDidTrue == 1)
+            return true;
+        onDeviceThread([] { WriteHid(deviceInfoBuff.data() + probeOffset, probeSize); });
+        pause_(probePause);
+        onDeviceThread([this] { countProbe(); });
+    }
+}
+
+// A bad report puts the count at 40 before it is raised here, so it runs past both limits and the
+// scan stays with this device. On purpose.
+void HIDClass::countProbe() {
+    ++timer;
+    if (timer == probesAfterBadReport || timer == probesPerDevice) {
+        timer = 0;
+        moveToNextDevice();
+    }
+}
+
+void HIDClass::moveToNextDevice() {
+    ++deveiceIndex;
+    if (deveiceIndex >= static_cast<std::int32_t>(deviceRefs().size())) {
+        deveiceIndex = 0;
+        ++checkNumber;
+    }
+    HID_Device = deviceAt(deviceRefs(), deveiceIndex);
+}
+
+// Runs `work` between two ticks of the device thread and waits for its end; here and now while that
+// thread does not run.
+void HIDClass::onDeviceThread(const std::function<void()>& work) {
+    if (!thread_.joinable() || std::this_thread::get_id() == thread_.get_id()) {
+        work();
+        return;
+    }
+    std::unique_lock lock(workMutex_);
+    work_ = &work;
+    workChanged_.wait(lock, [this] { return work_ == nullptr; });
+}
+
+void HIDClass::runHandedWork() {
+    const std::lock_guard lock(workMutex_);
+    if (work_ == nullptr)
+        return;
+    (*work_)();
+    work_ = nullptr;
+    workChanged_.notify_all();
+}
+
+void HIDClass::sleepFor(std::chrono::milliseconds time) {
+    std::this_thread::sleep_for(time);
+}
+
+} // namespace cabslot
