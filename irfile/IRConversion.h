@@ -1,0 +1,54 @@
+// From decoded samples at the file's rate to 1024 points at 44.1 kHz.
+//
+// Integer samples are 24-bit two's complement in the low bits of an unsigned 32-bit entry, full
+// scale 8388608 = 1.0. All arithmetic is single precision and gives the same bits everywhere.
+//
+// The routines work on the two process-wide buffers below: main thread, one conversion at a time.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace cabslot {
+
+inline constexpr std::size_t irPointCount = 1024; ///< points of an IR at 44.1 kHz
+inline constexpr std::size_t irWorkCount = 2240;  ///< the most points that any rate is read for
+
+extern std::array<float, irWorkCount> EnterBufferF; ///< the resampler's input
+extern std::array<float, irPointCount> ResampOut;   ///< the resampler's output
+
+/// A supported sample rate. One that is no row of the table is refused.
+struct IRRate {
+    std::int32_t sampleRate; ///< Hz
+    std::uint32_t cap;       ///< the most points that are decoded
+    float ratio;             ///< input points an output point; 0: taken as it is
+};
+
+/// The row of `sampleRate`, or null.
+const IRRate* findRate(std::int64_t sampleRate);
+
+/// The supported rates in words.
+inline constexpr std::string_view supportedRates = "44100, 48000, 88200 and 96000 Hz";
+
+/// The integer sample of the floating-point sample `sample`: 1.0 and -1.0 are drawn in a little,
+/// the rest is scaled by 8388608 and truncated towards zero. A value that is not a number or does
+/// not fit becomes the least 32-bit integer.
+std::int32_t scaleToInteger(float sample);
+
+/// Integer to float: fills EnterBufferF's first 1120, 2050 or 2240 points, for 48, 88.2 or 96 kHz,
+/// and returns that count. Any other rate: none.
+std::uint32_t ICovertoF(std::span<const std::uint32_t, irWorkCount> source, std::int32_t rate);
+
+/// Linear interpolation from `rate` (48000, 88200 or 96000 Hz) to 44.1 kHz, without a low-pass
+/// filter. Fills ResampOut and returns its size.
+std::uint32_t Resample(std::span<const float, irWorkCount> source, std::int32_t rate);
+
+/// Float to integer. Values beyond 1.0 are not clipped, they wrap within 24 bits. Also draws 1.0
+/// and -1.0 in `source` in to 0.999999 and -0.999999.
+void FCovertoI(std::span<float, irPointCount> source,
+               std::span<std::uint32_t, irPointCount> destination);
+
+} // namespace cabslot

@@ -1,0 +1,160 @@
+#include "irfile/QNIRFile.h"
+
+#include "device/SharedState.h"
+#include "irfile/FactoryNames.h"
+#include "irfile/NameFromPath.h"
+#include "irfile/WholeFile.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace cabslot {
+
+namespace {
+
+constexpr std::string_view riffTag = "RIFF";
+constexpr std::string_view waveType = "WAVE";
+constexpr std::string_view fmtTag = "fmt ";
+constexpr std::string_view dataTag = "data";
+
+constexpr std::size_t wavNameSize = 10; // characters of a file name that the pedal gets
+constexpr std::int8_t blank = 0x20;
+
+/// A file's bytes as text, to search and compare in.
+std::string_view asText(std::span<const std::uint8_t> file) {
+    return {reinterpret_cast<const char*>(file.data()), file.size()};
+}
+
+/// Where `tag` first stands in `file`, or null. Plain bytes are searched, not the list of chunks,
+/// on purpose: a tag inside an earlier chunk counts. One that ends with the file's last byte does
+/// not.
+const std::uint8_t* findTag(std::span<const std::uint8_t> file, std::string_view tag) {
+    const std::size_t position = asText(file.first(file.size() - 1)).find(tag);
+    return position == std::string_view::npos ? nullptr : &file[position];
+}
+
+/// Whether `size` bytes from `start` on lie within `file`.
+bool holds(std::span<const std::uint8_t> file, const std::uint8_t* start, std::size_t size) {
+    return static_cast<std::size_t>(start - file.data()) + size <= file.size();
+}
+
+/// Why a file that starts so is no WAV file; empty when it is one.
+std::string whyNoWav(const RIFF_HEADER& header) {
+    if (header.tag() != riffTag)
+        return "it is not a WAV file: it does not begin with \"RIFF\"";
+    if (header.formType() != waveType)
+        return "it is not a WAV file: it is a RIFF file of another kind than \"WAVE\"";
+    return {};
+}
+
+} // namespace
+
+QNIRFile::QNIRFile() {
+    CharFileNane.fill(blank);
+}
+
+bool QNIRFile::OpenFilePath(const std::string& path) {
+    releaseFile();
+    whyRefused_.clear();
+
+    WholeFile whole = readWholeFile(path);
+    if (!whole.bytes)
+        return refuse(std::move(whole.whyNot));
+    pFileBuff = std::move(whole.bytes);
+    FileSize = whole.size;
+    if (FileSize == 0)
+        return refuse("it is empty");
+    if (FileSize < layout::riffHeaderSize)
+        return refuse("it is not a WAV file: it holds only " + std::to_string(FileSize) + " bytes");
+
+    const bool factory = asText({pFileBuff.get(), FileSize}).starts_with(layout::factoryMark);
+    IsFileOpenSuccess = factory ? openFactoryFile() : openWavFile(path);
+    return IsFileOpenSuccess;
+}
+
+void QNIRFile::releaseFile() {
+    IsFileOpenSuccess = false;
+    pFileBuff.reset();
+    pIRData = nullptr;
+    riffheader = {};
+    fmt_block = {};
+    data_block = {};
+}
+
+bool QNIRFile::refuse(std::string why) {
+    releaseFile();
+    whyRefused_ = std::move(why);
+    return false;
+}
+
+/// Refuses with `why`, unless the file is no WAV file at all: then that is the better reason.
+bool QNIRFile::refuseWav(std::string why) {
+    std::string noWav = whyNoWav(riffheader);
+    return refuse(noWav.empty() ? std::move(why) : std::move(noWav));
+}
+
+bool QNIRFile::openFactoryFile() {
+    const std::uint8_t index = pFileBuff[layout::factoryNameIndex];
+    if (index >= factoryNameCount)
+        return refuse("it is a factory IR file with the unknown number " + std::to_string(index) +
+                      "; 0 to " + std::to_string(factoryNameCount - 1) + " are known");
+    std::copy_n(FileNameBuff[index].begin(), factoryNameSize, CharFileNane.begin());
+    CharFileNane[factoryNameSize] = 0;
+    pIRData = pFileBuff.get() + std::min<std::size_t>(layout::factorySamples, FileSize);
+    _isInteralIR = true;
+    SendisInternalIR = 1;
+    return true;
+}
+
+bool QNIRFile::openWavFile(const std::string& path) {
+    _isInteralIR = false;
+    SendisInternalIR = 0;
+    riffheader = RIFF_HEADER(pFileBuff.get());
+    if (!findChunks())
+        return false;
+    const std::string_view name = irNameFromPath(path);
+    if (std::string why = whyNameRefused(name); !why.empty())
+        return refuse(std::move(why));
+    setWavName(name);
+    return countFrames();
+}
+
+bool QNIRFile::findChunks() {
+    const std::span<const std::uint8_t> file(pFileBuff.get(), FileSize);
+    const std::uint8_t* const fmt = findTag(file, fmtTag);
+    if (!fmt)
+        return refuseWav("it is a damaged WAV file: it has no \"fmt \" chunk");
+    if (!holds(file, fmt, layout::fmtBlockSize))
+        return refuseWav("it is a damaged WAV file: it ends within its \"fmt \" chunk");
+    const std::uint8_t* const data = findTag(file, dataTag);
+    if (!data)
+        return refuseWav("it is a damaged WAV file: it has no \"data\" chunk");
+    if (!holds(file, data, layout::dataSamples))
+        return refuseWav("it is a damaged WAV file: it ends within its \"data\" chunk");
+
+    fmt_block = FMT_BLOCK(fmt);
+    data_block = DATA_BLOCK(data);
+    pIRData = data_block.samples();
+    std::string why = whyNoWav(riffheader);
+    return why.empty() || refuse(std::move(why));
+}
+
+void QNIRFile::setWavName(std::string_view name) {
+    // A shorter name leaves the end of the one before it standing, on purpose: an object is fresh
+    // for every load, and then these bytes are blanks.
+    std::copy_n(name.begin(), std::min(name.size(), wavNameSize), CharFileNane.begin());
+    CharFileNane[wavNameSize] = 0;
+}
+
+bool QNIRFile::countFrames() {
+    const WAVE_FORMAT format = fmt_block.format();
+    if (format.channelCount == 0)
+        return refuse("0 channels are not supported; 1 (mono) and 2 (stereo, the left one) are");
+    const std::uint32_t sampleSize = format.bitsPerSample / 8u;
+    if (sampleSize == 0)
+        return refuse(whyBitsRefused(format.bitsPerSample));
+    PointSize = data_block.size() / (sampleSize * format.channelCount);
+    return true;
+}
+
+} // namespace cabslot

@@ -1,0 +1,98 @@
+// Reads one IR file, a WAV file or one of the pedal's factory IR files, and stages it for upload.
+//
+// Make one object a load and call OpenFilePath(), setIrdataBuff(), then copyIRName() or
+// nullIRName(), and after the upload sendIsInternalIR(). All on the main thread, one load at a
+// time, and none while isInportIR is set: the device thread then reads what these calls write.
+//
+// A call that fails returns false, and whyRefused() says why.
+#pragma once
+
+#include "irfile/IRConversion.h"
+#include "irfile/WavLayout.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace cabslot {
+
+class QNIRFile {
+public:
+    static constexpr std::size_t nameFieldSize = 15;
+
+    QNIRFile();
+    QNIRFile(const QNIRFile&) = delete;
+    QNIRFile& operator=(const QNIRFile&) = delete;
+
+    /// Reads and checks the file; the last component of `path` gives the IR's name. Writes
+    /// SendisInternalIR. What was loaded before is let go first, also when this fails.
+    bool OpenFilePath(const std::string& path);
+
+    /// Fills all of `destination`, or returns false and leaves it untouched.
+    bool GetIRDataBuffer(std::span<std::uint32_t, irPointCount> destination);
+
+    /// GetIRDataBuffer into irdatabuff.
+    bool setIrdataBuff();
+
+    /// Makes the loaded file's name the one that is sent, and the display name of `slot` (0 to 3).
+    void copyIRName(std::int64_t slot) const;
+
+    /// The same with the default name of `slot`, "User 1" to "User 4"; needs no loaded file.
+    static void nullIRName(std::int64_t slot);
+
+    /// Records for `slot` (0 to 3) and for sending whether the loaded file is a factory IR.
+    void sendIsInternalIR(std::int64_t slot) const;
+
+    /// The loaded file is a factory IR.
+    bool isInteralIR() const { return _isInteralIR; }
+    void setIsInteralIR(bool factory) { _isInteralIR = factory; }
+
+    /// Why the last OpenFilePath() or GetIRDataBuffer() said no: a clause for the user to follow
+    /// the file's path and a colon. Empty after a success.
+    const std::string& whyRefused() const { return whyRefused_; }
+
+    // What the loaded file is; all 0 when none is loaded.
+    std::uint32_t sampleRate() const { return format().sampleRate; }       ///< Hz; factory: 44100
+    std::uint16_t channelCount() const { return format().channelCount; }   ///< factory: 1
+    std::uint16_t bitsPerSample() const { return format().bitsPerSample; } ///< factory: 24
+    std::uint32_t frameCount() const;    ///< as a WAV file claims; as a factory file holds, to 1024
+    std::uint32_t decodedPoints() const; ///< frames that are used; factory: 1024; other rates: 0
+    std::size_t heldBytes() const { return pFileBuff ? FileSize : 0; } ///< memory the file takes
+
+    /// The name as copyIRName() would send it.
+    std::array<std::uint8_t, nameFieldSize> nameField() const;
+
+private:
+    bool refuse(std::string why);
+    bool refuseWav(std::string why);
+    void releaseFile();
+    bool openFactoryFile();
+    bool openWavFile(const std::string& path);
+    bool findChunks();
+    void setWavName(std::string_view name);
+    bool countFrames();
+    WAVE_FORMAT format() const;
+    static std::string whyRateRefused(std::uint32_t rate);
+    static std::string whyBitsRefused(std::uint16_t bits);
+
+    std::span<const std::uint8_t> samples() const;
+    bool decode(const WAVE_FORMAT& format, std::uint32_t count);
+    std::array<std::uint8_t, 20> sendField() const;
+
+    std::array<std::int8_t, 20> CharFileNane;  ///< the IR's name, ended by a 0 byte
+    bool IsFileOpenSuccess = false;            ///< a file is loaded
+    std::unique_ptr<std::uint8_t[]> pFileBuff; ///< the whole file
+    std::uint32_t FileSize = 0;                ///< bytes in pFileBuff
+    std::uint32_t PointSize = 0;               ///< frames in the "data" chunk; WAV files only
+    const std::uint8_t* pIRData = nullptr; ///< the first sample byte, in pFileBuff or at its end
+    RIFF_HEADER riffheader;                ///< the start of a WAV file
+    FMT_BLOCK fmt_block;                   ///< its "fmt " chunk
+    DATA_BLOCK data_block;                 ///< its "data" chunk
+    std::array<std::uint32_t, irWorkCount> IRPointBuffer{}; ///< decoded samples, 24 bits each
+    bool _isInteralIR = false;                              ///< backs isInteralIR
+    std::string whyRefused_;
+};
+
+} // namespace cabslot

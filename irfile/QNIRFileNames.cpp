@@ -1,0 +1,71 @@
+#include "irfile/QNIRFile.h"
+
+#include "device/SharedState.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace cabslot {
+
+namespace {
+
+// What SendFileName holds: 15 bytes that are sent, a 0 byte, and blanks that nobody reads.
+constexpr std::size_t endOfName = QNIRFile::nameFieldSize;
+constexpr std::uint8_t blank = 0x20;
+
+constexpr std::string_view defaultName = "User ";
+
+/// Shows the name in SendFileName as that of `slot`. A 0 byte in it shows nothing.
+void showSentName(std::int64_t slot) {
+    std::array<std::uint8_t, QNIRFile::nameFieldSize> shown{};
+    const auto end =
+        std::remove_copy(SendFileName.begin(), SendFileName.begin() + endOfName, shown.begin(), 0);
+    IRNameArr.setCharacters(static_cast<std::size_t>(slot), {shown.begin(), end});
+}
+
+} // namespace
+
+void QNIRFile::copyIRName(std::int64_t slot) const {
+    SendFileName = sendField();
+    showSentName(slot);
+}
+
+void QNIRFile::nullIRName(std::int64_t slot) {
+    SendFileName.fill(blank);
+    std::copy(defaultName.begin(), defaultName.end(), SendFileName.begin());
+    SendFileName[defaultName.size()] = static_cast<std::uint8_t>('1' + slot);
+    SendFileName[endOfName] = 0;
+    showSentName(slot);
+}
+
+void QNIRFile::sendIsInternalIR(std::int64_t slot) const {
+    const auto index = static_cast<std::size_t>(slot);
+    const std::uint8_t flag = _isInteralIR ? 1 : 0;
+    const std::uint8_t text[] = {static_cast<std::uint8_t>('0' + flag)};
+    // The text goes first: a slot that is not there stops the process before anything is written.
+    isInternalIRArray2.setCharacters(index, text);
+    isInternalIRArray[index] = flag;
+    SendisInternalIR = flag;
+}
+
+std::array<std::uint8_t, QNIRFile::nameFieldSize> QNIRFile::nameField() const {
+    const auto whole = sendField();
+    std::array<std::uint8_t, nameFieldSize> field{};
+    std::copy_n(whole.begin(), nameFieldSize, field.begin());
+    return field;
+}
+
+/// SendFileName as the loaded file's name fills it: the name with the 0 that ends it, then blanks.
+std::array<std::uint8_t, 20> QNIRFile::sendField() const {
+    std::array<std::uint8_t, 20> field{};
+    field.fill(blank);
+    for (std::size_t i = 0; i < CharFileNane.size(); ++i) {
+        field[i] = static_cast<std::uint8_t>(CharFileNane[i]);
+        if (field[i] == 0)
+            break;
+    }
+    field[endOfName] = 0;
+    return field;
+}
+
+} // namespace cabslot

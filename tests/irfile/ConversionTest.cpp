@@ -1,0 +1,298 @@
+// From sample bytes to the pedal's block, bit by bit.
+//
+// The numbers for 48 and 96 kHz come from exact rational arithmetic, rounded to single precision
+// after every step, and not from the code under test.
+#include "device/SharedState.h"
+#include "irfile/QNIRFile.h"
+#include "tests/irfile/WavBuilder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace cabslot {
+namespace {
+
+using testing::factoryFile;
+using testing::TempFolder;
+using testing::WavBuilder;
+
+using Block = std::array<std::uint32_t, irPointCount>;
+
+constexpr std::uint32_t untouched = 0xDEADBEEF;
+
+class Conversion : public ::testing::Test {
+protected:
+    /// The block of a file of these bytes; all `untouched` when it is refused.
+    Block convert(const std::string& bytes) {
+        Block block;
+        block.fill(untouched);
+        EXPECT_TRUE(file_.OpenFilePath(folder_.write("Test.wav", bytes))) << file_.whyRefused();
+        converted_ = file_.GetIRDataBuffer(block);
+        return block;
+    }
+
+    static Block filled(std::uint32_t value) {
+        Block block;
+        block.fill(value);
+        return block;
+    }
+
+    TempFolder folder_;
+    QNIRFile file_;
+    bool converted_ = false;
+};
+
+/// FNV-1a over a block's entries, lowest byte first.
+std::uint64_t digest(const Block& block) {
+    std::uint64_t hash = 0xCBF29CE484222325;
+    for (const std::uint32_t entry : block)
+        for (int shift = 0; shift < 32; shift += 8)
+            hash = (hash ^ (entry >> shift & 0xFF)) * 0x100000001B3;
+    return hash;
+}
+
+struct Expected {
+    std::uint16_t bits;
+    std::int32_t scale; ///< sample i is ((37 i mod 201) - 100) times this
+    std::uint32_t rate;
+    std::array<std::uint32_t, 5> points; ///< points 0, 1, 12, 700 and 1023
+    std::uint64_t digest;
+};
+
+// clang-format off
+constexpr Expected everyFormat[] = {
+    {8, 1, 44100, {0x9C0000, 0xC10000, 0xC60000, 0x480000, 0xDB0000}, 0x2ED7340D62A71783},
+    {8, 1, 48000, {0x9C0000, 0xC4418A, 0xED1271, 0xC33398, 0x490DD8}, 0x62F2C39CA835E1A3},
+    {8, 1, 88200, {0x9C0000, 0xE60000, 0xF00000, 0x2B0000, 0x1A0000}, 0xA537013544193C01},
+    {8, 1, 96000, {0x9C0000, 0xEC8C8C, 0x3E9688, 0x044D1A, 0x4E592B}, 0x6FBD77C34FCDF96F},
+    {16, 300, 44100, {0x8AD000, 0xB62C00, 0xBC0800, 0x546000, 0xD4A400}, 0xC9DFB1FE53237897},
+    {16, 300, 48000, {0x8AD000, 0xB9FCCD, 0xE9D19C, 0xB8C076, 0x559C39}, 0x707A21D1B0FD2F1D},
+    {16, 300, 88200, {0x8AD000, 0xE18800, 0xED4000, 0x326400, 0x1E7800}, 0x976D4896D845E651},
+    {16, 300, 96000, {0x8AD000, 0xE934B4, 0x495868, 0x050A5B, 0x5BD07F}, 0xD41C555CF723BC99},
+    {24, 70001, 44100, {0x952FDC, 0xBCB531, 0xC20C66, 0x4CE7C8, 0xD87AAB}, 0xEC7BA06417299B64},
+    {24, 70001, 48000, {0x952FDC, 0xC02F85, 0xEBC84F, 0xBF0F2F, 0x4E0802}, 0x68BCCC9F23C67146},
+    {24, 70001, 88200, {0x952FDC, 0xE43A86, 0xEEE8F0, 0x2DEDFB, 0x1BC57A}, 0x5C2435A0C9EDC4DF},
+    {24, 70001, 96000, {0x952FDC, 0xEB394B, 0x42DA28, 0x04981F, 0x53AFAD}, 0x87311462D56CF110},
+    {32, 70001, 44100, {0x952FDC, 0xBCB531, 0xC20C66, 0x4CE7C8, 0xD87AAB}, 0xEC7BA06417299B64},
+    {32, 70001, 48000, {0x952FDC, 0xC02F85, 0xEBC84F, 0xBF0F2F, 0x4E0802}, 0x68BCCC9F23C67146},
+    {32, 70001, 88200, {0x952FDC, 0xE43A86, 0xEEE8F0, 0x2DEDFB, 0x1BC57A}, 0x5C2435A0C9EDC4DF},
+    {32, 70001, 96000, {0x952FDC, 0xEB394B, 0x42DA28, 0x04981F, 0x53AFAD}, 0x87311462D56CF110},
+};
+// clang-format on
+
+TEST_F(Conversion, EveryDepthAndRateMonoAndStereo) {
+    for (const Expected& expected : everyFormat)
+        for (const std::uint16_t channels : std::array<std::uint16_t, 2>{1, 2}) {
+            SCOPED_TRACE(std::to_string(expected.bits) + " bits, " + std::to_string(expected.rate) +
+                         " Hz, " + std::to_string(channels) + " channels");
+            WavBuilder wav{.rate = expected.rate, .channels = channels, .bits = expected.bits};
+            for (int i = 0; i < 2300; ++i) {
+                const std::int32_t left = (37 * i % 201 - 100) * expected.scale;
+                for (const std::int32_t sample : {left, ~left / 3}) {
+                    if (expected.bits == 32)
+                        wav.addFloat(static_cast<float>(sample) / 8388608.0f);
+                    else
+                        wav.add(sample);
+                    if (channels == 1)
+                        break;
+                }
+            }
+            const Block block = convert(wav.bytes());
+            ASSERT_TRUE(converted_);
+            EXPECT_EQ(block[0], expected.points[0]);
+            EXPECT_EQ(block[1], expected.points[1]);
+            EXPECT_EQ(block[12], expected.points[2]);
+            EXPECT_EQ(block[700], expected.points[3]);
+            EXPECT_EQ(block[1023], expected.points[4]);
+            EXPECT_EQ(digest(block), expected.digest);
+        }
+}
+
+TEST_F(Conversion, AtTwiceTheRateEverySecondPointIsTaken) {
+    WavBuilder wav{.rate = 88200};
+    for (int i = 0; i < 2050; ++i)
+        wav.add(3 * i);
+    const Block block = convert(wav.bytes());
+    for (std::uint32_t k = 0; k < irPointCount; ++k)
+        ASSERT_EQ(block[k], 2 * k * 3 * 256);
+}
+
+TEST_F(Conversion, AFractionAt48kHzDriftsBySinglePrecision) {
+    // A single 1/2 at input point 12: output 11 stands at 11.968, output 12 at 13.056.
+    WavBuilder wav{.rate = 48000};
+    for (int i = 0; i < 1120; ++i)
+        wav.add(i == 12 ? 0x4000 : 0);
+    const Block block = convert(wav.bytes());
+    EXPECT_EQ(block[10], 0u);
+    EXPECT_EQ(block[11], 0x3DF3B9u); // 4060089; without the drift 4194304 x 0.968 = 4060086
+    EXPECT_EQ(block[12], 0u);
+}
+
+struct FloatCase {
+    float sample;
+    std::uint32_t at44100; ///< the decoder's word
+    std::uint32_t at48000; ///< a constant signal, through both conversions
+};
+
+TEST_F(Conversion, FloatSamples) {
+    constexpr float unit = 1.0f / 8388608.0f;
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    const FloatCase cases[] = {
+        {1.0f, 0x7FFFF7, 0x7FFFF7},
+        {-1.0f, 0x800009, 0x800009},
+        {0.1f, 0x0CCCCC, 0x0CCCCC},  // 838860.8
+        {-0.1f, 0xF33334, 0xF33334}, // -838860.8: towards zero
+        {1.5f * unit, 1, 1},
+        {-1.5f * unit, 0xFFFFFF, 0xFFFFFF},
+        {-0.5f * unit, 0, 0},
+        {1.5f, 0xC00000, 0xC00000},     // beyond full scale wraps
+        {-1.5f, 0xC00000, 0xC00000},    // 0x400000 with the sign bit put back
+        {2.0f, 0x1000000, 0},           // positive bits above 23 stay at 44.1 kHz only
+        {-2.0f, 0x800000, 0x800009},    // -1.0 on its way through the resampler
+        {255.5f, 0x7FC00000, 0xC00000}, // the largest that fits, nearly
+        {256.0f, 0x800000, 0x800009},   // does not fit: the least integer
+        {-300.0f, 0x800000, 0x800009},
+        {infinity, 0x800000, 0x800009},
+        {-infinity, 0x800000, 0x800009},
+        {std::nanf(""), 0x800000, 0x800009},
+    };
+    for (const FloatCase& one : cases) {
+        SCOPED_TRACE(one.sample);
+        for (const std::uint32_t rate : {44100u, 48000u}) {
+            WavBuilder wav{.rate = rate, .bits = 32, .formatTag = 3};
+            for (int i = 0; i < 1120; ++i)
+                wav.addFloat(one.sample);
+            EXPECT_EQ(convert(wav.bytes()), filled(rate == 44100 ? one.at44100 : one.at48000));
+        }
+    }
+}
+
+TEST_F(Conversion, FloatToIntegerWrapsAndDrawsItsSourceIn) {
+    Block block{};
+    std::array<float, irPointCount> source{};
+    source[0] = 1.0f;
+    source[1] = -1.0f;
+    source[2] = 1.5f;
+    source[3] = -1.25f;
+    source[4] = std::nanf("");
+    source[5] = 1e30f;
+    FCovertoI(source, block);
+    EXPECT_EQ(source[0], 0.999999f);
+    EXPECT_EQ(source[1], -0.999999f);
+    EXPECT_EQ(block[0], 0x7FFFF7u);
+    EXPECT_EQ(block[1], 0x800009u);
+    EXPECT_EQ(block[2], 0xC00000u);
+    EXPECT_EQ(block[3], 0xE00000u);
+    EXPECT_EQ(block[4], 0x800000u);
+    EXPECT_EQ(block[5], 0x800000u);
+}
+
+TEST_F(Conversion, OtherRatesHaveNoRatio) {
+    std::array<std::uint32_t, irWorkCount> integers{};
+    EXPECT_EQ(ICovertoF(integers, 44100), 0u);
+    EXPECT_EQ(ICovertoF(integers, 48000), 1120u);
+    EXPECT_EQ(ICovertoF(integers, 88200), 2050u);
+    EXPECT_EQ(ICovertoF(integers, 96000), 2240u);
+    std::array<float, irWorkCount> input{};
+    input[2] = 1.0f;
+    EXPECT_EQ(Resample(input, 22050), 1024u); // step -1: point k is in[k] - k (in[k+1] - in[k])
+    EXPECT_EQ(ResampOut[1], -1.0f);
+    EXPECT_EQ(ResampOut[2], 3.0f);
+}
+
+TEST_F(Conversion, ShortFilesAreFilledUpWithSilence) {
+    WavBuilder wav;
+    for (int i = 0; i < 300; ++i)
+        wav.add(-1);
+    wav.afterData = testing::chunk("LIST", std::string(9000, '\x11'));
+    Block expected = filled(0);
+    std::fill_n(expected.begin(), 300, 0xFFFF00u);
+    EXPECT_EQ(convert(wav.bytes()), expected);
+    EXPECT_EQ(file_.frameCount(), 300u);
+    EXPECT_EQ(file_.decodedPoints(), 300u);
+
+    EXPECT_EQ(convert(WavBuilder{}.bytes()), filled(0));
+    EXPECT_TRUE(converted_);
+}
+
+TEST_F(Conversion, SamplesThatTheFileDoesNotHoldAreZero) {
+    WavBuilder wav{.channels = 2, .bits = 24, .dataSize = 6 * 5000};
+    wav.add(0x123456).add(-1).samples += "\x78\x9A"; // the second frame lacks all but two bytes
+    Block expected = filled(0);
+    expected[0] = 0x123456;
+    expected[1] = 0x9A78;
+    EXPECT_EQ(convert(wav.bytes()), expected);
+    EXPECT_EQ(file_.frameCount(), 5000u);
+    EXPECT_EQ(file_.decodedPoints(), 1024u);
+}
+
+TEST_F(Conversion, EightBitSilenceIsKeptAsItIs) {
+    WavBuilder wav{.bits = 8};
+    EXPECT_EQ(convert(wav.add(128).add(1).bytes())[0], 0x800000u);
+}
+
+TEST_F(Conversion, MoreThanTwoChannelsAreSilentWhateverTheirDepth) {
+    for (const std::uint16_t bits : std::array<std::uint16_t, 2>{16, 40}) {
+        WavBuilder wav{.channels = 3, .bits = bits};
+        wav.samples.assign(4000, '\x33');
+        EXPECT_EQ(convert(wav.bytes()), filled(0));
+        EXPECT_TRUE(converted_);
+    }
+}
+
+TEST_F(Conversion, FactorySamplesAreCopied) {
+    std::string samples("\x56\x34\x12\xFF\xFF\x80\x07", 7);
+    Block expected = filled(0);
+    expected[0] = 0x123456;
+    expected[1] = 0x80FFFF;
+    expected[2] = 0x07; // cut off in the middle
+    EXPECT_EQ(convert(factoryFile(0, samples)), expected);
+    EXPECT_EQ(file_.frameCount(), 2u);
+    EXPECT_EQ(file_.decodedPoints(), 1024u);
+    EXPECT_EQ(file_.sampleRate(), 44100u);
+    EXPECT_EQ(file_.channelCount(), 1u);
+    EXPECT_EQ(file_.bitsPerSample(), 24u);
+
+    EXPECT_EQ(convert(factoryFile(0, std::string(4000, '\x21'))), filled(0x212121));
+    EXPECT_EQ(file_.frameCount(), 1024u);
+    EXPECT_EQ(convert(factoryFile(0, {}).substr(0, 100)),
+              filled(0)); // not even its header is whole
+}
+
+TEST_F(Conversion, RefusalsSayWhyAndLeaveTheDestination) {
+    struct Case {
+        std::uint32_t rate;
+        std::uint16_t channels, bits;
+        const char* why;
+    };
+    constexpr const char* rates = " Hz is not supported; 44100, 48000, 88200 and 96000 Hz are";
+    constexpr const char* depths =
+        " bits per sample are not supported; 8, 16, 24 and 32 (float) are";
+    const Case cases[] = {{22050, 1, 16, rates},  {4294967295, 2, 16, rates},
+                          {22050, 1, 12, rates},  {44100, 1, 12, depths},
+                          {96000, 2, 64, depths}, {22050, 3, 16, rates}};
+    for (const Case& one : cases) {
+        WavBuilder wav{.rate = one.rate, .channels = one.channels, .bits = one.bits};
+        wav.samples.assign(48, '\x33');
+        EXPECT_EQ(convert(wav.bytes()), filled(untouched));
+        EXPECT_FALSE(converted_);
+        const auto found = one.why == rates ? one.rate : one.bits;
+        EXPECT_EQ(file_.whyRefused(), std::to_string(found) + one.why);
+        EXPECT_EQ(file_.decodedPoints() == 0, one.why == rates);
+    }
+    convert(WavBuilder{}.bytes());
+    EXPECT_EQ(file_.whyRefused(), "");
+}
+
+TEST_F(Conversion, SetIrdataBuffFillsTheSharedBlock) {
+    resetSharedState();
+    ASSERT_TRUE(file_.OpenFilePath(folder_.write("Test.wav", WavBuilder{}.add(0x1234).bytes())));
+    EXPECT_TRUE(file_.setIrdataBuff());
+    EXPECT_EQ(irdatabuff[0], 0x123400u);
+    resetSharedState();
+}
+
+} // namespace
+} // namespace cabslot

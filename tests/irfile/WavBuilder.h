@@ -1,0 +1,115 @@
+// Builds WAV files, good and bad, and folders to put them in. Depends on no test framework.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+namespace cabslot::testing {
+
+/// Appends the low `width` bytes of `value` to `bytes`, lowest first.
+inline void appendLittleEndian(std::string& bytes, std::uint32_t value, int width) {
+    for (int i = 0; i < width; ++i)
+        bytes += static_cast<char>(value >> (8 * i) & 0xFF);
+}
+
+/// A RIFF chunk: tag, size, body.
+inline std::string chunk(const std::string& tag, const std::string& body) {
+    std::string bytes = tag;
+    appendLittleEndian(bytes, static_cast<std::uint32_t>(body.size()), 4);
+    return bytes + body;
+}
+
+/// Set what matters, append samples frame by frame, take bytes(). Defaults: 44.1 kHz, mono, 16
+/// bits.
+struct WavBuilder {
+    std::uint32_t rate = 44100;
+    std::uint16_t channels = 1;
+    std::uint16_t bits = 16;
+    std::uint16_t formatTag = 1;
+    std::string samples{};
+
+    // Odd things a file may hold.
+    std::string riff = "RIFF";
+    std::string form = "WAVE";
+    std::string beforeFormat{};              ///< whole chunks
+    std::string beforeData{};                ///< whole chunks
+    std::string afterData{};                 ///< whole chunks
+    std::optional<std::uint32_t> dataSize{}; ///< what "data" claims instead of the truth
+
+    /// One sample, in the width that `bits` asks for.
+    WavBuilder& add(std::int32_t sample) {
+        appendLittleEndian(samples, static_cast<std::uint32_t>(sample), bits / 8);
+        return *this;
+    }
+    WavBuilder& addFloat(float sample) {
+        appendLittleEndian(samples, std::bit_cast<std::uint32_t>(sample), 4);
+        return *this;
+    }
+
+    std::string bytes() const {
+        const auto frameSize = static_cast<std::uint16_t>(bits / 8 * channels);
+        std::string format;
+        appendLittleEndian(format, formatTag, 2);
+        appendLittleEndian(format, channels, 2);
+        appendLittleEndian(format, rate, 4);
+        appendLittleEndian(format, rate * frameSize, 4);
+        appendLittleEndian(format, frameSize, 2);
+        appendLittleEndian(format, bits, 2);
+
+        std::string data = "data";
+        appendLittleEndian(data, dataSize.value_or(static_cast<std::uint32_t>(samples.size())), 4);
+        const std::string body =
+            form + beforeFormat + chunk("fmt ", format) + beforeData + data + samples + afterData;
+        std::string file = riff;
+        appendLittleEndian(file, static_cast<std::uint32_t>(body.size()), 4);
+        return file + body;
+    }
+};
+
+/// A factory IR file: name index `index`, then `samples` from byte 512 on.
+inline std::string factoryFile(std::uint8_t index, const std::string& samples) {
+    std::string bytes = "VadelIR";
+    bytes += static_cast<char>(index);
+    bytes.resize(512, '\x55');
+    return bytes + samples;
+}
+
+/// A new folder that goes with all its files when this does.
+class TempFolder {
+public:
+    TempFolder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "cabslot-XXXXXX").string();
+        if (!::mkdtemp(pattern.data()))
+            throw std::runtime_error("no temporary folder");
+        path_ = pattern;
+    }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    ~TempFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    std::string path(const std::string& name) const { return (path_ / name).string(); }
+
+    /// Writes a file and returns its path.
+    std::string write(const std::string& name, const std::string& bytes) const {
+        std::ofstream file(path_ / name, std::ios::binary);
+        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        file.close();
+        if (!file)
+            throw std::runtime_error("cannot write " + name);
+        return path(name);
+    }
+
+private:
+    std::filesystem::path path_;
+};
+
+} // namespace cabslot::testing
