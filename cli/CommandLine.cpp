@@ -1,0 +1,98 @@
+#include "cli/CommandLine.h"
+
+#include "cli/Command.h"
+#include "cli/Console.h"
+#include "platform/PedalChoice.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <iostream>
+#include <memory>
+#include <vector>
+
+namespace cabslot {
+
+namespace {
+
+constexpr const char* description =
+    "Load guitar-cabinet impulse responses into the four user slots of the pedal.";
+
+constexpr const char* footer = R"(Pedals:
+  usb         the pedal on USB (the default)
+  sim         a simulated pedal inside the program; it remembers its slots
+  unix:PATH   a pedal behind a Unix socket, such as cabslot-sim's
+
+Exit status:
+  0    done, and confirmed by the pedal
+  1    the file was refused
+  2    wrong usage, or an output file cannot be written
+  3    no pedal, or it was lost
+  4    the pedal did not answer or confirm in time
+  130  interrupted
+
+Examples:
+  cabslotctl list
+  cabslotctl load 2 "Room 4x12.wav"
+  cabslotctl clear 2
+  cabslotctl inspect Cab.wav --json)";
+
+void addPedalOptions(CLI::App& app, PedalOptions& pedal) {
+    pedal.pedal = defaultPedal;
+    app.add_option("--pedal", pedal.pedal,
+                   "The pedal to use: usb, sim or unix:PATH; usb if not given")
+        ->envname(pedalVariable)
+        ->check(whatIsWrongWithPedal)
+        ->type_name("PEDAL");
+    app.add_option("--trace", pedal.traceFile, "Write every report to this file, for a bug report")
+        ->type_name("FILE");
+}
+
+ExitStatus runGiven(const std::vector<std::unique_ptr<Command>>& commands) {
+    for (const auto& command : commands) {
+        if (command->given())
+            return command->run();
+    }
+    return ExitStatus::wrongUsage; // not reached: a command is required
+}
+
+// A full disk must not look like success.
+ExitStatus flushOutput(ExitStatus status) {
+    if (std::cout.flush())
+        return status;
+    complain("standard output cannot be written");
+    return status == ExitStatus::done ? ExitStatus::wrongUsage : status;
+}
+
+} // namespace
+
+int runCommandLine(int argc, const char* const* argv) {
+    CLI::App app(description, "cabslotctl");
+    app.set_version_flag("--version", CABSLOT_VERSION, "Show the version and end");
+    app.set_help_flag("-h,--help", "Show this help and end; also behind a command");
+    app.footer(footer);
+    app.require_subcommand(1);
+    app.fallthrough(); // --pedal may stand behind the command, too
+
+    PedalOptions pedal;
+    addPedalOptions(app, pedal);
+    std::vector<std::unique_ptr<Command>> commands;
+    commands.push_back(std::make_unique<ListCommand>(app, pedal));
+    commands.push_back(std::make_unique<LoadCommand>(app, pedal));
+    commands.push_back(std::make_unique<ClearCommand>(app, pedal));
+    commands.push_back(std::make_unique<InspectCommand>(app));
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& help) {
+        return app.exit(help);
+    } catch (const CLI::ParseError& wrong) {
+        complain(std::string(wrong.what()) + " (cabslotctl --help shows what is right)");
+        return static_cast<int>(ExitStatus::wrongUsage);
+    }
+    catchInterrupts();
+    return static_cast<int>(flushOutput(runGiven(commands)));
+}
+
+} // namespace cabslot

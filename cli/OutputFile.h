@@ -1,0 +1,15 @@
+// Whole files out, without ever leaving a half-written one.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace cabslot {
+
+/// Replaces the file at `path` by `bytes`, or leaves it as it was and says why. What is no regular
+/// file (a pipe, /dev/stdout) is written straight to.
+bool writeOutputFile(const std::string& path, std::span<const std::uint8_t> bytes,
+                     std::string& why);
+
+} // namespace cabslot

@@ -1,0 +1,164 @@
+#include "platform/SocketHIDManager.h"
+
+#include "simulator/FileDescriptor.h"
+
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+namespace cabslot {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+using simulator::FileDescriptor;
+
+constexpr auto sendTimeout = 1s; // a pedal that takes nothing for so long has refused the report
+constexpr const char* secondDeviceSuffix = ".2";
+
+int millisecondsUntil(HIDManager::TimePoint deadline) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+    return static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 1000));
+}
+
+bool isFinal(int error) {
+    return error != EAGAIN && error != EWOULDBLOCK && error != EINTR;
+}
+
+// Tells the end of a connection from an empty packet, which reads the same.
+bool hasPeerClosed(int socket) {
+    pollfd state = {.fd = socket, .events = POLLRDHUP, .revents = 0};
+    return ::poll(&state, 1, 0) != 0;
+}
+
+} // namespace
+
+class SocketDevice final : public HIDDevice {
+public:
+    explicit SocketDevice(FileDescriptor socket) : socket_(std::move(socket)) {}
+
+    bool SetReport(const HIDReport& report) override {
+        const auto deadline = Clock::now() + sendTimeout;
+        while (socket_) {
+            const ssize_t sent =
+                ::send(socket_.get(), report.data(), report.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+            if (sent == static_cast<ssize_t>(report.size()))
+                return true;
+            if (isFinal(errno) || Clock::now() >= deadline)
+                return false;
+            pollfd writable = {.fd = socket_.get(), .events = POLLOUT, .revents = 0};
+            ::poll(&writable, 1, millisecondsUntil(deadline));
+        }
+        return false;
+    }
+
+    void close() override { socket_.close(); }
+
+    int socket() const { return socket_.get(); }
+
+private:
+    FileDescriptor socket_;
+};
+
+SocketHIDManager::SocketHIDManager(std::string path) : path_(std::move(path)) {}
+
+SocketHIDManager::SocketHIDManager(int connectedSocket) {
+    connected_.push_back(std::make_shared<SocketDevice>(FileDescriptor(connectedSocket)));
+}
+
+SocketHIDManager::~SocketHIDManager() = default;
+
+bool SocketHIDManager::open(const HIDMatching& /*matching*/, const HIDCallbacks& callbacks) {
+    callbacks_ = callbacks;
+    if (path_.empty())
+        return true;
+    connectTo(path_);
+    const std::string second = path_ + secondDeviceSuffix;
+    if (!connected_.empty() && ::access(second.c_str(), F_OK) == 0)
+        connectTo(second);
+    return true;
+}
+
+void SocketHIDManager::connectTo(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof address.sun_path)
+        return setWhyNoDevice("the socket path " + path + " is too long; " +
+                              std::to_string(sizeof address.sun_path - 1) + " bytes are possible");
+    std::copy(path.begin(), path.end(), std::begin(address.sun_path));
+
+    FileDescriptor fd(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    // The socket API takes every address family through this one cast.
+    if (!fd ||
+        ::connect(fd.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+        return setWhyNoDevice("no pedal answers at " + path + ": " + std::strerror(errno) +
+                              " (is a simulated pedal running there?)");
+    connected_.push_back(std::make_shared<SocketDevice>(std::move(fd)));
+}
+
+void SocketHIDManager::waitForEvents(TimePoint deadline) {
+    announceNewDevices();
+    polled_.clear(); // keeps its memory
+    for (const auto& device : devices_)
+        polled_.push_back({.fd = device->socket(), .events = POLLIN, .revents = 0});
+    if (::poll(polled_.data(), polled_.size(), millisecondsUntil(deadline)) <= 0)
+        return;
+    // From the back, since a device that is gone leaves the list.
+    for (std::size_t i = polled_.size(); i-- > 0;) {
+        if (polled_[i].revents != 0)
+            takeReports(std::shared_ptr(devices_[i]), deadline);
+    }
+}
+
+void SocketHIDManager::announceNewDevices() {
+    for (auto& device : std::exchange(connected_, {})) {
+        devices_.push_back(device);
+        callbacks_.matching(callbacks_.context, 0, this, device);
+    }
+}
+
+// Hands out what is there. Stops at the deadline, so that a pedal that never falls silent does not
+// keep the timers from running.
+void SocketHIDManager::takeReports(const std::shared_ptr<SocketDevice>& device,
+                                   TimePoint deadline) {
+    std::array<std::uint8_t, 2 * hidReportSize> packet{}; // more than a report: a long one shows
+    do {
+        const ssize_t size = ::recv(device->socket(), packet.data(), packet.size(), MSG_DONTWAIT);
+        if (size < 0 && !isFinal(errno))
+            return;
+        if (size < 0 || (size == 0 && hasPeerClosed(device->socket())))
+            return remove(device);
+        callbacks_.report(callbacks_.context, 0, device, HIDReportType::input, 0, packet.data(),
+                          static_cast<std::size_t>(size));
+    } while (Clock::now() < deadline);
+}
+
+void SocketHIDManager::remove(const std::shared_ptr<SocketDevice>& device) {
+    device->close();
+    std::erase(devices_, device);
+    if (devices_.empty())
+        setWhyNoDevice("the pedal was unplugged");
+    callbacks_.removal(callbacks_.context, 0, this, device);
+}
+
+std::vector<HIDDeviceRef> SocketHIDManager::copyDevices() const {
+    return {devices_.begin(), devices_.end()};
+}
+
+std::string SocketHIDManager::whyNoDevice() const {
+    const std::lock_guard lock(whyMutex_);
+    return whyNoDevice_;
+}
+
+void SocketHIDManager::setWhyNoDevice(std::string why) {
+    const std::lock_guard lock(whyMutex_);
+    whyNoDevice_ = std::move(why);
+}
+
+} // namespace cabslot

@@ -1,0 +1,46 @@
+// How a simulated pedal behaves: its pace, and the faults it can be told to have.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+namespace cabslot::simulator {
+
+/// What goes wrong; several faults may be on at once. A pedal without faults has them all off.
+struct Faults {
+    bool corruptCrc = false;    ///< every reply has a wrong CRC
+    bool garbage = false;       ///< five stray bytes before every reply
+    bool split = false;         ///< at most 7 bytes of a reply in a report
+    bool merge = false;         ///< a report holds one frame's end and the reply's start
+    bool neverConfirm = false;  ///< an import is stored but not confirmed
+    bool confirmAtOnce = false; ///< an import is confirmed without any delay
+    /// The first connection to send so many reports is cut right after the last of them, once in a
+    /// server's life; 0: none is.
+    std::size_t vanishAfter = 0;
+};
+
+/// A fault that is switched on by its name.
+struct NamedFault {
+    std::string_view name;
+    std::string_view meaning; ///< for a help text
+    bool Faults::*member;
+};
+
+/// All faults but vanishAfter, in the order a help text lists them.
+std::span<const NamedFault> namedFaults();
+
+/// Switches the fault of that name on. False: there is none.
+bool setFault(Faults& faults, std::string_view name);
+
+struct PedalOptions {
+    /// From the last frame of an import to its confirmation. A host may begin to wait for the
+    /// confirmation only a second after it has sent that frame.
+    std::chrono::milliseconds confirmDelay{1500};
+    /// All data are sent so often without being asked for; 0: never.
+    std::chrono::milliseconds announceEvery{0};
+    Faults faults;
+};
+
+} // namespace cabslot::simulator

@@ -1,0 +1,77 @@
+#include "simulator/PedalReplies.h"
+
+#include "simulator/PedalFrames.h"
+
+#include <algorithm>
+#include <span>
+
+namespace cabslot::simulator {
+
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+constexpr std::uint8_t allDataCommand = 0xF7;
+constexpr std::uint8_t confirmationCommand = 0xF8;
+
+// The payload of the all-data frame; the bytes that are not listed are 0.
+constexpr std::size_t allDataSize = 78;
+constexpr std::size_t allDataFlagOffset = 2;
+constexpr std::size_t allDataNamesOffset = 14;
+
+// The AA comes last, so that the reply's own sync bytes are seen as AA AA 55.
+constexpr std::uint8_t strayBytes[] = {0x00, 0x13, 0x55, 0x37, 0xAA};
+
+// A frame that hosts do not know. With its 73 bytes it ends inside a report, whether reports carry
+// 63 bytes or 7, and the reply begins right behind it.
+constexpr std::uint8_t unknownCommand = 0xF1;
+constexpr std::size_t unknownPayloadSize = 67 - 1;
+
+constexpr std::size_t splitCapacity = 7;
+
+void append(Bytes& stream, std::span<const std::uint8_t> bytes) {
+    stream.insert(stream.end(), bytes.begin(), bytes.end());
+}
+
+std::vector<Report> cut(std::span<const std::uint8_t> stream, std::size_t capacity) {
+    std::vector<Report> reports;
+    while (!stream.empty()) {
+        const std::size_t count = std::min(capacity, stream.size());
+        Report& report = reports.emplace_back(Report{});
+        report[0] = static_cast<std::uint8_t>(count);
+        std::copy_n(stream.begin(), count, report.begin() + 1);
+        stream = stream.subspan(count);
+    }
+    return reports;
+}
+
+std::vector<Report> reply(std::uint8_t command, const Bytes& payload, const Faults& faults) {
+    Bytes stream;
+    if (faults.merge)
+        append(stream, encodeFrame(unknownCommand, Bytes(unknownPayloadSize)));
+    if (faults.garbage)
+        append(stream, strayBytes);
+    append(stream, encodeFrame(command, payload));
+    if (faults.corruptCrc)
+        stream.back() ^= 0x01;
+    return cut(stream, faults.split ? splitCapacity : reportCapacity);
+}
+
+} // namespace
+
+std::vector<Report> allDataReply(const PedalStore& store, const Faults& faults) {
+    Bytes payload(allDataSize);
+    // One flag byte stands for four slots, so it can be 1 only while all four hold factory IRs:
+    // a host then never takes an IR of the user's for a factory IR.
+    payload[allDataFlagOffset] = store.allFactory() ? 1 : 0;
+    auto to = payload.begin() + allDataNamesOffset;
+    for (std::size_t i = 0; i < slotCount; ++i)
+        to = std::copy(store.slot(i).name.begin(), store.slot(i).name.end(), to);
+    return reply(allDataCommand, payload, faults);
+}
+
+std::vector<Report> confirmationReply(const Faults& faults) {
+    return reply(confirmationCommand, {}, faults);
+}
+
+} // namespace cabslot::simulator

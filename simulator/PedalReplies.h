@@ -1,0 +1,27 @@
+// What the pedal sends: its two frames, cut into 64-byte reports, faults included.
+//
+// Byte 0 of a report says how many stream bytes follow, 1 to 63; the bytes behind them are padding.
+#pragma once
+
+#include "simulator/PedalOptions.h"
+#include "simulator/PedalStore.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace cabslot::simulator {
+
+inline constexpr std::size_t reportSize = 64;
+inline constexpr std::size_t reportCapacity = reportSize - 1;
+
+using Report = std::array<std::uint8_t, reportSize>;
+
+/// The names and the factory flag of all four slots.
+std::vector<Report> allDataReply(const PedalStore& store, const Faults& faults);
+
+/// An import is finished.
+std::vector<Report> confirmationReply(const Faults& faults);
+
+} // namespace cabslot::simulator

@@ -1,0 +1,219 @@
+#include "simulator/PedalServer.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <limits>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <utility>
+
+namespace cabslot::simulator {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+// Replies that a host has not read yet; a real pedal would hold fewer.
+constexpr std::size_t maxQueuedReports = 256;
+constexpr std::size_t maxConnections = 32;
+// After the system refused a connection (no descriptors left, say).
+constexpr milliseconds acceptPause{500};
+
+constexpr short toRead = POLLIN;
+constexpr short toReadAndWrite = POLLIN | POLLOUT;
+
+// The order of the descriptors that are waited for.
+constexpr std::size_t stopIndex = 0;
+constexpr std::size_t listenerIndex = 1;
+constexpr std::size_t firstConnectionIndex = 2;
+
+/// Tells the end of a connection from a packet of no bytes: both are received as 0.
+bool otherEndClosed(int fd) {
+    pollfd state{fd, POLLRDHUP, 0};
+    return ::poll(&state, 1, 0) != 0;
+}
+
+} // namespace
+
+PedalServer::PedalServer(PedalStore& store, const PedalOptions& options, Log log)
+    : store_(store), options_(options), log_(std::move(log)),
+      stopEvent_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
+
+bool PedalServer::listenAt(const std::string& path, std::string& why) {
+    return listener_.open(path, why);
+}
+
+void PedalServer::adopt(int connectedFd) {
+    add(FileDescriptor(connectedFd));
+}
+
+void PedalServer::add(FileDescriptor fd) {
+    const unsigned number = ++connectionsSeen_;
+    connections_.push_back({number, std::move(fd), SimulatedPedal(store_, options_, log_)});
+    say("host " + std::to_string(number) + " connected");
+}
+
+void PedalServer::stop() {
+    const int savedErrno = errno;
+    const std::uint64_t one = 1;
+    // It can fail only when the event is set already.
+    [[maybe_unused]] const ssize_t written = ::write(stopEvent_.get(), &one, sizeof one);
+    errno = savedErrno;
+}
+
+void PedalServer::run() {
+    const bool listens = listener_.fd() >= 0;
+    if (!stopEvent_)
+        say("cannot serve: the system gives no event descriptor");
+    while (stopEvent_ && (listens || !connections_.empty()) && serveOnce()) {
+    }
+    connections_.clear();
+    listener_.close();
+}
+
+/// Waits for something to do and does it. False: it is time to end.
+bool PedalServer::serveOnce() {
+    const TimePoint before = std::chrono::steady_clock::now();
+    std::vector<pollfd> waiting = waitList(before);
+    if (::poll(waiting.data(), waiting.size(), pollTimeout(before)) < 0 && errno != EINTR) {
+        say(std::string("cannot serve: ") + std::strerror(errno));
+        return false;
+    }
+    if (waiting[stopIndex].revents != 0)
+        return false;
+    const TimePoint now = std::chrono::steady_clock::now();
+    std::size_t index = firstConnectionIndex;
+    for (Connection& connection : connections_)
+        serve(connection, waiting[index++].revents, now);
+    removeClosed();
+    if (waiting[listenerIndex].revents != 0)
+        acceptHost(now);
+    return true;
+}
+
+std::vector<pollfd> PedalServer::waitList(TimePoint now) const {
+    const bool accepts = connections_.size() < maxConnections && now >= acceptFrom_;
+    std::vector<pollfd> list{{stopEvent_.get(), toRead, 0},
+                             {accepts ? listener_.fd() : -1, toRead, 0}};
+    for (const Connection& connection : connections_) {
+        list.push_back(
+            {connection.fd.get(), connection.outgoing.empty() ? toRead : toReadAndWrite, 0});
+    }
+    return list;
+}
+
+/// Milliseconds until something is due, rounded up; -1: nothing is.
+int PedalServer::pollTimeout(TimePoint now) const {
+    std::optional<TimePoint> next;
+    if (now < acceptFrom_)
+        next = acceptFrom_;
+    for (const Connection& connection : connections_) {
+        const std::optional<TimePoint> due = connection.pedal.nextDue();
+        if (due && (!next || *due < *next))
+            next = due;
+    }
+    if (!next)
+        return -1;
+    if (*next <= now)
+        return 0;
+    const auto wait = std::chrono::ceil<milliseconds>(*next - now).count();
+    return static_cast<int>(std::min<milliseconds::rep>(wait, std::numeric_limits<int>::max()));
+}
+
+void PedalServer::acceptHost(TimePoint now) {
+    FileDescriptor fd = listener_.accept();
+    if (fd) {
+        add(std::move(fd));
+    } else if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED) {
+        say(std::string("cannot take a connection: ") + std::strerror(errno));
+        acceptFrom_ = now + acceptPause;
+    }
+}
+
+void PedalServer::serve(Connection& connection, short events, TimePoint now) {
+    if ((events & ~POLLOUT) != 0)
+        receive(connection, now);
+    if (!connection.closed) {
+        enqueue(connection, connection.pedal.takeReports(now));
+        sendQueued(connection);
+    }
+}
+
+/// One packet a turn, so that no host keeps the others waiting.
+void PedalServer::receive(Connection& connection, TimePoint now) {
+    std::array<std::uint8_t, reportSize> bytes{};
+    const ssize_t received = ::recv(connection.fd.get(), bytes.data(), bytes.size(),
+                                    MSG_DONTWAIT | MSG_TRUNC); // TRUNC: the packet's true length
+    if (received < 0) {
+        // A host that left without reading all is reported as ECONNRESET, once, ahead of the
+        // reports that it had sent before.
+        connection.closed = errno != EAGAIN && errno != EINTR && errno != ECONNRESET;
+        return;
+    }
+    if (received == 0 && otherEndClosed(connection.fd.get())) {
+        connection.closed = true;
+        return;
+    }
+    ++connection.reportsReceived;
+    const auto length = static_cast<std::size_t>(received);
+    if (length > bytes.size())
+        say(wrongLengthText(length));
+    else
+        connection.pedal.receiveReport(std::span(bytes).first(length), now);
+    vanishIfDue(connection);
+}
+
+void PedalServer::vanishIfDue(Connection& connection) {
+    const std::size_t limit = options_.faults.vanishAfter;
+    if (limit == 0 || vanished_ || connection.reportsReceived < limit)
+        return;
+    vanished_ = true;
+    connection.closed = true;
+    say("vanishes after report " + std::to_string(limit));
+}
+
+/// Takes a reply whole or not at all: half a frame would spoil the next one too.
+void PedalServer::enqueue(Connection& connection, const std::vector<Report>& reports) {
+    if (reports.empty() || connection.hostGone)
+        return;
+    const bool fits = connection.outgoing.size() + reports.size() <= maxQueuedReports;
+    if (fits)
+        connection.outgoing.insert(connection.outgoing.end(), reports.begin(), reports.end());
+    else if (!connection.readsNothing)
+        say("host " + std::to_string(connection.number) + " does not read: replies are dropped");
+    connection.readsNothing = !fits;
+}
+
+void PedalServer::sendQueued(Connection& connection) {
+    while (!connection.outgoing.empty()) {
+        const Report& report = connection.outgoing.front();
+        const ssize_t sent =
+            ::send(connection.fd.get(), report.data(), report.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (sent < 0 && errno == EINTR)
+            continue;
+        if (sent < 0 && errno == EAGAIN)
+            return; // until the host has read some
+        if (sent < 0) {
+            connection.hostGone = true;
+            connection.outgoing.clear();
+            return;
+        }
+        connection.outgoing.pop_front();
+    }
+}
+
+void PedalServer::removeClosed() {
+    for (const Connection& connection : connections_)
+        if (connection.closed)
+            say("host " + std::to_string(connection.number) + " gone");
+    connections_.remove_if([](const Connection& connection) { return connection.closed; });
+}
+
+void PedalServer::say(const std::string& line) const {
+    if (log_)
+        log_(line);
+}
+
+} // namespace cabslot::simulator

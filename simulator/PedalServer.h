@@ -1,0 +1,82 @@
+// Carries reports between hosts and the simulated pedal: a poll loop over SOCK_SEQPACKET sockets,
+// one packet one 64-byte report, either way, without a report-ID byte.
+//
+// Every connection has a SimulatedPedal of its own; all share the one store. Everything but stop()
+// belongs to the thread that calls run(), or to the time before it is called.
+#pragma once
+
+#include "simulator/FileDescriptor.h"
+#include "simulator/ListeningSocket.h"
+#include "simulator/SimulatedPedal.h"
+
+#include <cstddef>
+#include <deque>
+#include <list>
+#include <poll.h>
+#include <string>
+#include <vector>
+
+namespace cabslot::simulator {
+
+class PedalServer {
+public:
+    using TimePoint = SimulatedPedal::TimePoint;
+
+    /// `store` must outlive the server. `log` may be empty; it is called on run()'s thread.
+    PedalServer(PedalStore& store, const PedalOptions& options, Log log);
+    PedalServer(const PedalServer&) = delete;
+    PedalServer& operator=(const PedalServer&) = delete;
+
+    /// Lets hosts connect at `path`; the socket file goes when run() ends or the server does.
+    /// False, with the reason in `why`, when that cannot be had. See ListeningSocket for a path in
+    /// use.
+    bool listenAt(const std::string& path, std::string& why);
+
+    /// Serves a host that is connected already, and owns the descriptor from here on. Closing its
+    /// other end is the host's leaving, the server's closing is an unplug.
+    void adopt(int connectedFd);
+
+    /// Serves until stop(); a server that does not listen also ends with its last connection. On
+    /// the way out all connections are closed. Call it once.
+    void run();
+
+    /// Ends run(), also one that has not begun yet. Any thread, and from signal handlers.
+    void stop();
+
+private:
+    struct Connection {
+        unsigned number; // for the log
+        FileDescriptor fd;
+        SimulatedPedal pedal;
+        std::deque<Report> outgoing{};
+        std::size_t reportsReceived = 0;
+        bool readsNothing = false; // its queue ran full
+        bool hostGone = false;     // what it sent may still be waiting to be read
+        bool closed = false;
+    };
+
+    bool serveOnce();
+    std::vector<pollfd> waitList(TimePoint now) const;
+    int pollTimeout(TimePoint now) const;
+    void acceptHost(TimePoint now);
+    void serve(Connection& connection, short events, TimePoint now);
+    void receive(Connection& connection, TimePoint now);
+    void vanishIfDue(Connection& connection);
+    void enqueue(Connection& connection, const std::vector<Report>& reports);
+    void sendQueued(Connection& connection);
+    void add(FileDescriptor fd);
+    void removeClosed();
+    void say(const std::string& line) const;
+
+    PedalStore& store_;
+    const PedalOptions options_;
+    const Log log_;
+    FileDescriptor stopEvent_;
+    ListeningSocket listener_;
+    std::list<Connection> connections_;
+    unsigned connectionsSeen_ = 0;
+    bool vanished_ = false;
+    TimePoint acceptFrom_ = TimePoint::min();
+};
+
+} // namespace cabslot::simulator

@@ -1,0 +1,51 @@
+// The memory of a pedal: four user slots, kept in a folder or for as long as the object lives.
+//
+// Belongs to one thread, the one that serves the pedal's hosts.
+#pragma once
+
+#include "simulator/SlotFile.h"
+
+#include <array>
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace cabslot::simulator {
+
+/// Slots "User 1" to "User 4"; their indices are 0 to 3.
+inline constexpr std::size_t slotCount = 4;
+
+class PedalStore {
+public:
+    /// A new pedal, kept in memory only: names "User 1" to "User 4", factory IRs, silent blocks.
+    explicit PedalStore() : PedalStore("User ") {}
+
+    /// The same with other names: `namePrefix` (at most 15 characters) and the slot's number.
+    explicit PedalStore(std::string_view namePrefix);
+
+    /// A pedal kept in `folder`, in the files user1.slot to user4.slot. The folder is made if need
+    /// be, with its parents; a slot without a file is a new pedal's. Nothing, with the reason in
+    /// `why`, when the folder cannot be had or a file in it is not a slot's.
+    static std::optional<PedalStore> open(const std::filesystem::path& folder, std::string& why);
+
+    /// `index` is 0 to 3.
+    const PedalSlot& slot(std::size_t index) const { return slots_[index]; }
+
+    /// Puts `content` into the slot and, with a folder, into its file. False, with the reason in
+    /// `why`, when it cannot be saved; the slot then holds what it held.
+    bool store(std::size_t index, const PedalSlot& content, std::string& why);
+
+    /// Every slot holds a factory IR.
+    bool allFactory() const;
+
+private:
+    std::filesystem::path fileOf(std::size_t index) const;
+    bool load(std::string& why);
+
+    std::array<PedalSlot, slotCount> slots_;
+    std::filesystem::path folder_; // empty: memory only
+};
+
+} // namespace cabslot::simulator

@@ -1,0 +1,172 @@
+// cabslot-sim: a simulated pedal at a Unix socket, for using and testing Cabslot without hardware.
+#include "simulator/PedalServer.h"
+
+#include <CLI/CLI.hpp>
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace cabslot::simulator;
+
+constexpr int exitFailure = 1;
+constexpr int exitUsage = 2;
+
+constexpr std::chrono::milliseconds secondPedalPace{100};
+
+struct Arguments {
+    std::string socket;
+    std::string state;
+    unsigned confirmDelay = 1500;
+    std::vector<std::string> faults;
+    std::size_t vanishAfter = 0;
+    bool secondDevice = false;
+};
+
+std::vector<std::string> faultNames() {
+    std::vector<std::string> names;
+    for (const NamedFault& fault : namedFaults())
+        names.emplace_back(fault.name);
+    return names;
+}
+
+std::string faultHelp() {
+    std::string text = "Faults:\n";
+    for (const NamedFault& fault : namedFaults()) {
+        std::string line = "  " + std::string(fault.name);
+        line.resize(26, ' ');
+        text += line + std::string(fault.meaning) + "\n";
+    }
+    return text +
+           "\nEnd it with Ctrl-C. Status: 0 ended by a signal, 1 the socket or the folder cannot\n"
+           "be had, 2 wrong usage.\n";
+}
+
+void addOptions(CLI::App& app, Arguments& arguments) {
+    app.add_option("--socket", arguments.socket, "Where hosts connect, e.g. /tmp/pedal.sock")
+        ->type_name("PATH")
+        ->required();
+    app.add_option("--state", arguments.state,
+                   "Keep the slots in this folder (made if need be); memory only without it")
+        ->type_name("DIR");
+    app.add_option("--confirm-delay", arguments.confirmDelay,
+                   "From an import's last frame to its confirmation, 1500 if not given")
+        ->type_name("MS")
+        ->check(CLI::Range(0U, 3600000U).description(""));
+    app.add_option("--fault", arguments.faults, "Misbehave, see below; several may be given")
+        ->type_name("NAME")
+        ->check(CLI::IsMember(faultNames()).description(""));
+    app.add_option("--vanish-after", arguments.vanishAfter,
+                   "Cut the first connection that sends N reports, right after the N-th")
+        ->type_name("N")
+        ->check(CLI::Range(1U, 1000000000U).description(""));
+    app.add_flag("--second-device", arguments.secondDevice,
+                 "A second pedal at PATH.2 that sends its data unasked, ten times a second");
+    app.set_version_flag("--version", CABSLOT_VERSION);
+    app.get_formatter()->column_width(26);
+    app.footer(faultHelp());
+}
+
+PedalOptions optionsOf(const Arguments& arguments) {
+    PedalOptions options;
+    options.confirmDelay = std::chrono::milliseconds(arguments.confirmDelay);
+    for (const std::string& name : arguments.faults)
+        setFault(options.faults, name);
+    options.faults.vanishAfter = arguments.vanishAfter;
+    return options;
+}
+
+/// One call, one line at once, also from two threads and into a pipe.
+void printLine(const std::string& line) {
+    std::fputs((line + "\n").c_str(), stdout);
+    std::fflush(stdout);
+}
+
+int fail(const std::string& why) {
+    std::fprintf(stderr, "cabslot-sim: %s\n", why.c_str());
+    return exitFailure;
+}
+
+/// SIGINT and SIGTERM are taken by sigwait() in the main thread; call it before any thread starts.
+sigset_t blockEndSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    // A log that nobody reads any more (`| head`) is no reason to leave the sockets behind.
+    std::signal(SIGPIPE, SIG_IGN);
+    return signals;
+}
+
+void serveUntilSignal(const std::vector<PedalServer*>& servers, const sigset_t& signals) {
+    std::vector<std::thread> threads;
+    threads.reserve(servers.size());
+    for (PedalServer* server : servers)
+        threads.emplace_back([server] { server->run(); });
+    int signal = 0;
+    sigwait(&signals, &signal);
+    for (PedalServer* server : servers)
+        server->stop();
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+int simulate(const Arguments& arguments) {
+    const sigset_t signals = blockEndSignals();
+    std::string why;
+    std::optional<PedalStore> store{PedalStore{}};
+    if (!arguments.state.empty())
+        store = PedalStore::open(arguments.state, why);
+    if (!store)
+        return fail(why);
+    PedalServer pedal(*store, optionsOf(arguments), printLine);
+    if (!pedal.listenAt(arguments.socket, why))
+        return fail(why);
+    PedalStore secondStore("Other ");
+    PedalOptions secondOptions;
+    secondOptions.announceEvery = secondPedalPace;
+    PedalServer secondPedal(secondStore, secondOptions,
+                            [](const std::string& line) { printLine("second pedal: " + line); });
+    std::vector<PedalServer*> servers{&pedal};
+    if (arguments.secondDevice) {
+        if (!secondPedal.listenAt(arguments.socket + ".2", why))
+            return fail(why);
+        servers.push_back(&secondPedal);
+    }
+    printLine("listening on " + arguments.socket);
+    if (arguments.secondDevice)
+        printLine("second pedal: listening on " + arguments.socket + ".2");
+    serveUntilSignal(servers, signals);
+    return 0;
+}
+
+int run(int argc, char** argv) {
+    CLI::App app("A simulated pedal: use and test Cabslot without the hardware.", "cabslot-sim");
+    Arguments arguments;
+    addOptions(app, arguments);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : exitUsage;
+    }
+    return simulate(arguments);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) { // out of memory or threads
+        std::fprintf(stderr, "cabslot-sim: %s\n", error.what());
+        return exitFailure;
+    }
+}

@@ -1,0 +1,44 @@
+#include "cli/Console.h"
+
+#include <gtest/gtest.h>
+
+#include <pty.h>
+#include <unistd.h>
+
+#include <array>
+
+namespace cabslot::testing {
+namespace {
+
+TEST(Console, NamesAreShownWithoutWhatATerminalWouldObey) {
+    EXPECT_EQ(shownName("Cab           "), "Cab");
+    EXPECT_EQ(shownName(" 1960BT    4x12"), " 1960BT    4x12");
+    EXPECT_EQ(shownName("\x1B[2J\x07\x7F"), "?[2J??");
+    EXPECT_EQ(shownName("\u009B2J \u00E9"), "?2J \u00E9") << "C1 is control, letters are not";
+    EXPECT_EQ(shownName("    "), "");
+}
+
+TEST(Console, ProgressIsOneLineOnATerminal) {
+    int terminal = -1;
+    int stderrEnd = -1;
+    ASSERT_EQ(::openpty(&terminal, &stderrEnd, nullptr, nullptr, nullptr), 0);
+    const int saved = ::dup(STDERR_FILENO);
+    ::dup2(stderrEnd, STDERR_FILENO);
+    {
+        ProgressLine line;
+        line.show("frame 1");
+        line.show("frame 1");
+        line.show("frame 2");
+    }
+    std::fflush(stderr);
+    ::dup2(saved, STDERR_FILENO);
+    std::array<char, 200> seen{};
+    const ssize_t size = ::read(terminal, seen.data(), seen.size());
+    EXPECT_EQ(std::string(seen.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))),
+              "\r\033[Kframe 1\r\033[Kframe 2\r\033[K");
+    for (const int fd : {terminal, stderrEnd, saved})
+        ::close(fd);
+}
+
+} // namespace
+} // namespace cabslot::testing

@@ -1,0 +1,142 @@
+// What a user does, and every way to get it wrong.
+#include "tests/cli/Programs.h"
+
+namespace cabslot::testing {
+namespace {
+
+class Cabslotctl : public ProgramTest {};
+
+TEST_F(Cabslotctl, ListsLoadsAndClears) {
+    startPedal();
+    EXPECT_EQ(run({"list"}), 0);
+    EXPECT_EQ(out, "User 1: User 1\nUser 2: User 2\nUser 3: User 3\nUser 4: User 4\n");
+
+    EXPECT_EQ(run({"load", "2", wav()}), 0);
+    EXPECT_EQ(out, "User 2: Cab\n");
+    EXPECT_EQ(err, "") << "no progress unless on a terminal";
+    EXPECT_EQ(run({"list", "--json"}), 0);
+    EXPECT_NE(out.find("\"version\": 1"), std::string::npos);
+    EXPECT_NE(out.find("\"name\": \"Cab           \""), std::string::npos)
+        << "padded to 15, of which the 0 byte shows nothing";
+
+    EXPECT_EQ(run({"inspect", wav(), "--block", folder.path("block")}), 0);
+    const std::string block = contentOf(folder.path("block"));
+    ASSERT_EQ(block.size(), 4096U);
+    EXPECT_EQ(block.substr(0, 8), std::string("\x00\x34\x12\x00\x00\xFE\xFF\x00", 8));
+    EXPECT_EQ(contentOf(folder.path("st/user2.slot")).substr(0, 4096), block);
+
+    EXPECT_EQ(run({"clear", "2"}), 0);
+    EXPECT_EQ(out, "User 2: User 2\n");
+    EXPECT_EQ(contentOf(folder.path("st/user2.slot")).substr(0, 4096), std::string(4096, '\0'));
+    EXPECT_EQ(run({"list"}), 0);
+    EXPECT_EQ(out, "User 1: User 1\nUser 2: User 2\nUser 3: User 3\nUser 4: User 4\n");
+}
+
+TEST_F(Cabslotctl, LoadsAFactoryIR) {
+    startPedal();
+    const std::string factory = folder.write("x.bin", factoryFile(16, std::string(3072, '\x11')));
+    EXPECT_EQ(run({"load", "4", factory}), 0);
+    EXPECT_EQ(out, "User 4:  1960BT    4x12\n");
+    const std::string stored = contentOf(folder.path("st/user4.slot"));
+    EXPECT_EQ(stored.substr(0, 4), std::string("\x11\x11\x11\0", 4));
+    EXPECT_EQ(stored.back(), '\1');
+}
+
+TEST_F(Cabslotctl, RemembersInTheBuiltInPedal) {
+    ::setenv("XDG_STATE_HOME", folder.path("state").c_str(), 1);
+    EXPECT_EQ(run({"load", "1", wav()}, "sim"), 0);
+    EXPECT_EQ(run({"list"}, "sim"), 0);
+    EXPECT_EQ(out.substr(0, 12), "User 1: Cab\n");
+
+    ::setenv("XDG_STATE_HOME", folder.write("file", "").c_str(), 1);
+    EXPECT_EQ(run({"list"}, "sim"), 3);
+    EXPECT_NE(err.find("file"), std::string::npos) << err;
+    ::unsetenv("XDG_STATE_HOME");
+}
+
+TEST_F(Cabslotctl, RefusesBadFilesBeforeThePedalIsTouched) {
+    std::filesystem::create_directory(folder.path("dir.wav"));
+    struct Row {
+        std::string path;
+        std::string says;
+    };
+    const Row rows[] = {
+        {folder.path("none.wav"), "no such file"},
+        {folder.path("dir.wav"), "folder"},
+        {folder.write("text.wav", "this is no sound at all"), "not a WAV file"},
+        {folder.write("rate.wav", WavBuilder{.rate = 22050}.add(1).bytes()), "22050 Hz"},
+        {folder.write("depth.wav", WavBuilder{.bits = 12}.add(1).bytes()), "12 bits"},
+        {wav("B\u00FCro.wav"), "\u00FC"},
+        {folder.write("index.bin", factoryFile(30, "")), "30"},
+    };
+    for (const Row& row : rows) {
+        for (const std::vector<std::string>& command :
+             {std::vector<std::string>{"load", "1", row.path}, {"inspect", row.path}}) {
+            EXPECT_EQ(run(command), 1) << row.path; // and not 3: no pedal is running
+            EXPECT_EQ(out, "");
+            EXPECT_NE(err.find(row.path + ": "), std::string::npos) << err;
+            EXPECT_NE(err.find(row.says, row.path.size()), std::string::npos) << err;
+        }
+    }
+}
+
+TEST_F(Cabslotctl, WrongUsageIsNamed) {
+    struct Row {
+        std::vector<std::string> arguments;
+        std::string says;
+    };
+    const Row rows[] = {
+        {{}, "subcommand is required"},
+        {{"load", "0", "x.wav"}, "there is no slot 0; there are 1 to 4"},
+        {{"load", "5", "x.wav"}, "there is no slot 5; there are 1 to 4"},
+        {{"clear", "two"}, "there is no slot two; there are 1 to 4"},
+        {{"load", "1"}, "FILE is required"},
+        {{"list", "--timeout", "-1"}, "--timeout"},
+        {{"inspect", wav(), "--block", "/nonexistent/block"}, "/nonexistent/block"},
+        {{"inspect", wav(), "--block", "/dev/full"}, "/dev/full cannot be written: No space left"},
+    };
+    EXPECT_EQ(run({"list"}, "unix:"), 2);
+    EXPECT_NE(err.find("there is no pedal \"unix:\""), std::string::npos) << err;
+    for (const Row& row : rows) {
+        EXPECT_EQ(run(row.arguments), 2) << row.says;
+        EXPECT_NE(err.find(row.says), std::string::npos) << err;
+        EXPECT_EQ(out, "");
+    }
+}
+
+TEST_F(Cabslotctl, TheVariableGivesThePedal) {
+    startPedal();
+    const auto withVariable = [&](const std::string& value) {
+        ::setenv("CABSLOT_PEDAL", value.c_str(), 1);
+        Program program({CABSLOTCTL, "list"}, folder, "ctl");
+        const int status = program.wait();
+        ::unsetenv("CABSLOT_PEDAL");
+        return status;
+    };
+    EXPECT_EQ(withVariable("unix:" + socket), 0);
+    EXPECT_EQ(withVariable("unix:" + socket + "x"), 3);
+    EXPECT_EQ(withVariable("nonsense"), 2);
+    EXPECT_EQ(withVariable("usb"), 3) << "not in this version";
+}
+
+TEST_F(Cabslotctl, TracesEveryReport) {
+    startPedal();
+    EXPECT_EQ(run({"--trace", folder.path("trace"), "load", "1", wav()}), 0);
+    std::istringstream lines(contentOf(folder.path("trace")));
+    int sent = 0;
+    int received = 0;
+    for (std::string line; std::getline(lines, line);) {
+        sent += line.find(" > ") != std::string::npos && line.front() != '#' ? 1 : 0;
+        received += line.find(" < ") != std::string::npos && line.front() != '#' ? 1 : 0;
+    }
+    EXPECT_EQ(sent, 57) << "two to open, 55 for the upload";
+    EXPECT_EQ(received, 3) << "two with the names, one that confirms";
+
+    EXPECT_EQ(run({"--trace", "/nonexistent/trace", "list"}), 2);
+    EXPECT_NE(err.find("/nonexistent/trace"), std::string::npos);
+    EXPECT_EQ(run({"--trace", "/dev/full", "list"}), 0) << "the names are here all the same";
+    EXPECT_NE(err.find("the trace /dev/full is not complete"), std::string::npos);
+}
+
+} // namespace
+} // namespace cabslot::testing

@@ -1,0 +1,138 @@
+// Runs the built programs as a user would: cabslotctl to its end, cabslot-sim beside it.
+#pragma once
+
+#include "tests/irfile/WavBuilder.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace cabslot::testing {
+
+inline std::string contentOf(const std::string& path) {
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+/// A child process whose output goes to files in a folder.
+class Program {
+public:
+    Program(std::vector<std::string> arguments, const TempFolder& folder, const std::string& name)
+        : out_(folder.path(name + ".out")), err_(folder.path(name + ".err")) {
+        for (const std::string& old : {out_, err_})
+            std::filesystem::remove(old); // an earlier program's words are not this one's
+        pid_ = ::fork();
+        if (pid_ == 0) {
+            redirect(out_, STDOUT_FILENO);
+            redirect(err_, STDERR_FILENO);
+            std::vector<char*> argv;
+            for (std::string& argument : arguments)
+                argv.push_back(argument.data());
+            argv.push_back(nullptr);
+            ::execv(argv[0], argv.data());
+            ::_exit(127);
+        }
+    }
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    ~Program() {
+        if (pid_ > 0) {
+            signal(SIGTERM);
+            wait();
+        }
+    }
+
+    void signal(int number) const { ::kill(pid_, number); }
+
+    /// The exit status, or -1 after a crash.
+    int wait() {
+        int status = 0;
+        ::waitpid(std::exchange(pid_, -1), &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    std::string out() const { return contentOf(out_); }
+    std::string err() const { return contentOf(err_); }
+
+    /// Waits until the program has printed `text`; false when it ends, or ten seconds pass,
+    /// without.
+    bool hasPrinted(const std::string& text) const {
+        for (int i = 0; i < 2000; ++i) {
+            const bool ended = hasEnded();
+            if (out().find(text) != std::string::npos)
+                return true;
+            if (ended)
+                return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        }
+        return false;
+    }
+
+private:
+    bool hasEnded() const {
+        siginfo_t state{};
+        return ::waitid(P_PID, static_cast<id_t>(pid_), &state, WEXITED | WNOHANG | WNOWAIT) != 0 ||
+               state.si_pid != 0;
+    }
+
+    static void redirect(const std::string& path, int stream) {
+        const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+        ::dup2(fd, stream);
+    }
+
+    pid_t pid_ = -1;
+    std::string out_;
+    std::string err_;
+};
+
+/// A folder, a simulated pedal in it once startPedal() was called, and cabslotctl to talk to it.
+class ProgramTest : public ::testing::Test {
+protected:
+    /// Ends the pedal that may be running and starts another on the same socket and folder.
+    void startPedal(std::vector<std::string> options = {}, const std::string& confirmDelay = "20") {
+        pedal.reset();
+        options.insert(options.begin(), {CABSLOT_SIM, "--socket", socket, "--state",
+                                         folder.path("st"), "--confirm-delay", confirmDelay});
+        pedal = std::make_unique<Program>(std::move(options), folder, "pedal");
+        ASSERT_TRUE(pedal->hasPrinted("listening on " + socket)) << pedal->err();
+    }
+
+    std::unique_ptr<Program> start(std::vector<std::string> arguments,
+                                   const std::string& pedalChoice = {}) {
+        arguments.insert(arguments.begin(), {CABSLOTCTL, "--pedal",
+                                             pedalChoice.empty() ? "unix:" + socket : pedalChoice});
+        return std::make_unique<Program>(std::move(arguments), folder, "ctl");
+    }
+
+    /// Runs cabslotctl to its end; what it printed is in `out` and `err`.
+    int run(std::vector<std::string> arguments, const std::string& pedalChoice = {}) {
+        const auto program = start(std::move(arguments), pedalChoice);
+        const int status = program->wait();
+        out = program->out();
+        err = program->err();
+        return status;
+    }
+
+    std::string wav(const std::string& name = "Cab.wav") {
+        return folder.write(name, WavBuilder{}.add(0x1234).add(-2).bytes());
+    }
+
+    TempFolder folder;
+    std::string socket = folder.path("pedal.sock");
+    std::unique_ptr<Program> pedal;
+    std::string out;
+    std::string err;
+};
+
+} // namespace cabslot::testing
