@@ -18,6 +18,7 @@ public:
         if (refuses)
             return false;
         reports.push_back(report);
+        ++accepted;
         return true;
     }
     void close() override { closed = true; }
@@ -31,6 +32,7 @@ public:
     }
 
     std::vector<HIDReport> reports;
+    std::atomic<int> accepted{0}; ///< how many, for a thread that must not touch `reports` yet
     bool refuses = false;
     bool closed = false;
 };

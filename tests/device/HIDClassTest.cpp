@@ -80,7 +80,7 @@ TEST_F(Link, FindsThePedalAsksItAndTakesItsAnswer) {
         link.OpenDevice();
         EXPECT_EQ(event.get_future().get(), deviceDataReceived);
         EXPECT_EQ(IRNameArr.at(3), std::string(16, 'n'));
-        while (SendStep == 1000 || SendStep == 239)
+        while (manager.devices[0]->accepted < 2)
             std::this_thread::sleep_for(1ms);
     }
     EXPECT_EQ(object, nullptr);
