@@ -27,8 +27,9 @@ PedalSession::~PedalSession() {
 }
 
 ExitStatus PedalSession::connect() {
-    if (const ExitStatus opened = openManager(); opened != ExitStatus::done)
-        return opened;
+    manager_ = makeHIDManager(options_.pedal);
+    if (!openTrace())
+        return ExitStatus::wrongUsage;
     link_ = std::make_unique<HIDClass>(*manager_);
     link_->addObserver([this, link = link_.get()] {
         if (link->KVOValue() == deviceLost)
@@ -38,16 +39,6 @@ ExitStatus PedalSession::connect() {
     });
     link_->OpenDevice();
     return waitForData();
-}
-
-ExitStatus PedalSession::openManager() {
-    std::string why;
-    manager_ = makeHIDManager(options_.pedal, why);
-    if (manager_ == nullptr) {
-        complain(why);
-        return ExitStatus::noPedal;
-    }
-    return openTrace() ? ExitStatus::done : ExitStatus::wrongUsage;
 }
 
 bool PedalSession::openTrace() {

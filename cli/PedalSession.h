@@ -35,7 +35,6 @@ public:
     ExitStatus complainAboutLoss(const std::string& consequence = {}) const;
 
 private:
-    ExitStatus openManager();
     bool openTrace();
     ExitStatus waitForData() const;
 

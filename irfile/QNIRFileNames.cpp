@@ -15,12 +15,9 @@ constexpr std::uint8_t blank = 0x20;
 
 constexpr std::string_view defaultName = "User ";
 
-/// Shows the name in SendFileName as that of `slot`. A 0 byte in it shows nothing.
+/// Shows the name in SendFileName as that of `slot`.
 void showSentName(std::int64_t slot) {
-    std::array<std::uint8_t, QNIRFile::nameFieldSize> shown{};
-    const auto end =
-        std::remove_copy(SendFileName.begin(), SendFileName.begin() + endOfName, shown.begin(), 0);
-    IRNameArr.setCharacters(static_cast<std::size_t>(slot), {shown.begin(), end});
+    IRNameArr.setName(static_cast<std::size_t>(slot), {SendFileName.data(), endOfName});
 }
 
 } // namespace

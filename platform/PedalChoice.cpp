@@ -4,6 +4,8 @@
 #include "platform/SocketHIDManager.h"
 
 #include <string_view>
+#include <thread>
+#include <utility>
 
 namespace cabslot {
 
@@ -17,13 +19,31 @@ bool isSocket(std::string_view choice) {
     return choice.starts_with(socketPrefix) && choice.size() > socketPrefix.size();
 }
 
-std::unique_ptr<HIDManager> makeBuiltInPedal(std::string& why) {
-    const std::string folder = builtInPedalFolder();
-    if (folder.empty()) {
-        why = "the simulated pedal has no folder for its slots: set HOME or XDG_STATE_HOME";
-        return nullptr;
+// Stands for a service that cannot be had: no device ever comes.
+class AbsentHIDManager final : public HIDManager {
+public:
+    explicit AbsentHIDManager(std::string why) : why_(std::move(why)) {}
+
+    bool open(const HIDMatching& /*matching*/, const HIDCallbacks& /*callbacks*/) override {
+        return true;
     }
-    return BuiltInPedal::make(folder, why);
+    void waitForEvents(TimePoint deadline) override { std::this_thread::sleep_until(deadline); }
+    std::vector<HIDDeviceRef> copyDevices() const override { return {}; }
+    std::string whyNoDevice() const override { return why_; }
+
+private:
+    std::string why_;
+};
+
+std::unique_ptr<HIDManager> makeBuiltInPedal() {
+    const std::string folder = builtInPedalFolder();
+    if (folder.empty())
+        return std::make_unique<AbsentHIDManager>(
+            "the simulated pedal has no folder for its slots: set HOME or XDG_STATE_HOME");
+    std::string why;
+    if (auto pedal = BuiltInPedal::make(folder, why))
+        return pedal;
+    return std::make_unique<AbsentHIDManager>("the simulated pedal cannot be had: " + why);
 }
 
 } // namespace
@@ -34,15 +54,13 @@ std::string whatIsWrongWithPedal(const std::string& choice) {
     return "there is no pedal \"" + choice + "\"; usb, sim and unix:PATH are possible";
 }
 
-std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice, std::string& why) {
-    if (choice == usb) {
-        why = "this version cannot talk to a pedal on USB yet; try --pedal sim or "
-              "--pedal unix:PATH";
-        return nullptr;
-    }
+std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice) {
     if (choice == sim)
-        return makeBuiltInPedal(why);
-    return std::make_unique<SocketHIDManager>(choice.substr(socketPrefix.size()));
+        return makeBuiltInPedal();
+    if (isSocket(choice))
+        return std::make_unique<SocketHIDManager>(choice.substr(socketPrefix.size()));
+    return std::make_unique<AbsentHIDManager>(
+        "this version cannot talk to a pedal on USB yet; try --pedal sim or --pedal unix:PATH");
 }
 
 } // namespace cabslot

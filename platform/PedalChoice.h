@@ -18,7 +18,8 @@ inline constexpr const char* defaultPedal = "usb";
 /// Empty if `choice` is one of the above, else what is wrong with it and what would be right.
 std::string whatIsWrongWithPedal(const std::string& choice);
 
-/// The service for a good `choice`. Null when it cannot be had; then `why` says why, for a person.
-std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice, std::string& why);
+/// The service for a good `choice`; never null. One that cannot be had never has a device, and its
+/// whyNoDevice() says why.
+std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice);
 
 } // namespace cabslot
