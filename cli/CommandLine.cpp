@@ -2,6 +2,7 @@
 
 #include "cli/Command.h"
 #include "cli/Console.h"
+#include "cli/PresetCommand.h"
 #include "platform/PedalChoice.h"
 
 #include <CLI/App.hpp>
@@ -36,7 +37,8 @@ Examples:
   cabslotctl list
   cabslotctl load 2 "Room 4x12.wav"
   cabslotctl clear 2
-  cabslotctl inspect Cab.wav --json)";
+  cabslotctl inspect Cab.wav --json
+  cabslotctl preset show Live.preset)";
 
 void addPedalOptions(CLI::App& app, PedalOptions& pedal) {
     pedal.pedal = defaultPedal;
@@ -82,6 +84,7 @@ int runCommandLine(int argc, const char* const* argv) {
     commands.push_back(std::make_unique<LoadCommand>(app, pedal));
     commands.push_back(std::make_unique<ClearCommand>(app, pedal));
     commands.push_back(std::make_unique<InspectCommand>(app));
+    commands.push_back(std::make_unique<PresetCommand>(app));
 
     try {
         app.parse(argc, argv);

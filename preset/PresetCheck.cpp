@@ -1,0 +1,70 @@
+#include "preset/PresetCheck.h"
+
+#include "preset/SmallFile.h"
+
+#include <algorithm>
+
+namespace cabslot {
+
+namespace {
+
+PresetError check(const PresetBuffUnion& image) {
+    if (image.number(buff_S::DeviceID) != presetDevice)
+        return presetWrongDevice;
+    if (image.number(buff_S::CheckSum) != image.dataSum())
+        return presetWrongCheckSum;
+    if (image.number(buff_S::PresetVersion) > presetLayoutVersion)
+        return presetUnknownVersion;
+    return presetGood;
+}
+
+std::string lengthRemark(std::size_t length) {
+    const std::string right = std::to_string(presetSize);
+    return (length > presetSize ? "more than " + right : std::to_string(length)) +
+           " bytes long; a preset is " + right;
+}
+
+} // namespace
+
+PresetFinding examinePreset(const std::string& path) {
+    PresetFinding found;
+    std::array<std::uint8_t, presetSize + 1> start{}; // one byte more shows what is too long
+    found.systemError = readFileStart(path, start, found.length);
+    if (found.systemError != 0) {
+        found.error = presetUnreadable;
+    } else if (found.length != presetSize) {
+        found.error = presetWrongLength;
+    } else {
+        std::copy_n(start.begin(), presetSize, found.image.Buff_A.begin());
+        found.error = check(found.image);
+    }
+    return found;
+}
+
+std::string presetVerdict(const PresetFinding& found) {
+    const auto number = [&](PresetField field) {
+        return std::to_string(found.image.number(field));
+    };
+    switch (found.error) {
+    case presetGood:
+        return "good";
+    case presetUnreadable:
+        return "it cannot be read: " + fileErrorText(found.systemError);
+    case presetWrongLength:
+        return "it is " + lengthRemark(found.length);
+    case presetWrongDevice:
+        return "it is for the device " + number(buff_S::DeviceID) + "; this pedal's is " +
+               std::to_string(presetDevice);
+    case presetWrongCheckSum:
+        return "its checksum is " + number(buff_S::CheckSum) + "; its data add up to " +
+               std::to_string(found.image.dataSum());
+    case presetUnknownVersion:
+        return "its layout is of version " + number(buff_S::PresetVersion) + "; only version " +
+               std::to_string(presetLayoutVersion) + " is known";
+    case presetNotSaved:
+        break; // no file is found so
+    }
+    return "unknown";
+}
+
+} // namespace cabslot

@@ -1,0 +1,54 @@
+#include "preset/PresetImage.h"
+
+#include <algorithm>
+
+namespace cabslot {
+
+namespace {
+
+constexpr bool adjoin(PresetField one, PresetField next) {
+    return one.offset + one.size == next.offset;
+}
+
+static_assert(adjoin(buff_S::FileSize, buff_S::DeviceID) &&
+              adjoin(buff_S::DeviceID, buff_S::PresetVersion) &&
+              adjoin(buff_S::PresetVersion, buff_S::Reserve) &&
+              adjoin(buff_S::Reserve, buff_S::CheckSum) &&
+              adjoin(buff_S::CheckSum, buff_S::DataStart) &&
+              adjoin(buff_S::DataStart, {presetSize, 0}));
+
+std::uint32_t littleEndian(std::span<const std::uint8_t> bytes) {
+    std::uint32_t value = 0;
+    for (std::size_t i = bytes.size(); i > 0; --i)
+        value = value << 8 | bytes[i - 1];
+    return value;
+}
+
+} // namespace
+
+std::uint32_t PresetBuffUnion::number(PresetField field) const {
+    return littleEndian(bytes(field));
+}
+
+void PresetBuffUnion::setNumber(PresetField field, std::uint32_t value) {
+    for (std::uint8_t& byte : bytes(field)) {
+        byte = static_cast<std::uint8_t>(value);
+        value >>= 8;
+    }
+}
+
+std::uint32_t PresetBuffUnion::dataSum() const {
+    std::uint32_t sum = 0;
+    for (const std::uint8_t byte : bytes(buff_S::DataStart))
+        sum += byte;
+    return sum;
+}
+
+void ChangeData(std::span<const std::uint8_t, presetSize> source,
+                std::span<std::uint8_t, presetSize> destination) {
+    const PresetField version = buff_S::PresetVersion;
+    if (littleEndian(source.subspan(version.offset, version.size)) == presetLayoutVersion)
+        std::copy(source.begin(), source.end(), destination.begin());
+}
+
+} // namespace cabslot

@@ -1,0 +1,46 @@
+#include "preset/QNPresetFile.h"
+
+#include "preset/SmallFile.h"
+
+#include <algorithm>
+#include <cerrno>
+
+namespace cabslot {
+
+bool QNPresetFile::ReadFileToPresetPath(const std::string& path, std::int32_t* Errormsg) {
+    const PresetFinding found = examinePreset(path);
+    *Errormsg = found.error;
+    if (found.error != presetGood)
+        return false;
+    ChangeData(found.image.Buff_A, NewPreset.Buff_A);
+    return true;
+}
+
+bool QNPresetFile::SavePresetToFilePath(const std::string& path, std::int32_t* Errormsg) {
+    NewPreset.setNumber(buff_S::DeviceID, presetDevice);
+    NewPreset.setNumber(buff_S::FileSize, presetSize);
+    NewPreset.setNumber(buff_S::PresetVersion, presetLayoutVersion);
+    NewPreset.setNumber(buff_S::CheckSum, NewPreset.dataSum());
+    const int error = replaceFile(path, NewPreset.Buff_A);
+    if (error == 0)
+        return true;
+    errno = error;
+    *Errormsg = presetNotSaved;
+    return false;
+}
+
+bool QNPresetFile::ReadPresetBufferPresetData(std::uint8_t* destination, std::uint32_t Len) const {
+    if (Len > presetDataSize)
+        return false;
+    std::copy_n(NewPreset.bytes(buff_S::DataStart).begin(), Len, destination);
+    return true;
+}
+
+bool QNPresetFile::WritePresetBufferPresetData(const std::uint8_t* source, std::uint32_t Len) {
+    if (Len > presetDataSize)
+        return false;
+    std::copy_n(source, Len, NewPreset.bytes(buff_S::DataStart).begin());
+    return true;
+}
+
+} // namespace cabslot
