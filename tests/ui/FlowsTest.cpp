@@ -1,0 +1,203 @@
+// The import and the delete flow, from the button to the label.
+#include "tests/ui/WindowFixture.h"
+
+#include "ui/SlotRow.h"
+
+namespace cabslot::testing {
+namespace {
+
+using namespace std::chrono_literals;
+
+const QString fileError = "File Error!! Please check the file or file name for errors.";
+
+class Flows : public WindowFixture {
+protected:
+    void expectErrorSheet(const QString& detail) {
+        auto* box = dialog<QMessageBox>();
+        ASSERT_NE(box, nullptr);
+        const Alert alert = read(*box);
+        EXPECT_EQ(alert.title, "Error");
+        EXPECT_EQ(alert.detail, detail);
+        EXPECT_EQ(alert.buttons, QStringList{"Cancel"});
+        EXPECT_EQ(alert.icon, QMessageBox::Warning);
+        EXPECT_EQ(alert.modality, Qt::WindowModal);
+        QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
+        EXPECT_EQ(dialog<QMessageBox>(), nullptr);
+        EXPECT_EQ(isInportIR, 0);
+    }
+};
+
+TEST_F(Flows, ImportShowsTheNameThePedalStoresTheBlock) {
+    open();
+    press(3);
+    auto* panel = dialog<QFileDialog>();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_FALSE(panel->isModal());
+    EXPECT_EQ(panel->fileMode(), QFileDialog::ExistingFile);
+
+    ::testing::internal::CaptureStdout();
+    choose(wav());
+    const QString printed = QString::fromStdString(::testing::internal::GetCapturedStdout());
+    EXPECT_TRUE(printed.startsWith("0\n1\n")) << printed.toStdString();
+    EXPECT_TRUE(printed.endsWith(
+        QString("选中了文件 Optional(\"%1\")\n").arg(QString::fromStdString(wav()))));
+    EXPECT_EQ(label(3), "Cab           ");
+    EXPECT_EQ(label(2), "User 2          ");
+    EXPECT_EQ(status(), "“Cab” is in User 3.");
+    EXPECT_EQ(store.slot(2).block[0], 0x123400U);
+
+    press(1); // the panel opens where the last file was
+    EXPECT_EQ(dialog<QFileDialog>()->directory().absolutePath().toStdString(),
+              std::filesystem::path(wav()).parent_path());
+}
+
+TEST_F(Flows, DeleteShowsTheDefaultNameOfTheView) {
+    open();
+    ::testing::internal::CaptureStdout();
+    press(7);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(label(3), "User3") << "without a blank";
+    EXPECT_EQ(IRNameArr.at(2), "User 3         ");
+    EXPECT_FALSE(store.slot(2).factory);
+    press(5);
+    EXPECT_EQ(label(1), "User 1");
+    EXPECT_EQ(status(), "User 1 is cleared.");
+}
+
+TEST_F(Flows, RefusedFilesAreToldAndNothingIsSent) {
+    open();
+    const std::string before = label(1).toStdString();
+    for (const std::string& path :
+         {folder.write("Text.wav", "this is no sound, but long enough"),
+          folder.write("Slow.wav", WavBuilder{.rate = 22050}.add(1).bytes())}) {
+        press(1);
+        choose(path);
+        expectErrorSheet(fileError);
+        EXPECT_EQ(label(1).toStdString(), before);
+        EXPECT_EQ(IR_InportNumber, 1U);
+    }
+    EXPECT_EQ(status(),
+              "Slow.wav: 22050 Hz is not supported; 44100, 48000, 88200 and 96000 Hz are.");
+}
+
+TEST_F(Flows, DeleteWithoutABlankIR) {
+    open();
+    std::filesystem::remove(folder.path("bundle/Contents/Resources/0.wav"));
+    press(6);
+    expectErrorSheet("Error");
+
+    folder.write("bundle/Contents/Resources/0.wav", WavBuilder{.rate = 8000}.add(0).bytes());
+    press(6);
+    EXPECT_EQ(dialog<QMessageBox>(), nullptr) << "silent about samples, on purpose";
+    EXPECT_EQ(label(2), "User 2          ");
+}
+
+TEST_F(Flows, ACancelledPanelChangesNothing) {
+    open();
+    press(2);
+    ::testing::internal::CaptureStdout();
+    dialog<QFileDialog>()->reject();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "取消\n");
+    EXPECT_EQ(IR_InportNumber, 0U);
+    EXPECT_EQ(label(2), "User 2          ");
+}
+
+TEST_F(Flows, TagsOutsideTheRangeDoNothing) {
+    open();
+    QPushButton stranger;
+    for (const int tag : {0, 5, -1}) {
+        stranger.setProperty("tag", tag);
+        root().add(&stranger);
+    }
+    for (const int tag : {0, 4, 9}) {
+        stranger.setProperty("tag", tag);
+        root().del(&stranger);
+    }
+    EXPECT_EQ(dialog<QFileDialog>(), nullptr);
+    EXPECT_EQ(IR_InportNumber, 0U);
+}
+
+TEST_F(Flows, APedalThatNeverConfirmsCosts600Polls) {
+    simulator::PedalOptions options;
+    options.faults.neverConfirm = true;
+    int pauses = 0;
+    pause = [&](std::chrono::milliseconds time) {
+        EXPECT_EQ(time, 1s);
+        ++pauses;
+        QTest::qWait(isInportIR == 1 ? 20 : 0);
+    };
+    open(options);
+    press(1);
+    ::testing::internal::CaptureStdout();
+    choose(wav());
+    const std::string printed = ::testing::internal::GetCapturedStdout();
+    EXPECT_NE(printed.find("598\n599\n选"), std::string::npos);
+    EXPECT_GT(pauses, 600);
+    EXPECT_EQ(label(1), "Cab           ") << "as if it had been confirmed";
+    EXPECT_EQ(status(), "User 1 was sent, but the pedal did not confirm it.");
+}
+
+// Everything that a person does during a road is thrown away, but for closing the window.
+TEST_F(Flows, InputDuringTheRoadIsDroppedAndClosingIsHonouredAtItsEnd) {
+    int polls = 0;
+    pause = [&](std::chrono::milliseconds) {
+        if (++polls == 1) {
+            press(2);
+            QTest::keyClick(window.get(), Qt::Key_4, Qt::ControlModifier);
+            EXPECT_TRUE(window->findChild<QWidget*>("progress")->isVisible());
+            EXPECT_TRUE(status().startsWith("User 1: "));
+        }
+        QTest::qWait(20);
+    };
+    open();
+    press(1);
+    choose(wav());
+    EXPECT_GT(polls, 1);
+    QTest::qWait(20);
+    EXPECT_EQ(dialog<QFileDialog>(), nullptr) << "no click was replayed";
+    EXPECT_TRUE(ended.empty());
+    EXPECT_FALSE(window->findChild<QWidget*>("progress")->isVisible());
+
+    pause = [&](std::chrono::milliseconds) {
+        QTest::mouseClick(window->closeButton(), Qt::LeftButton);
+        EXPECT_TRUE(window->isVisible());
+        QTest::qWait(20);
+    };
+    press(5);
+    EXPECT_EQ(label(1), "User 1") << "the road went to its end first";
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); }));
+    EXPECT_EQ(ended.front(), 0);
+}
+
+TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
+    open();
+    auto* row = window->findChild<SlotRow*>("row4");
+    const auto url = [](const std::string& path) {
+        return QUrl::fromLocalFile(QString::fromStdString(path));
+    };
+    emit row->filesDropped({url(wav("Room.WAV"))});
+    EXPECT_EQ(label(4), "Room.WAV      ");
+
+    emit row->filesDropped({url(wav()), url(wav("b.wav"))});
+    EXPECT_EQ(status(), "2 files were dropped; a slot takes one.");
+    emit row->filesDropped({url(folder.path("song.mp3"))});
+    EXPECT_EQ(status(), "song.mp3: only WAV files (.wav) can be dropped.");
+    emit row->filesDropped({QUrl("https://example.org/a.wav")});
+    EXPECT_EQ(status(), "https://example.org/a.wav: it is not a file on this computer.");
+    EXPECT_EQ(label(4), "Room.WAV      ");
+}
+
+TEST_F(Flows, KeysReachTheirSlots) {
+    open();
+    QTest::keyClick(window.get(), Qt::Key_2, Qt::ControlModifier);
+    auto* panel = dialog<QFileDialog>();
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(panel->windowTitle(), "Load a WAV into User 2");
+    panel->reject();
+    QTest::keyClick(window.get(), Qt::Key_4, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(label(4), "User 4");
+}
+
+} // namespace
+} // namespace cabslot::testing

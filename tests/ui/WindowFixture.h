@@ -1,0 +1,148 @@
+// The whole window on the offscreen platform, over a simulated pedal in the process; the test
+// presses buttons, answers panels and alerts, and reads what is shown.
+#pragma once
+
+#include "tests/irfile/WavBuilder.h"
+
+#include "device/SharedState.h"
+#include "platform/SocketHIDManager.h"
+#include "simulator/PedalServer.h"
+#include "ui/AppDelegate.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+#include <sys/socket.h>
+
+#include <array>
+#include <thread>
+
+namespace cabslot::testing {
+
+class WindowFixture : public ::testing::Test {
+protected:
+    WindowFixture() {
+        resetSharedState();
+        std::filesystem::create_directories(folder.path("bundle/Contents/Resources"));
+        folder.write("bundle/Contents/Resources/0.wav", WavBuilder{}.add(0).bytes());
+    }
+
+    ~WindowFixture() override {
+        delegate.reset();
+        window.reset();
+        if (pedalThread.joinable()) {
+            server->stop();
+            pedalThread.join();
+        }
+        resetSharedState();
+    }
+
+    /// A pedal that confirms sooner than a real one, but not within a poll.
+    static simulator::PedalOptions quickPedal() {
+        simulator::PedalOptions options;
+        options.confirmDelay = std::chrono::milliseconds(100);
+        return options;
+    }
+
+    /// Opens the window on a pedal and waits for its names.
+    void open(const simulator::PedalOptions& options = quickPedal()) {
+        std::array<int, 2> ends{};
+        ASSERT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()), 0);
+        server = std::make_unique<simulator::PedalServer>(store, options, simulator::Log{});
+        server->adopt(ends[0]);
+        pedalThread = std::thread([this] { server->run(); });
+        openOn(std::make_unique<SocketHIDManager>(ends[1]));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return label(1) == "User 1          "; }));
+    }
+
+    void openOn(std::unique_ptr<HIDManager> service) {
+        manager = std::move(service);
+        window = std::make_unique<MainWindow>();
+        delegate = std::make_unique<AppDelegate>(
+            Surroundings{.manager = *manager,
+                         .bundle = folder.path("bundle"),
+                         .endProcess = [this](int status) { ended.push_back(status); },
+                         .pause = [this](std::chrono::milliseconds time) { pause(time); }});
+        delegate->window = window.get();
+        QObject::connect(qApp, &QApplication::lastWindowClosed, delegate.get(),
+                         &AppDelegate::applicationShouldTerminateAfterLastWindowClosed);
+        delegate->applicationDidFinishLaunching();
+        window->show();
+    }
+
+    RootViewController& root() { return *delegate->rootVC; }
+
+    QString label(int slot) {
+        return window->findChild<QLabel*>(QString("User%1Label").arg(slot))->text();
+    }
+    QString status() { return window->findChild<QLabel*>("status")->text(); }
+
+    /// The button with that tag: 1 to 4 add, 5 to 8 delete.
+    QPushButton* button(int tag) {
+        for (auto* candidate : window->findChildren<QPushButton*>()) {
+            if (candidate->property("tag").toInt() == tag)
+                return candidate;
+        }
+        ADD_FAILURE() << "no button " << tag;
+        return nullptr;
+    }
+    void press(int tag) { QTest::mouseClick(button(tag), Qt::LeftButton); }
+
+    /// The one panel or alert that is open, or null.
+    template<class Dialog>
+    Dialog* dialog() {
+        Dialog* open = nullptr;
+        for (auto* candidate : window->findChildren<Dialog*>()) {
+            if (candidate->isVisible())
+                open = candidate;
+        }
+        return open;
+    }
+
+    /// Answers the open panel with `path`, then lets the road run.
+    void choose(const std::string& path) {
+        auto* panel = dialog<QFileDialog>();
+        ASSERT_NE(panel, nullptr);
+        panel->selectFile(QString::fromStdString(path));
+        QMetaObject::invokeMethod(panel, "accept");
+        QCoreApplication::processEvents();
+    }
+
+    struct Alert {
+        QString title, detail;
+        QStringList buttons;
+        QMessageBox::Icon icon;
+        Qt::WindowModality modality;
+    };
+    static Alert read(const QMessageBox& box) {
+        QStringList buttons;
+        for (const auto* each : box.buttons())
+            buttons << each->text();
+        return {box.text(), box.informativeText(), buttons, box.icon(), box.windowModality()};
+    }
+
+    std::string wav(const std::string& name = "Cab.wav") {
+        return folder.write(name, WavBuilder{}.add(0x1234).bytes());
+    }
+
+    std::unique_ptr<HIDManager> manager;
+    TempFolder folder;
+    simulator::PedalStore store;
+    std::unique_ptr<simulator::PedalServer> server;
+    std::thread pedalThread;
+    std::unique_ptr<MainWindow> window;
+    std::unique_ptr<AppDelegate> delegate;
+    std::vector<int> ended; ///< the statuses the process would have ended with
+    /// What a poll's second is in a test: some time for the pedal, and the event loop runs.
+    std::function<void(std::chrono::milliseconds)> pause = [](std::chrono::milliseconds) {
+        QTest::qWait(20);
+    };
+};
+
+} // namespace cabslot::testing

@@ -1,0 +1,22 @@
+#include "tests/irfile/WavBuilder.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QSettings>
+#include <QTimer>
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const cabslot::testing::TempFolder settings; // not the user's own
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       QString::fromStdString(settings.path("")));
+    ::testing::InitGoogleTest(&argc, argv);
+    const QApplication application(argc, argv);
+    QApplication::setOrganizationName("cabslot-tests");
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    // Inside the main loop, as the program is: Qt tells of the last window's closing only there.
+    QTimer::singleShot(0, [] { QApplication::exit(RUN_ALL_TESTS()); });
+    return QApplication::exec();
+}

@@ -1,0 +1,33 @@
+#include "ui/AppDelegate.h"
+
+#include "ui/Fatal.h"
+
+#include <QAbstractButton>
+#include <QLayout>
+
+namespace cabslot {
+
+AppDelegate::AppDelegate(const Surroundings& surroundings)
+    : rootVC(std::make_unique<RootViewController>(surroundings)),
+      endProcess_(surroundings.endProcess) {}
+
+void AppDelegate::applicationDidFinishLaunching() {
+    MainWindow& main = outlet(window);
+    main.setTitleBarTransparent(true);
+    main.setTitleVisible(false);
+    main.setMovableByBackground(true);
+    main.setFullSizeContent();
+    if (QAbstractButton* zoom = main.zoomButton())
+        zoom->hide();
+    if (QWidget* content = main.contentView())
+        content->layout()->addWidget(rootVC->view());
+    main.center();
+}
+
+void AppDelegate::applicationWillTerminate() {}
+
+void AppDelegate::applicationShouldTerminateAfterLastWindowClosed() {
+    endProcess_(0);
+}
+
+} // namespace cabslot

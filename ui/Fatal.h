@@ -1,0 +1,36 @@
+// Programming errors that stop the process: an outlet that is not connected, a window that is not
+// there.
+#pragma once
+
+#include <QPointer>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace cabslot {
+
+inline constexpr const char* nilUnwrapped =
+    "Unexpectedly found nil while unwrapping an Optional value";
+inline constexpr const char* nilOutlet =
+    "Unexpectedly found nil while implicitly unwrapping an Optional value";
+
+[[noreturn]] inline void fatalError(const char* what) {
+    std::fprintf(stderr, "Fatal error: %s\n", what);
+    std::abort();
+}
+
+/// The object behind a pointer that must not be null.
+template<class T>
+T& unwrapped(T* pointer, const char* what = nilUnwrapped) {
+    if (pointer == nullptr)
+        fatalError(what);
+    return *pointer;
+}
+
+/// The widget behind a weak outlet that must be connected.
+template<class T>
+T& outlet(const QPointer<T>& pointer) {
+    return unwrapped(pointer.data(), nilOutlet);
+}
+
+} // namespace cabslot

@@ -1,0 +1,22 @@
+// How the window looks: one style sheet, its colours mixed from the desktop's palette.
+#pragma once
+
+#include <QFont>
+#include <QPalette>
+#include <QString>
+
+class QWidget;
+
+namespace cabslot {
+
+/// The sheet for the whole window. Widgets are told apart by their property "role": heading, card,
+/// row, number, name, status.
+QString styleSheetFor(const QPalette& palette);
+
+/// Sets a property that the sheet looks at (target, problem), and has it look again.
+void setLook(QWidget& widget, const char* property, bool value);
+
+QFont headingFont();
+QFont nameFont(); ///< a fixed pitch: the names' columns are part of them
+
+} // namespace cabslot

@@ -1,0 +1,106 @@
+#include "ui/MainWindow.h"
+
+#include "ui/BusyWait.h"
+#include "ui/Glyphs.h"
+#include "ui/Look.h"
+#include "ui_Main.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <QWindow>
+
+namespace cabslot {
+
+MainWindow::MainWindow() : ui_(std::make_unique<Ui::Main>()) {
+    ui_->setupUi(this);
+    setWindowFlags(windowFlags() | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_StyledBackground);
+    setFocusPolicy(Qt::ClickFocus); // nothing is marked until somebody uses the keyboard
+    setFocus();
+    ui_->titleBar->setAttribute(Qt::WA_StyledBackground);
+    ui_->minimiseButton->setIcon(glyphIcon(Glyph::minimise));
+    ui_->closeButton->setIcon(glyphIcon(Glyph::close));
+    ui_->closeButton->setProperty(BusyWait::worksWhileBusy, true);
+    connect(ui_->closeButton, &QToolButton::clicked, this, &QWidget::close);
+    connect(ui_->minimiseButton, &QToolButton::clicked, this, &QWidget::showMinimized);
+    connect(ui_->zoomButton, &QToolButton::clicked, this, &QWidget::showMaximized);
+    connect(new QShortcut(QKeySequence::Quit, this), &QShortcut::activated, this, &QWidget::close);
+    dress();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::center() {
+    adjustSize();
+    const QRect available = screen()->availableGeometry();
+    move(available.center() - rect().center());
+}
+
+void MainWindow::setTitleBarTransparent(bool transparent) {
+    ui_->titleBar->setProperty("transparent", transparent);
+    dress();
+}
+
+// The strip keeps its height and its buttons their places without the text.
+void MainWindow::setTitleVisible(bool visible) {
+    ui_->titleText->setText(visible ? windowTitle() : QString());
+}
+
+void MainWindow::setMovableByBackground(bool movable) {
+    movable_ = movable;
+}
+
+void MainWindow::setFullSizeContent() {
+    ui_->windowLayout->removeWidget(ui_->contentView);
+    ui_->windowLayout->addWidget(ui_->contentView, 0, 0, 2, 1);
+    ui_->titleBar->raise();
+}
+
+QWidget* MainWindow::contentView() const {
+    return ui_->contentView;
+}
+
+QAbstractButton* MainWindow::closeButton() const {
+    return ui_->closeButton;
+}
+
+QAbstractButton* MainWindow::zoomButton() const {
+    return ui_->zoomButton;
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        dress();
+}
+
+// Setting the sheet changes the palette in its turn.
+void MainWindow::dress() {
+    if (dressing_)
+        return;
+    dressing_ = true;
+    setStyleSheet(styleSheetFor(QGuiApplication::palette()));
+    dressing_ = false;
+}
+
+void MainWindow::mousePressEvent(QMouseEvent* event) {
+    if (!movable_ || event->button() != Qt::LeftButton)
+        return;
+    // Without a window manager nobody moves the window for us.
+    if (windowHandle() == nullptr || !windowHandle()->startSystemMove())
+        grabbedAt_ = event->globalPosition().toPoint() - pos();
+}
+
+void MainWindow::mouseMoveEvent(QMouseEvent* event) {
+    if (grabbedAt_)
+        move(event->globalPosition().toPoint() - *grabbedAt_);
+}
+
+void MainWindow::mouseReleaseEvent(QMouseEvent* /*event*/) {
+    grabbedAt_.reset();
+}
+
+} // namespace cabslot

@@ -1,0 +1,107 @@
+// The main view: four slots with a name, an add and a delete button each; the owner of the
+// program's one device link and the observer of its events.
+//
+// Everything runs on the main thread, except observeValue().
+#pragma once
+
+#include "device/HIDClass.h"
+#include "device/SlotTexts.h"
+#include "ui/BusyWait.h"
+#include "ui/MainQueue.h"
+#include "upload/SlotRoad.h"
+
+#include <QLabel>
+#include <QList>
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QUrl>
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+
+class QAbstractButton;
+
+namespace Ui {
+class RootViewController;
+}
+
+namespace cabslot {
+
+/// What the main view needs from around it.
+struct Surroundings {
+    HIDManager& manager;                        ///< outlives the view
+    std::string bundle;                         ///< the bundle's path, for the blank IR
+    std::function<void(int status)> endProcess; ///< ends the process at once
+    BusyWait::Pause pause = BusyWait::paintFor; ///< passes a second between two polls
+};
+
+class RootViewController final : public QObject {
+    Q_OBJECT
+public:
+    /// Makes the device link, which makes it the process's `object`; does not start it.
+    explicit RootViewController(Surroundings surroundings);
+    ~RootViewController() override;
+
+    /// The view; the first call loads it and starts the device link. Whoever takes it in owns it.
+    QWidget* view();
+
+    /// Shows the open panel for the slot whose add button `sender` is, by its tag 1 to 4.
+    void add(QObject* sender);
+    /// Clears the slot whose delete button `sender` is, by its tag 5 to 8.
+    void del(QObject* sender);
+
+    void addIR(std::int64_t index); ///< shows the open panel for slot 1 to 4
+    void delIR(std::int64_t index); ///< clears slot 1 to 4, at once
+
+    /// Loads a file into slot `index`; does not return before the pedal has confirmed it, or 600
+    /// polls are over, or the file was refused.
+    void importFile(std::int64_t index, const QString& path);
+
+    /// Loads the one WAV file that was dropped on slot `index`, or says why not.
+    void importDropped(std::int64_t index, const QList<QUrl>& files);
+
+    /// The error sheet over the main window, with `hitString` as its detail text. Returns at once.
+    void alterIRError(const QString& hitString);
+
+    /// For each assignment of KVOValue, on any thread: queues one reaction.
+    void observeValue();
+
+    QPointer<QLabel> User1Label; ///< shows the name of User 1
+    QPointer<QLabel> User2Label; ///< shows the name of User 2
+    QPointer<QLabel> User3Label; ///< shows the name of User 3
+    QPointer<QLabel> User4Label; ///< shows the name of User 4
+    QStringList IRName;          ///< what a cleared slot's label shows
+
+private:
+    void loadView();
+    void viewDidLoad();
+    void setUpRows();
+    void showIdle();
+    void react();
+    void showSlotNames();
+    void tellDisconnect();
+    void panelClosed(std::int64_t index, int answer, const QString& path);
+    std::array<QPointer<QLabel>*, slotCount> labels();
+    QLabel& labelOf(std::int64_t index);
+
+    using Road = std::function<RoadResult(const RoadOptions&, RoadWaiting&)>;
+    RoadResult walk(std::int64_t index, BusyWait::Counter counter, const Road& road);
+    void showProgress(std::int64_t index, unsigned frame, std::int64_t seconds);
+    void tellEnd(std::int64_t index, const RoadResult& result, const QString& done);
+    void refuse(const QString& file, const std::string& why);
+    void showStatus(const QString& text, bool problem = false);
+
+    Surroundings surroundings_;
+    std::unique_ptr<Ui::RootViewController> ui_;
+    QPointer<QWidget> view_;
+    MainQueue mainQueue_;
+
+public:
+    /// The device link. Last: it goes first, and its thread uses the queue above.
+    HIDClass hidClass;
+};
+
+} // namespace cabslot
