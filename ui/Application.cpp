@@ -48,7 +48,7 @@ std::string chosenPedal(int argc, char** argv) {
     if (!parser.positionalArguments().isEmpty())
         refuseUsage("no argument is expected but options");
     parser.process(application); // --help and --version end here
-    const std::string choice = parser.value(pedal).toStdString();
+    std::string choice = parser.value(pedal).toStdString();
     if (const std::string wrong = whatIsWrongWithPedal(choice); !wrong.empty())
         refuseUsage(wrong);
     return choice;

@@ -150,7 +150,7 @@ RoadResult RootViewController::walk(std::int64_t index, BusyWait::Counter counte
         },
         counter);
     mainQueue_.hold();
-    const RoadResult result = road({.arming = Arming::afterUpload}, waiting);
+    RoadResult result = road({.arming = Arming::afterUpload}, waiting);
     mainQueue_.release();
     showIdle();
     if (waiting.closeRequested())
