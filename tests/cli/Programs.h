@@ -19,12 +19,6 @@
 
 namespace cabslot::testing {
 
-inline std::string contentOf(const std::string& path) {
-    std::ostringstream content;
-    content << std::ifstream(path, std::ios::binary).rdbuf();
-    return content.str();
-}
-
 /// A child process whose output goes to files in a folder.
 class Program {
 public:

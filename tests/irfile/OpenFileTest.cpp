@@ -13,6 +13,7 @@ namespace {
 
 using testing::chunk;
 using testing::factoryFile;
+using testing::NotRoot;
 using testing::TempFolder;
 using testing::WavBuilder;
 
@@ -119,23 +120,6 @@ TEST_F(OpenFile, NothingToRead) {
     expectRefused(folder_.path(std::string(300, 'a')), "its name or path is too long");
     expectRefused(large, "it is too large: files of 4 GiB and more are not read");
 }
-
-// Root may read everything: as root, be somebody else for the time of one call.
-class NotRoot {
-public:
-    NotRoot() : root_(::geteuid() == 0 && ::seteuid(somebody) == 0) {}
-    NotRoot(const NotRoot&) = delete;
-    NotRoot& operator=(const NotRoot&) = delete;
-    ~NotRoot() {
-        if (root_) {
-            EXPECT_EQ(::seteuid(0), 0);
-        }
-    }
-
-private:
-    static constexpr uid_t somebody = 65534;
-    bool root_;
-};
 
 TEST_F(OpenFile, WithoutPermission) {
     const std::string path = folder_.write("secret.wav", WavBuilder{}.bytes());

@@ -1,13 +1,11 @@
-// Builds WAV files, good and bad, and folders to put them in. Depends on no test framework.
+// Builds WAV files and factory IR files, good and bad.
 #pragma once
+
+#include "tests/support/Files.h"
 
 #include <bit>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <optional>
-#include <stdexcept>
 #include <string>
 
 namespace cabslot::testing {
@@ -79,37 +77,5 @@ inline std::string factoryFile(std::uint8_t index, const std::string& samples) {
     bytes.resize(512, '\x55');
     return bytes + samples;
 }
-
-/// A new folder that goes with all its files when this does.
-class TempFolder {
-public:
-    TempFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "cabslot-XXXXXX").string();
-        if (!::mkdtemp(pattern.data()))
-            throw std::runtime_error("no temporary folder");
-        path_ = pattern;
-    }
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-    ~TempFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-
-    std::string path(const std::string& name) const { return (path_ / name).string(); }
-
-    /// Writes a file and returns its path.
-    std::string write(const std::string& name, const std::string& bytes) const {
-        std::ofstream file(path_ / name, std::ios::binary);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        file.close();
-        if (!file)
-            throw std::runtime_error("cannot write " + name);
-        return path(name);
-    }
-
-private:
-    std::filesystem::path path_;
-};
 
 } // namespace cabslot::testing

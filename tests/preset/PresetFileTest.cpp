@@ -1,6 +1,6 @@
 // What is read, what is refused with which number, and the data area.
 #include "preset/QNPresetFile.h"
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // What saving writes, and that the file is the old one or the new one whatever happens.
 #include "preset/QNPresetFile.h"
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 
@@ -61,15 +61,12 @@ int __wrap_rename(const char* from, const char* to) {
 namespace cabslot {
 namespace {
 
+using testing::contentOf;
+using testing::NotRoot;
+
 namespace fs = std::filesystem;
 
 constexpr std::int32_t untouched = -7;
-
-std::string contentOf(const std::string& path) {
-    std::ostringstream content;
-    content << std::ifstream(path, std::ios::binary).rdbuf();
-    return content.str();
-}
 
 struct Trouble;
 
@@ -167,23 +164,6 @@ TEST_F(SavePreset, NamesThatLeaveNoRoomForAnother) {
     EXPECT_TRUE(holds(folder_.path(std::string(255, 'n')), 1));
     EXPECT_EQ(filesInFolder(), 2);
 }
-
-// Root may write everywhere: as root, be somebody else for the time of one call.
-class NotRoot {
-public:
-    NotRoot() : root_(::geteuid() == 0 && ::seteuid(somebody) == 0) {}
-    NotRoot(const NotRoot&) = delete;
-    NotRoot& operator=(const NotRoot&) = delete;
-    ~NotRoot() {
-        if (root_) {
-            EXPECT_EQ(::seteuid(0), 0);
-        }
-    }
-
-private:
-    static constexpr uid_t somebody = 65534;
-    bool root_;
-};
 
 TEST_F(SavePreset, IntoAFolderWithoutPermission) {
     ASSERT_EQ(save(path_, 1), untouched);

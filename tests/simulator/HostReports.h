@@ -3,15 +3,14 @@
 
 #include "simulator/PedalFrames.h"
 #include "simulator/PedalReplies.h"
+#include "tests/support/Files.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <span>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace cabslot::simulator::testing {
@@ -70,21 +69,6 @@ inline Bytes wholeImport(std::uint8_t slot, std::uint8_t flag, const std::string
     return stream;
 }
 
-/// A folder of the test's own, gone at its end.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string name = std::filesystem::temp_directory_path() / "pedal-XXXXXX";
-        path_ = ::mkdtemp(name.data());
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-    const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
+using cabslot::testing::TempFolder;
 
 } // namespace cabslot::simulator::testing

@@ -108,7 +108,7 @@ protected:
         return std::find(log_.begin(), log_.end(), line) != log_.end();
     }
 
-    TemporaryFolder folder_;
+    TempFolder folder_;
     std::string path_ = folder_.path() / "pedal.sock";
     PedalStore store_;
     PedalOptions options_;

@@ -42,7 +42,7 @@ TEST(PedalStoreTest, newPedal) {
 }
 
 TEST(PedalStoreTest, keepsWhatWasStoredAcrossRuns) {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const fs::path deep = folder.path() / "a" / "b";
     std::string why;
     {
@@ -61,7 +61,7 @@ TEST(PedalStoreTest, keepsWhatWasStoredAcrossRuns) {
 }
 
 TEST(PedalStoreTest, slotFileIsTheBlockThenTheNameThenTheFlag) {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     std::string why;
     std::optional<PedalStore> store = PedalStore::open(folder.path(), why);
     ASSERT_TRUE(store && store->store(2, slotNamed("Cab"), why)) << why;
@@ -74,7 +74,7 @@ TEST(PedalStoreTest, slotFileIsTheBlockThenTheNameThenTheFlag) {
 }
 
 TEST(PedalStoreTest, refusesWhatIsNoSlotFileOrNoFolder) {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     const fs::path file = folder.path() / "user2.slot";
     std::ofstream(file) << "short";
     std::string why;
@@ -109,7 +109,7 @@ private:
 };
 
 TEST(PedalStoreTest, failedSaveLeavesAllAsItWas) {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     std::string why;
     std::optional<PedalStore> store = PedalStore::open(folder.path(), why);
     ASSERT_TRUE(store && store->store(0, slotNamed("Old"), why)) << why;
@@ -125,7 +125,7 @@ TEST(PedalStoreTest, failedSaveLeavesAllAsItWas) {
 }
 
 TEST(PedalStoreTest, failedRenameLeavesNoTemporaryFile) {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     std::string why;
     std::optional<PedalStore> store = PedalStore::open(folder.path(), why);
     ASSERT_TRUE(store) << why;

@@ -158,7 +158,7 @@ TEST_F(SimulatedPedalTest, saysWhatItCannotUse) {
 }
 
 TEST_F(SimulatedPedalTest, whatCannotBeSavedIsNeverConfirmed) {
-    const TemporaryFolder folder;
+    const TempFolder folder;
     std::string why;
     store_ = PedalStore::open(folder.path() / "gone", why).value();
     std::filesystem::remove(folder.path() / "gone");

@@ -1,4 +1,4 @@
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/Files.h"
 
 #include <gtest/gtest.h>
 
