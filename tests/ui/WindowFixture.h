@@ -46,7 +46,7 @@ protected:
     /// A pedal that confirms sooner than a real one, but not within a poll.
     static simulator::PedalOptions quickPedal() {
         simulator::PedalOptions options;
-        options.confirmDelay = std::chrono::milliseconds(100);
+        options.confirmDelay = std::chrono::milliseconds(300);
         return options;
     }
 
