@@ -23,11 +23,11 @@ TEST_F(Cabslotctl, ListsLoadsAndClears) {
     const std::string block = contentOf(folder.path("block"));
     ASSERT_EQ(block.size(), 4096U);
     EXPECT_EQ(block.substr(0, 8), std::string("\x00\x34\x12\x00\x00\xFE\xFF\x00", 8));
-    EXPECT_EQ(contentOf(folder.path("st/user2.slot")).substr(0, 4096), block);
+    EXPECT_TRUE(contentOf(folder.path("st/user2.slot")).substr(0, 4096) == block);
 
     EXPECT_EQ(run({"clear", "2"}), 0);
     EXPECT_EQ(out, "User 2: User 2\n");
-    EXPECT_EQ(contentOf(folder.path("st/user2.slot")).substr(0, 4096), std::string(4096, '\0'));
+    EXPECT_TRUE(contentOf(folder.path("st/user2.slot")).substr(0, 4096) == std::string(4096, '\0'));
     EXPECT_EQ(run({"list"}), 0);
     EXPECT_EQ(out, "User 1: User 1\nUser 2: User 2\nUser 3: User 3\nUser 4: User 4\n");
 }
