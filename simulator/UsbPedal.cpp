@@ -127,8 +127,10 @@ bool UsbPedal::submitControl(const UsbIpRequest& request) {
     const auto data = answerControl(request.setup);
     if (!data)
         return answer(encodeSubmitAnswer(request.sequence, statusStalled, 0, {}));
-    const std::size_t moved = request.in ? data->size() : request.length;
-    return answer(encodeSubmitAnswer(request.sequence, 0, moved, *data));
+    if (!request.in)
+        return answer(encodeSubmitAnswer(request.sequence, 0, request.length, {}));
+    const std::size_t moved = std::min<std::size_t>(data->size(), request.length);
+    return answer(encodeSubmitAnswer(request.sequence, 0, moved, std::span(*data).first(moved)));
 }
 
 bool UsbPedal::submitReport(const UsbIpRequest& request, std::span<const std::uint8_t> report) {
