@@ -109,11 +109,12 @@ TEST(UsbIp, ReadsBigEndianNumbers) {
 }
 
 TEST(UsbIp, WritesAnswers) {
-    Bytes submit(48);
+    Bytes submit(50);
     submit[3] = 3;
     submit[7] = 9;
     submit[27] = 2;
-    submit.insert(submit.end(), {0xAB, 0xCD});
+    submit[48] = 0xAB;
+    submit[49] = 0xCD;
     EXPECT_EQ(encodeSubmitAnswer(9, 0, 2, Bytes{0xAB, 0xCD}), submit);
 
     Bytes unlink(48);
