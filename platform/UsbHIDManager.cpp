@@ -127,7 +127,7 @@ void UsbHIDManager::lookForDevices() {
     }
 }
 
-void UsbHIDManager::announce(Device device) {
+void UsbHIDManager::announce(const Device& device) {
     hadDevice_ = true;
     devices_.push_back(device);
     callbacks_.matching(callbacks_.context, 0, this, device);

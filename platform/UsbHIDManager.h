@@ -34,7 +34,7 @@ private:
 
     bool mayLook() const;
     void lookForDevices();
-    void announce(Device device);
+    void announce(const Device& device);
     void listen(TimePoint deadline);
     void readFrom(const Device& device, int milliseconds);
     void considerLoss(const Device& device, int milliseconds);
