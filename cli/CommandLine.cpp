@@ -2,6 +2,7 @@
 
 #include "cli/Command.h"
 #include "cli/Console.h"
+#include "cli/DoctorCommand.h"
 #include "cli/PresetCommand.h"
 #include "platform/PedalChoice.h"
 
@@ -38,7 +39,8 @@ Examples:
   cabslotctl load 2 "Room 4x12.wav"
   cabslotctl clear 2
   cabslotctl inspect Cab.wav --json
-  cabslotctl preset show Live.preset)";
+  cabslotctl preset show Live.preset
+  cabslotctl doctor)";
 
 void addPedalOptions(CLI::App& app, PedalOptions& pedal) {
     pedal.pedal = defaultPedal;
@@ -85,6 +87,7 @@ int runCommandLine(int argc, const char* const* argv) {
     commands.push_back(std::make_unique<ClearCommand>(app, pedal));
     commands.push_back(std::make_unique<InspectCommand>(app));
     commands.push_back(std::make_unique<PresetCommand>(app));
+    commands.push_back(std::make_unique<DoctorCommand>(app));
 
     try {
         app.parse(argc, argv);

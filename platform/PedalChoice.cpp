@@ -2,6 +2,7 @@
 
 #include "platform/BuiltInPedal.h"
 #include "platform/SocketHIDManager.h"
+#include "platform/UsbHIDManager.h"
 
 #include <string_view>
 #include <thread>
@@ -59,8 +60,7 @@ std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice) {
         return makeBuiltInPedal();
     if (isSocket(choice))
         return std::make_unique<SocketHIDManager>(choice.substr(socketPrefix.size()));
-    return std::make_unique<AbsentHIDManager>(
-        "this version cannot talk to a pedal on USB yet; try --pedal sim or --pedal unix:PATH");
+    return std::make_unique<UsbHIDManager>();
 }
 
 } // namespace cabslot

@@ -1,5 +1,7 @@
-// cabslot-sim: a simulated pedal at a Unix socket, for using and testing Cabslot without hardware.
+// cabslot-sim: a simulated pedal at a Unix socket or on a virtual USB port, for using and testing
+// Cabslot without hardware.
 #include "simulator/PedalServer.h"
+#include "simulator/UsbPedal.h"
 
 #include <CLI/CLI.hpp>
 
@@ -9,7 +11,10 @@
 #include <exception>
 #include <optional>
 #include <string>
+#include <sys/signalfd.h>
+#include <sys/socket.h>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -23,6 +28,7 @@ constexpr std::chrono::milliseconds secondPedalPace{100};
 
 struct Arguments {
     std::string socket;
+    bool usb = false;
     std::string state;
     unsigned confirmDelay = 1500;
     std::vector<std::string> faults;
@@ -44,15 +50,16 @@ std::string faultHelp() {
         line.resize(26, ' ');
         text += line + std::string(fault.meaning) + "\n";
     }
-    return text +
-           "\nEnd it with Ctrl-C. Status: 0 ended by a signal, 1 the socket or the folder cannot\n"
-           "be had, 2 wrong usage.\n";
+    return text + "\nEnd it with Ctrl-C. Status: 0 ended by a signal or, on USB, unplugged; 1 the "
+                  "socket, the\n"
+                  "USB port or the folder cannot be had; 2 wrong usage.\n";
 }
 
 void addOptions(CLI::App& app, Arguments& arguments) {
     app.add_option("--socket", arguments.socket, "Where hosts connect, e.g. /tmp/pedal.sock")
-        ->type_name("PATH")
-        ->required();
+        ->type_name("PATH");
+    app.add_flag("--usb", arguments.usb,
+                 "On a virtual USB port instead (module vhci-hcd, root): plugged in until it ends");
     app.add_option("--state", arguments.state,
                    "Keep the slots in this folder (made if need be); memory only without it")
         ->type_name("DIR");
@@ -72,6 +79,12 @@ void addOptions(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", CABSLOT_VERSION);
     app.get_formatter()->column_width(26);
     app.footer(faultHelp());
+    app.final_callback([&arguments] {
+        if (arguments.socket.empty() != arguments.usb)
+            throw CLI::ValidationError("give either --socket or --usb");
+        if (arguments.usb && arguments.secondDevice)
+            throw CLI::ValidationError("--second-device needs --socket");
+    });
 }
 
 PedalOptions optionsOf(const Arguments& arguments) {
@@ -119,15 +132,28 @@ void serveUntilSignal(const std::vector<PedalServer*>& servers, const sigset_t& 
         thread.join();
 }
 
-int simulate(const Arguments& arguments) {
-    const sigset_t signals = blockEndSignals();
+/// Until a signal comes or the pedal vanishes.
+int serveOnUsb(PedalServer& pedal, const sigset_t& signals) {
     std::string why;
-    std::optional<PedalStore> store{PedalStore{}};
-    if (!arguments.state.empty())
-        store = PedalStore::open(arguments.state, why);
-    if (!store)
+    FileDescriptor bus = plugIntoVirtualPort(why);
+    if (!bus)
         return fail(why);
-    PedalServer pedal(*store, optionsOf(arguments), printLine);
+    const FileDescriptor stop(::signalfd(-1, &signals, SFD_CLOEXEC));
+    int ends[2];
+    if (!stop || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
+        return fail("the system gives no descriptors");
+    pedal.adopt(ends[0]);
+    UsbPedal cable(std::move(bus), FileDescriptor(ends[1]));
+    printLine("plugged in");
+    std::thread thread([&pedal] { pedal.run(); }); // ends when the cable is pulled
+    cable.run(stop.get());
+    thread.join();
+    printLine("unplugged");
+    return 0;
+}
+
+int serveOnSockets(PedalServer& pedal, const Arguments& arguments, const sigset_t& signals) {
+    std::string why;
     if (!pedal.listenAt(arguments.socket, why))
         return fail(why);
     PedalStore secondStore("Other ");
@@ -146,6 +172,18 @@ int simulate(const Arguments& arguments) {
         printLine("second pedal: listening on " + arguments.socket + ".2");
     serveUntilSignal(servers, signals);
     return 0;
+}
+
+int simulate(const Arguments& arguments) {
+    const sigset_t signals = blockEndSignals();
+    std::string why;
+    std::optional<PedalStore> store{PedalStore{}};
+    if (!arguments.state.empty())
+        store = PedalStore::open(arguments.state, why);
+    if (!store)
+        return fail(why);
+    PedalServer pedal(*store, optionsOf(arguments), printLine);
+    return arguments.usb ? serveOnUsb(pedal, signals) : serveOnSockets(pedal, arguments, signals);
 }
 
 int run(int argc, char** argv) {

@@ -1,4 +1,6 @@
 // The HID service over sockets, and the trace around it, with the test at the pedal's end.
+#include "tests/platform/Journal.h"
+
 #include "platform/SocketHIDManager.h"
 #include "platform/TracingHIDManager.h"
 
@@ -14,29 +16,6 @@ namespace cabslot::testing {
 namespace {
 
 using namespace std::chrono_literals;
-
-// Writes down what the service calls: "+" matched, "-" removed, a number: a report's length.
-struct Journal {
-    HIDCallbacks callbacks() {
-        return {
-            .context = this,
-            .matching = [](void* context, int, void*,
-                           const HIDDeviceRef& device) { of(context).add("+", device); },
-            .removal = [](void* context, int, void*,
-                          const HIDDeviceRef& device) { of(context).add("-", device); },
-            .report = [](void* context, int, const HIDDeviceRef& device, HIDReportType,
-                         std::uint32_t, const std::uint8_t*,
-                         std::size_t length) { of(context).add(std::to_string(length), device); }};
-    }
-    static Journal& of(void* context) { return *static_cast<Journal*>(context); }
-    void add(const std::string& what, const HIDDeviceRef& from) {
-        text += what + " ";
-        lastDevice = from;
-    }
-
-    std::string text;
-    HIDDeviceRef lastDevice;
-};
 
 class Socket : public ::testing::Test {
 protected:

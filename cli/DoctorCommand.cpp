@@ -1,0 +1,61 @@
+#include "cli/DoctorCommand.h"
+
+#include "platform/UsbBus.h"
+
+#include <nlohmann/json.hpp>
+
+#include <iostream>
+
+namespace cabslot {
+
+namespace {
+
+const char* nameOf(UsbStatus status) {
+    switch (status) {
+    case UsbStatus::ok:
+        return "ok";
+    case UsbStatus::notPermitted:
+        return "not_permitted";
+    case UsbStatus::otherRelease:
+        return "other_release";
+    case UsbStatus::failing:
+        return "failing";
+    case UsbStatus::noPedal:
+        break;
+    }
+    return "no_pedal";
+}
+
+void printJson(const UsbVerdict& verdict) {
+    nlohmann::ordered_json json = {{"version", 1}, {"status", nameOf(verdict.status)}};
+    if (!verdict.path.empty()) {
+        json["path"] = verdict.path;
+        json["release"] = verdict.release;
+    }
+    json["message"] = verdict.message;
+    if (!verdict.fix.empty())
+        json["fix"] = verdict.fix;
+    std::cout << json.dump(2) << '\n';
+}
+
+void printLines(const UsbVerdict& verdict) {
+    std::cout << verdict.message << '\n';
+    if (!verdict.fix.empty())
+        std::cout << "This puts it right:\n  " << verdict.fix << '\n';
+}
+
+} // namespace
+
+DoctorCommand::DoctorCommand(CLI::App& app)
+    : Command(app, "doctor", "Look for the pedal on USB and say what to do if it cannot be used") {
+    subcommand().add_flag("--json", json_, "Print JSON instead of lines of text");
+}
+
+ExitStatus DoctorCommand::run() {
+    const UsbVerdict verdict = verdictOn(inspectUsb(usbPedal), usbPedal);
+    leaveUsb();
+    json_ ? printJson(verdict) : printLines(verdict);
+    return verdict.status == UsbStatus::ok ? ExitStatus::done : ExitStatus::noPedal;
+}
+
+} // namespace cabslot

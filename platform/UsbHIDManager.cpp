@@ -1,0 +1,209 @@
+#include "platform/UsbHIDManager.h"
+
+#include <hidapi.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <span>
+#include <thread>
+#include <utility>
+
+namespace cabslot {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+constexpr auto lookInterval = 500ms;
+constexpr int turnOfEach = 1;       // ms, when several devices share the time
+constexpr int interruptedTries = 3; // a signal ends a system call early
+constexpr int failuresThatLose = 5; // in a row
+constexpr std::uint8_t noReportID = 0;
+
+int millisecondsUntil(HIDManager::TimePoint deadline) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+    return static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 1000));
+}
+
+bool isFinal(int error) {
+    constexpr std::array gone = {ENODEV, ENXIO, ESHUTDOWN, EIO, EBADF};
+    return std::find(gone.begin(), gone.end(), error) != gone.end();
+}
+
+} // namespace
+
+class UsbDevice final : public HIDDevice {
+public:
+    explicit UsbDevice(UsbFinding finding)
+        : path_(std::move(finding.path)), handle_(std::move(finding.handle)) {}
+
+    // The kernel waits up to five seconds for a pedal that takes nothing; hidraw has no way to ask
+    // for less.
+    bool SetReport(const HIDReport& report) override {
+        if (!handle_)
+            return false;
+        std::array<std::uint8_t, 1 + hidReportSize> packet{noReportID};
+        std::copy(report.begin(), report.end(), packet.begin() + 1);
+        for (int i = 0; i < interruptedTries; ++i) {
+            errno = 0;
+            if (::hid_write(handle_.get(), packet.data(), packet.size()) ==
+                static_cast<int>(packet.size())) {
+                failedWrites_ = 0;
+                return true;
+            }
+            if (errno != EINTR)
+                break;
+        }
+        lost_ = isFinal(errno) || ++failedWrites_ >= failuresThatLose;
+        return false;
+    }
+
+    void close() override { handle_.reset(); }
+
+    // Bytes read, 0 when the time is over, -1 when the device cannot be read. An interrupted wait
+    // looks like the latter, but not twice.
+    int read(std::span<std::uint8_t> buffer, int milliseconds) {
+        int size = ::hid_read_timeout(handle_.get(), buffer.data(), buffer.size(), milliseconds);
+        for (int i = 1; size < 0 && i < interruptedTries; ++i)
+            size = ::hid_read_timeout(handle_.get(), buffer.data(), buffer.size(), 0);
+        failedReads_ = size < 0 ? failedReads_ + 1 : 0;
+        return size;
+    }
+
+    const std::string& path() const { return path_; }
+    bool isOpen() const { return handle_ != nullptr; }
+    bool writesAreLost() const { return lost_; }
+    bool readsAreLost() const { return failedReads_ >= failuresThatLose; }
+
+private:
+    std::string path_;
+    UsbHandle handle_;
+    int failedWrites_ = 0; ///< in a row
+    int failedReads_ = 0;  ///< in a row
+    bool lost_ = false;
+};
+
+UsbHIDManager::UsbHIDManager() = default;
+
+UsbHIDManager::~UsbHIDManager() {
+    for (const Device& device : devices_)
+        device->close();
+    leaveUsb();
+}
+
+bool UsbHIDManager::open(const HIDMatching& matching, const HIDCallbacks& callbacks) {
+    matching_ = matching;
+    callbacks_ = callbacks;
+    return ::hid_init() == 0;
+}
+
+void UsbHIDManager::waitForEvents(TimePoint deadline) {
+    dropClosedAndLost();
+    if (devices_.empty() && mayLook())
+        lookForDevices();
+    do {
+        listen(deadline);
+        dropClosedAndLost(); // a callback may have closed or written
+    } while (Clock::now() < deadline);
+}
+
+bool UsbHIDManager::mayLook() const {
+    return Clock::now() >= nextLook_;
+}
+
+void UsbHIDManager::lookForDevices() {
+    std::vector<UsbFinding> findings = inspectUsb(matching_);
+    nextLook_ = Clock::now() + lookInterval;
+    const UsbVerdict verdict = verdictOn(findings, matching_);
+    if (verdict.status == UsbStatus::ok)
+        setWhyNoDevice({});
+    else if (verdict.status != UsbStatus::noPedal || !hadDevice_)
+        setWhyNoDevice(verdict.message + (verdict.fix.empty() ? "" : "; run: " + verdict.fix));
+    for (UsbFinding& finding : findings) {
+        if (finding.handle)
+            announce(std::make_shared<UsbDevice>(std::move(finding)));
+    }
+}
+
+void UsbHIDManager::announce(const Device& device) {
+    hadDevice_ = true;
+    devices_.push_back(device);
+    callbacks_.matching(callbacks_.context, 0, this, device);
+}
+
+// One turn: all the time is the only device's, or each of several has a little.
+void UsbHIDManager::listen(TimePoint deadline) {
+    const int left = millisecondsUntil(deadline);
+    if (devices_.empty())
+        std::this_thread::sleep_for(std::chrono::milliseconds(left));
+    const int turn = devices_.size() > 1 ? std::min(left, turnOfEach) : left;
+    // From the back, since a device that is gone leaves the list.
+    for (std::size_t i = devices_.size(); i-- > 0;)
+        readFrom(Device(devices_[i]), turn);
+}
+
+void UsbHIDManager::readFrom(const Device& device, int milliseconds) {
+    if (!device->isOpen())
+        return;
+    std::array<std::uint8_t, hidReportSize + 1> report{}; // one more: a long report shows
+    const int size = device->read(report, milliseconds);
+    if (size > 0)
+        callbacks_.report(callbacks_.context, 0, device, HIDReportType::input, 0, report.data(),
+                          static_cast<std::size_t>(size));
+    if (size < 0)
+        considerLoss(device, milliseconds);
+}
+
+// A failed read alone proves nothing. The bus is asked, unless it was a moment ago; in that case
+// the next reads decide.
+void UsbHIDManager::considerLoss(const Device& device, int milliseconds) {
+    if (device->readsAreLost() || isKnownToBeGone(device))
+        remove(device);
+    else // the read returned early
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+bool UsbHIDManager::isKnownToBeGone(const Device& device) {
+    if (!mayLook())
+        return false;
+    const std::vector<UsbFinding> there = findOnUsb(matching_);
+    nextLook_ = Clock::now() + lookInterval;
+    return std::none_of(there.begin(), there.end(),
+                        [&](const UsbFinding& finding) { return finding.path == device->path(); });
+}
+
+// A device that the link has closed is forgotten, so that it can be found anew when it is the only
+// one left.
+void UsbHIDManager::dropClosedAndLost() {
+    for (std::size_t i = devices_.size(); i-- > 0;) {
+        if (devices_[i]->writesAreLost())
+            remove(Device(devices_[i]));
+    }
+    std::erase_if(devices_, [](const Device& device) { return !device->isOpen(); });
+}
+
+void UsbHIDManager::remove(const Device& device) {
+    device->close();
+    std::erase(devices_, device);
+    if (devices_.empty())
+        setWhyNoDevice("the pedal was unplugged");
+    callbacks_.removal(callbacks_.context, 0, this, device);
+}
+
+std::vector<HIDDeviceRef> UsbHIDManager::copyDevices() const {
+    return {devices_.begin(), devices_.end()};
+}
+
+std::string UsbHIDManager::whyNoDevice() const {
+    const std::lock_guard lock(whyMutex_);
+    return whyNoDevice_;
+}
+
+void UsbHIDManager::setWhyNoDevice(std::string why) {
+    const std::lock_guard lock(whyMutex_);
+    whyNoDevice_ = std::move(why);
+}
+
+} // namespace cabslot

@@ -1,0 +1,49 @@
+// Puts the simulated pedal on a virtual USB port of Linux (vhci-hcd), where it is a HID device like
+// any other: a bridge between the port's messages and a PedalServer's socket.
+//
+//   kernel <- USB/IP messages over a stream socket -> UsbPedal <- reports, one a packet -> server
+//
+// Belongs to one thread.
+#pragma once
+
+#include "simulator/FileDescriptor.h"
+#include "simulator/UsbIp.h"
+
+#include <cstdint>
+#include <deque>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace cabslot::simulator {
+
+/// Plugs a device into the first free virtual port and returns its end of the cable; closing that
+/// is the unplug. None, with the reason in `why`, without the module vhci-hcd, the rights to it
+/// (root's) or a free port.
+FileDescriptor plugIntoVirtualPort(std::string& why);
+
+class UsbPedal {
+public:
+    /// `bus`: the stream socket to the kernel. `reports`: the SOCK_SEQPACKET one to the pedal.
+    UsbPedal(FileDescriptor bus, FileDescriptor reports);
+
+    /// Carries until the pedal or the bus closes its socket, or until `stop` (a descriptor of the
+    /// caller's) can be read. Then it closes both: the pedal is unplugged.
+    void run(int stop);
+
+private:
+    bool serveOnce(int stop);
+    bool takeRequest();
+    bool submit(const UsbIpRequest& request);
+    bool submitControl(const UsbIpRequest& request);
+    bool submitReport(const UsbIpRequest& request, std::span<const std::uint8_t> report);
+    bool unlink(const UsbIpRequest& request);
+    bool giveReport();
+    bool answer(std::span<const std::uint8_t> message);
+
+    FileDescriptor bus_;
+    FileDescriptor reports_;
+    std::deque<UsbIpRequest> readers_; // the host's open requests for a report, oldest first
+};
+
+} // namespace cabslot::simulator
