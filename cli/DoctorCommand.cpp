@@ -52,7 +52,7 @@ DoctorCommand::DoctorCommand(CLI::App& app)
 }
 
 ExitStatus DoctorCommand::run() {
-    const UsbVerdict verdict = verdictOn(inspectUsb(usbPedal), usbPedal);
+    const UsbVerdict verdict = verdictOn(inspectUsb(pedalMatching), pedalMatching);
     leaveUsb();
     json_ ? printJson(verdict) : printLines(verdict);
     return verdict.status == UsbStatus::ok ? ExitStatus::done : ExitStatus::noPedal;

@@ -105,7 +105,7 @@ void deviceReportCallback(void* /*context*/, int /*result*/, const HIDDeviceRef&
         timer = timerAfterBadReport;
         return;
     }
-    if (HIDDeviceID_int != pedalProductID || deviceDidTrue == 1)
+    if (HIDDeviceID_int != pedalMatching.ProductID || deviceDidTrue == 1)
         passOn(report);
     else
         shakeHands(report);

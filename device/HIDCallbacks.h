@@ -10,9 +10,6 @@
 
 namespace cabslot {
 
-/// The product number; in `HIDDeviceID_int` it also turns the identity handshake on.
-inline constexpr std::int32_t pedalProductID = 22275;
-
 /// Makes the device current unless there is one; the first match wins. Raises nothing.
 void Handle_DeviceMatchingCallback(void* context, int result, void* sender,
                                    const HIDDeviceRef& device);

@@ -16,7 +16,6 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr HIDMatching pedal = {.VendorID = 1155, .ProductID = pedalProductID, .VersionNumber = 200};
 constexpr auto tick = 10ms;
 
 // Fires when due; ticks that were missed are left out, not made up for.
@@ -76,7 +75,7 @@ void HIDClass::myThreadMainMethod() {
                                     .matching = Handle_DeviceMatchingCallback,
                                     .removal = Handle_DeviceRemovalCallback,
                                     .report = deviceReportCallback};
-    if (!manager_.open(pedal, callbacks))
+    if (!manager_.open(pedalMatching, callbacks))
         std::fprintf(stderr, "IOHIDManagerOpen failed.\n");
     runLoop();
 }

@@ -29,8 +29,8 @@ class HIDDevice {
 public:
     virtual ~HIDDevice() = default;
 
-    /// Sends one output report and waits until the bus has taken or refused it (at most about a
-    /// second). False: not accepted, for this time or because the device is gone.
+    /// Sends one output report and waits until the bus has taken or refused it: at most about a
+    /// second, on USB at most the kernel's five. False: not accepted, or the device is gone.
     virtual bool SetReport(const HIDReport& report) = 0;
 
     /// Stops using the device; it will report nothing more.
@@ -46,6 +46,10 @@ struct HIDMatching {
     std::int64_t ProductID;
     std::int64_t VersionNumber; ///< the device's release number, bcdDevice
 };
+
+/// The pedal's.
+inline constexpr HIDMatching pedalMatching = {
+    .VendorID = 0x0483, .ProductID = 0x5703, .VersionNumber = 0x00C8};
 
 enum class HIDReportType { input, output };
 

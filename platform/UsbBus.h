@@ -6,7 +6,6 @@
 // Thread: hidapi has none of its own and keeps global state; one thread of the process at a time.
 #pragma once
 
-#include "device/HIDCallbacks.h"
 #include "device/HIDManager.h"
 
 #include <cstdint>
@@ -17,10 +16,6 @@
 struct hid_device_; // hidapi's device
 
 namespace cabslot {
-
-/// The values that make a USB device the pedal.
-inline constexpr HIDMatching usbPedal = {
-    .VendorID = 1155, .ProductID = pedalProductID, .VersionNumber = 200};
 
 struct UsbHandleCloser {
     void operator()(hid_device_* device) const;

@@ -25,7 +25,7 @@ using Bytes = std::vector<std::uint8_t>;
 
 class Usb : public ::testing::Test {
 protected:
-    void open() { EXPECT_TRUE(manager->open(usbPedal, journal.callbacks())); }
+    void open() { EXPECT_TRUE(manager->open(pedalMatching, journal.callbacks())); }
     void wait(std::chrono::milliseconds time = 0ms) {
         manager->waitForEvents(std::chrono::steady_clock::now() + time);
     }
