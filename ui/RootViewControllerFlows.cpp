@@ -161,13 +161,20 @@ RoadResult RootViewController::walk(std::int64_t index, BusyWait::Counter counte
 void RootViewController::showProgress(std::int64_t index, unsigned frame, std::int64_t seconds) {
     ui_->progress->show();
     ui_->progress->setValue(static_cast<int>(frame == 0 ? uploadFrameCount : frame));
-    showStatus(frame != 0 ? QString("%1: sending frame %2 of %3")
-                                .arg(slotName(index))
-                                .arg(frame)
-                                .arg(uploadFrameCount)
-                          : QString("%1: sent; waiting for the pedal to confirm, %2 s")
-                                .arg(slotName(index))
-                                .arg(seconds));
+    if (isDeviceConnent ==
+        0) // only told: the road goes on to its end, and the alert comes after it
+        showStatus(
+            QString("%1: the pedal is gone; still waiting, %2 s").arg(slotName(index)).arg(seconds),
+            true);
+    else if (frame != 0)
+        showStatus(QString("%1: sending frame %2 of %3")
+                       .arg(slotName(index))
+                       .arg(frame)
+                       .arg(uploadFrameCount));
+    else
+        showStatus(QString("%1: sent; waiting for the pedal to confirm, %2 s")
+                       .arg(slotName(index))
+                       .arg(seconds));
 }
 
 void RootViewController::showIdle() {

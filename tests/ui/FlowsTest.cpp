@@ -138,6 +138,23 @@ TEST_F(Flows, APedalThatNeverConfirmsCosts600Polls) {
     EXPECT_EQ(status(), "User 1 was sent, but the pedal did not confirm it.");
 }
 
+TEST_F(Flows, APedalThatGoesDuringTheRoadIsToldOfAndTheAlertComesAfterIt) {
+    simulator::PedalOptions options;
+    options.faults.vanishAfter = 30;
+    QString told;
+    pause = [&](std::chrono::milliseconds) {
+        QTest::qWait(isDeviceConnent == 1 ? 20 : 0);
+        told = status();
+        EXPECT_TRUE(said.empty());
+    };
+    open(options);
+    answerDisconnects();
+    press(6);
+    EXPECT_TRUE(told.startsWith("User 2: the pedal is gone")) << told.toStdString();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); }));
+    EXPECT_EQ(said.size(), 1U);
+}
+
 // Everything that a person does during a road is thrown away, but for closing the window.
 TEST_F(Flows, InputDuringTheRoadIsDroppedAndClosingIsHonouredAtItsEnd) {
     int polls = 0;

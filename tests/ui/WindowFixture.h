@@ -127,6 +127,17 @@ protected:
         return {box.text(), box.informativeText(), buttons, box.icon(), box.windowModality()};
     }
 
+    /// Presses "Ok" on each disconnect alert as soon as it stands, and keeps what it said.
+    void answerDisconnects() {
+        QTimer::singleShot(1, window.get(), [this] {
+            answerDisconnects();
+            if (auto* box = dialog<QMessageBox>()) {
+                said.push_back(read(*box));
+                QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
+            }
+        });
+    }
+
     std::string wav(const std::string& name = "Cab.wav") {
         return folder.write(name, WavBuilder{}.add(0x1234).bytes());
     }
@@ -138,7 +149,8 @@ protected:
     std::thread pedalThread;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<AppDelegate> delegate;
-    std::vector<int> ended; ///< the statuses the process would have ended with
+    std::vector<Alert> said; ///< the disconnect alerts
+    std::vector<int> ended;  ///< the statuses the process would have ended with
     /// What a poll's second is in a test: some time for the pedal, and the event loop runs.
     std::function<void(std::chrono::milliseconds)> pause = [](std::chrono::milliseconds) {
         QTest::qWait(20);

@@ -17,21 +17,7 @@ public:
     std::string whyNoDevice() const override { return "it is in the other room"; }
 };
 
-class Window : public WindowFixture {
-protected:
-    /// Presses "Ok" on each disconnect alert as soon as it stands, and keeps what it said.
-    void answerDisconnects() {
-        QTimer::singleShot(1, window.get(), [this] {
-            answerDisconnects();
-            if (auto* box = dialog<QMessageBox>()) {
-                said.push_back(read(*box));
-                QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
-            }
-        });
-    }
-
-    std::vector<Alert> said;
-};
+class Window : public WindowFixture {};
 
 TEST_F(Window, WithoutAPedalTheAlertIsShownAndTheProcessEnds) {
     openOn(std::make_unique<NoPedal>());
