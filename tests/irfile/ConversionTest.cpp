@@ -286,13 +286,5 @@ TEST_F(Conversion, RefusalsSayWhyAndLeaveTheDestination) {
     EXPECT_EQ(file_.whyRefused(), "");
 }
 
-TEST_F(Conversion, SetIrdataBuffFillsTheSharedBlock) {
-    resetSharedState();
-    ASSERT_TRUE(file_.OpenFilePath(folder_.write("Test.wav", WavBuilder{}.add(0x1234).bytes())));
-    EXPECT_TRUE(file_.setIrdataBuff());
-    EXPECT_EQ(irdatabuff[0], 0x123400u);
-    resetSharedState();
-}
-
 } // namespace
 } // namespace cabslot

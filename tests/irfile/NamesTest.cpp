@@ -80,12 +80,6 @@ TEST_F(Names, AWavNameAfterAFactoryNameEndsAtTen) {
     EXPECT_EQ(sent(), "Room0BT   " + nameEnd + nameEnd);
 }
 
-TEST_F(Names, TheFieldToBeSentIsKnownBeforehand) {
-    open("f", factoryFile(18, {}));
-    const auto field = file_.nameField();
-    EXPECT_EQ(std::string(field.begin(), field.end()), "UK.Citrus  4x12");
-}
-
 TEST_F(Names, TheFlagFollowsTheFile) {
     SendisInternalIR = 1;
     open("Cab.wav", WavBuilder{}.bytes());

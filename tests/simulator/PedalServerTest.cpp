@@ -141,14 +141,6 @@ TEST_F(PedalServerTest, twoHostsShareOneStore) {
     EXPECT_FALSE(std::filesystem::exists(path_));
 }
 
-TEST_F(PedalServerTest, confirmsWhenTheTimeHasCome) {
-    options_.confirmDelay = std::chrono::milliseconds(5);
-    Host host = adoptedHost();
-    start();
-    host.sendStream(wholeImport(3, 1));
-    EXPECT_EQ(host.nextCommand(), 0xF8);
-}
-
 TEST_F(PedalServerTest, endsWithItsLastAdoptedHostAndReadsAllItSent) {
     Host host = adoptedHost();
     host.sendStream(allDataRequest); // its reply stays unread

@@ -33,14 +33,6 @@ std::size_t filesIn(const fs::path& folder) {
         std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
 }
 
-TEST(PedalStoreTest, newPedal) {
-    const PedalStore store;
-    const std::string name(store.slot(3).name.begin(), store.slot(3).name.end());
-    EXPECT_EQ(name, "User 4          ");
-    EXPECT_EQ(store.slot(3).block, PedalSlot{}.block);
-    EXPECT_TRUE(store.allFactory());
-}
-
 TEST(PedalStoreTest, keepsWhatWasStoredAcrossRuns) {
     const TempFolder folder;
     const fs::path deep = folder.path() / "a" / "b";
