@@ -1,5 +1,6 @@
 #include "platform/SocketHIDManager.h"
 
+#include "platform/Deadline.h"
 #include "simulator/FileDescriptor.h"
 
 #include <sys/socket.h>
@@ -21,11 +22,6 @@ using simulator::FileDescriptor;
 
 constexpr auto sendTimeout = 1s; // a pedal that takes nothing for so long has refused the report
 constexpr const char* secondDeviceSuffix = ".2";
-
-int millisecondsUntil(HIDManager::TimePoint deadline) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-    return static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 1000));
-}
 
 bool isFinal(int error) {
     return error != EAGAIN && error != EWOULDBLOCK && error != EINTR;

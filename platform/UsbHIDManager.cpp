@@ -1,5 +1,7 @@
 #include "platform/UsbHIDManager.h"
 
+#include "platform/Deadline.h"
+
 #include <hidapi.h>
 
 #include <algorithm>
@@ -21,11 +23,6 @@ constexpr int turnOfEach = 1;       // ms, when several devices share the time
 constexpr int interruptedTries = 3; // a signal ends a system call early
 constexpr int failuresThatLose = 5; // in a row
 constexpr std::uint8_t noReportID = 0;
-
-int millisecondsUntil(HIDManager::TimePoint deadline) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
-    return static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 1000));
-}
 
 bool isFinal(int error) {
     constexpr std::array gone = {ENODEV, ENXIO, ESHUTDOWN, EIO, EBADF};

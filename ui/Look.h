@@ -10,7 +10,7 @@ class QWidget;
 namespace cabslot {
 
 /// The sheet for the whole window. Widgets are told apart by their property "role": heading, card,
-/// row, number, name, status.
+/// line, row, number, name, secondary (a button of less weight), status.
 QString styleSheetFor(const QPalette& palette);
 
 /// Sets a property that the sheet looks at (target, problem), and has it look again.
