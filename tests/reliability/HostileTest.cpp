@@ -8,34 +8,12 @@
 #include "simulator/ListeningSocket.h"
 #include "simulator/PedalStore.h"
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <atomic>
 
 namespace cabslot::testing {
 namespace {
-
-/// While it lives, no file of this process and its children grows beyond so many bytes: to a
-/// program this is a disk that runs full in the middle of a file.
-class DiskSpace {
-public:
-    explicit DiskSpace(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    DiskSpace(const DiskSpace&) = delete;
-    DiskSpace& operator=(const DiskSpace&) = delete;
-    ~DiskSpace() {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    void (*handler_)(int);
-    rlimit before_{};
-};
 
 class Hostile : public ProgramTest {
 protected:
@@ -125,7 +103,7 @@ TEST_F(Hostile, AFullDiskLosesNothingThatWasThere) {
     ASSERT_EQ(run({"load", "2", wavFile}), 0) << err;
     const auto before = files();
     {
-        const DiskSpace little(512);
+        const FullDisk full(512);
         EXPECT_EQ(run({"inspect", wavFile, "--block", old}), 2);
         EXPECT_EQ(err, "cabslotctl: " + old + " cannot be written: File too large\n");
         EXPECT_EQ(run({"preset", "new", folder.path("new.preset")}), 2);
