@@ -92,7 +92,10 @@ public:
 
 private:
     void take() {
-        for (const Report& report : pedal_.takeReports(now_)) {
+        const bool due = pedal_.nextDue() && *pedal_.nextDue() <= now_;
+        const std::vector<Report> reports = pedal_.takeReports(now_);
+        demand(due == !reports.empty(), "when there is something is told before");
+        for (const Report& report : reports) {
             demand(report[0] >= 1 && report[0] <= (options_.faults.split ? 7 : 63),
                    "a report counts its bytes");
             append(sent_, View(report).subspan(1, report[0]));
