@@ -1,5 +1,6 @@
 # What every library and program of the project is compiled with.
 option(CABSLOT_WERROR "Treat warnings as errors" OFF)
+option(CABSLOT_FUZZ "Build the fuzz targets; the preset of that name has what they need" OFF)
 set(CABSLOT_SANITIZE "" CACHE STRING "Sanitizers, e.g. address,undefined or thread")
 
 # Sample conversion must give the same bits on every processor: no fused multiply-add.
