@@ -26,6 +26,7 @@ std::atomic<std::uint32_t> step{0};
 
 std::atomic<std::uint8_t> isInportIR{0};
 std::atomic<std::uint32_t> CheckMCUInportIR_Finish{0};
+std::atomic<std::uint8_t> confirmedSinceLastFrame{0};
 std::atomic<std::uint32_t> IR_InportNumber{0};
 std::array<std::uint32_t, 1024> irdatabuff{};
 std::array<std::uint8_t, 20> SendFileName{};
@@ -64,6 +65,7 @@ void resetSharedState() {
 
     isInportIR = 0;
     CheckMCUInportIR_Finish = 0;
+    confirmedSinceLastFrame = 0;
     IR_InportNumber = 0;
     irdatabuff.fill(0);
     SendFileName.fill(0);

@@ -47,7 +47,9 @@ extern std::atomic<std::uint32_t> step; ///< upload step 0 to 6; main reads it f
 
 extern std::atomic<std::uint8_t> isInportIR; ///< main writes 1: upload; device 0: all frames built
 extern std::atomic<std::uint32_t>
-    CheckMCUInportIR_Finish;                       ///< main writes 1: waiting; device 0: confirmed
+    CheckMCUInportIR_Finish; ///< main writes 1: waiting; device 0: confirmed
+extern std::atomic<std::uint8_t>
+    confirmedSinceLastFrame; ///< the device thread's alone; 0: the last upload is not confirmed yet
 extern std::atomic<std::uint32_t> IR_InportNumber; ///< target slot, 1 to 4; the low byte is sent
 extern std::array<std::uint32_t, 1024>
     irdatabuff;                                   ///< the IR: 24-bit samples in the low three bytes

@@ -33,6 +33,13 @@ bool hasPeerClosed(int socket) {
     return ::poll(&state, 1, 0) != 0;
 }
 
+std::string whyNotConnected(const std::string& path, int error) {
+    if (error == EACCES || error == EPERM)
+        return "you have no permission to use the pedal at " + path;
+    return "no pedal answers at " + path + ": " + std::strerror(error) +
+           " (is a simulated pedal running there?)";
+}
+
 } // namespace
 
 class SocketDevice final : public HIDDevice {
@@ -93,8 +100,7 @@ void SocketHIDManager::connectTo(const std::string& path) {
     // The socket API takes every address family through this one cast.
     if (!fd ||
         ::connect(fd.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-        return setWhyNoDevice("no pedal answers at " + path + ": " + std::strerror(errno) +
-                              " (is a simulated pedal running there?)");
+        return setWhyNoDevice(whyNotConnected(path, errno));
     connected_.push_back(std::make_shared<SocketDevice>(std::move(fd)));
 }
 

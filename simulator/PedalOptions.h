@@ -14,8 +14,11 @@ struct Faults {
     bool garbage = false;       ///< five stray bytes before every reply
     bool split = false;         ///< at most 7 bytes of a reply in a report
     bool merge = false;         ///< a report holds one frame's end and the reply's start
+    bool wrongLength = false;   ///< replies come in reports of 63 and of 65 bytes
+    bool flood = false;         ///< 100,000 unknown frames behind all data, as fast as they go
     bool neverConfirm = false;  ///< an import is stored but not confirmed
     bool confirmAtOnce = false; ///< an import is confirmed without any delay
+    bool confirmEarly = false;  ///< an import is confirmed at its first frame, not at its last
     /// The first connection to send so many reports is cut right after the last of them, once in a
     /// server's life; 0: none is.
     std::size_t vanishAfter = 0;

@@ -27,6 +27,10 @@ constexpr std::uint8_t strayBytes[] = {0x00, 0x13, 0x55, 0x37, 0xAA};
 constexpr std::uint8_t unknownCommand = 0xF1;
 constexpr std::size_t unknownPayloadSize = 67 - 1;
 
+// Each of these fills a report: where a host drops reports, it drops whole frames.
+constexpr std::size_t floodFrames = 100000;
+constexpr std::size_t floodPayloadSize = reportCapacity - 7;
+
 constexpr std::size_t splitCapacity = 7;
 
 void append(Bytes& stream, std::span<const std::uint8_t> bytes) {
@@ -67,7 +71,12 @@ std::vector<Report> allDataReply(const PedalStore& store, const Faults& faults) 
     auto to = payload.begin() + allDataNamesOffset;
     for (std::size_t i = 0; i < slotCount; ++i)
         to = std::copy(store.slot(i).name.begin(), store.slot(i).name.end(), to);
-    return reply(allDataCommand, payload, faults);
+    std::vector<Report> reports = reply(allDataCommand, payload, faults);
+    if (faults.flood) {
+        const Bytes frame = encodeFrame(unknownCommand, Bytes(floodPayloadSize));
+        reports.insert(reports.end(), floodFrames, cut(frame, reportCapacity).front());
+    }
+    return reports;
 }
 
 std::vector<Report> confirmationReply(const Faults& faults) {

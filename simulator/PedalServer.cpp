@@ -35,6 +35,21 @@ bool otherEndClosed(int fd) {
     return ::poll(&state, 1, 0) != 0;
 }
 
+/// False, with errno telling why: not sent.
+bool sendPacket(int fd, std::span<const std::uint8_t> packet) {
+    ssize_t sent = -1;
+    do
+        sent = ::send(fd, packet.data(), packet.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+    while (sent < 0 && errno == EINTR);
+    return sent >= 0;
+}
+
+bool sendInWrongLengths(int fd, const Report& report) {
+    std::array<std::uint8_t, reportSize + 1> longer{};
+    std::copy(report.begin(), report.end(), longer.begin());
+    return sendPacket(fd, std::span(report).first(reportSize - 1)) && sendPacket(fd, longer);
+}
+
 } // namespace
 
 PedalServer::PedalServer(PedalStore& store, const PedalOptions& options, Log log)
@@ -178,7 +193,8 @@ void PedalServer::vanishIfDue(Connection& connection) {
 void PedalServer::enqueue(Connection& connection, const std::vector<Report>& reports) {
     if (reports.empty() || connection.hostGone)
         return;
-    const bool fits = connection.outgoing.size() + reports.size() <= maxQueuedReports;
+    const bool fits = connection.outgoing.size() + reports.size() <= maxQueuedReports ||
+                      options_.faults.flood;
     if (fits)
         connection.outgoing.insert(connection.outgoing.end(), reports.begin(), reports.end());
     else if (!connection.readsNothing)
@@ -188,14 +204,12 @@ void PedalServer::enqueue(Connection& connection, const std::vector<Report>& rep
 
 void PedalServer::sendQueued(Connection& connection) {
     while (!connection.outgoing.empty()) {
-        const Report& report = connection.outgoing.front();
-        const ssize_t sent =
-            ::send(connection.fd.get(), report.data(), report.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-        if (sent < 0 && errno == EINTR)
-            continue;
-        if (sent < 0 && errno == EAGAIN)
+        const bool sent = options_.faults.wrongLength
+                              ? sendInWrongLengths(connection.fd.get(), connection.outgoing.front())
+                              : sendPacket(connection.fd.get(), connection.outgoing.front());
+        if (!sent && errno == EAGAIN)
             return; // until the host has read some
-        if (sent < 0) {
+        if (!sent) {
             connection.hostGone = true;
             connection.outgoing.clear();
             return;

@@ -132,6 +132,8 @@ void SimulatedPedal::handleImport(Bytes payload, TimePoint now) {
         import_ = Import{payload[slotOffset], payload[flagOffset], 0, PedalSlot{}};
         import_->content.factory = import_->flag != 0;
         std::copy(data.begin(), data.end(), import_->content.name.begin()); // byte 15 stays 0
+        if (options_.faults.confirmEarly)
+            confirmationDue_[import_->slotNumber - 1] = now;
     } else {
         addPlane(import_->content, step, data);
     }
@@ -153,8 +155,8 @@ void SimulatedPedal::finishImport(TimePoint now) {
     }
     say("stored " + slotText(number) + ": \"" + shownName(content) + "\" (" +
         (content.factory ? "factory" : "not factory") + ")");
-    if (options_.faults.neverConfirm) {
-        say("will never confirm " + slotText(number));
+    if (options_.faults.neverConfirm || options_.faults.confirmEarly) {
+        say("will not confirm " + slotText(number));
         return;
     }
     const bool atOnce = options_.faults.confirmAtOnce;

@@ -49,6 +49,14 @@ void RootViewController::loadView() {
     setUpRows();
     showIdle();
     viewDidLoad();
+    catchUp();
+}
+
+// The device thread runs before anyone observes it. On a busy machine the first events, and without
+// a pedal they are the only ones, can be over by then.
+void RootViewController::catchUp() {
+    if (hidClass.KVOValue() == deviceLost || IRNameArr.count() == slotCount)
+        observeValue();
 }
 
 void RootViewController::setUpRows() {

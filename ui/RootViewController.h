@@ -78,6 +78,7 @@ public:
 private:
     void loadView();
     void viewDidLoad();
+    void catchUp();
     void setUpRows();
     void showIdle();
     void react();

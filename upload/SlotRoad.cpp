@@ -16,9 +16,14 @@ bool waitUntilUploaded(RoadWaiting& waiting) {
     return true;
 }
 
-RoadEnd waitUntilConfirmed(std::uint32_t polls, RoadWaiting& waiting) {
-    for (std::uint32_t poll = 0; CheckMCUInportIR_Finish == 1; ++poll) {
-        if (poll == polls)
+bool isConfirmed(Arming arming) {
+    return arming == Arming::beforeRequest ? confirmedSinceLastFrame == 1
+                                           : CheckMCUInportIR_Finish != 1;
+}
+
+RoadEnd waitUntilConfirmed(const RoadOptions& options, RoadWaiting& waiting) {
+    for (std::uint32_t poll = 0; !isConfirmed(options.arming); ++poll) {
+        if (poll == options.confirmationPolls)
             return RoadEnd::notConfirmed;
         if (!waiting.waitForConfirmation(poll))
             return RoadEnd::givenUp;
@@ -34,7 +39,7 @@ RoadEnd upload(const RoadOptions& options, RoadWaiting& waiting) {
         return RoadEnd::givenUp;
     if (options.arming == Arming::afterUpload)
         CheckMCUInportIR_Finish = 1;
-    return waitUntilConfirmed(options.confirmationPolls, waiting);
+    return waitUntilConfirmed(options, waiting);
 }
 
 enum class Name { ofFile, ofSlot };

@@ -26,7 +26,8 @@ public:
 /// When the wait for the confirmation is armed (`CheckMCUInportIR_Finish` set to 1).
 enum class Arming {
     afterUpload,   ///< once the upload wait has ended: a pedal that confirms sooner is missed
-    beforeRequest, ///< before the upload is asked for: no confirmation is missed
+    beforeRequest, ///< before the upload is asked for: no confirmation that follows the last frame
+                   ///< is missed, and one that comes before it, of an older upload, does not count
 };
 
 struct RoadOptions {

@@ -184,23 +184,6 @@ TEST_F(PedalServerTest, hostThatDoesNotReadStopsNobody) {
     EXPECT_TRUE(said("host 1 does not read: replies are dropped"));
 }
 
-TEST_F(PedalServerTest, vanishesOnceAtTheGivenReport) {
-    options_.faults.vanishAfter = 2;
-    listen();
-    start();
-    Host first(path_);
-    first.sendStream(allDataRequest);
-    EXPECT_EQ(first.nextCommand(), 0xF7);
-    first.sendStream(allDataRequest);
-    EXPECT_EQ(first.nextCommand(), 0);
-
-    Host second(path_);
-    for (int i = 0; i < 3; ++i) {
-        second.sendStream(allDataRequest);
-        EXPECT_EQ(second.nextCommand(), 0xF7);
-    }
-}
-
 TEST_F(PedalServerTest, replacesAStaleSocketFile) {
     {
         const FileDescriptor dead(::socket(AF_UNIX, SOCK_SEQPACKET, 0));

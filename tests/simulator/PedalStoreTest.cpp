@@ -3,15 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <fstream>
 #include <iterator>
-#include <sys/resource.h>
 
 namespace cabslot::simulator {
 namespace {
 
 using namespace testing;
+using cabslot::testing::FullDisk;
 namespace fs = std::filesystem;
 
 PedalSlot slotNamed(const std::string& name) {
@@ -80,26 +79,6 @@ TEST(PedalStoreTest, refusesWhatIsNoSlotFileOrNoFolder) {
     EXPECT_NE(why.find("is not a file"), std::string::npos) << why;
 }
 
-/// While it lives, no file can grow beyond 1000 bytes: a disk that is full.
-class FullDisk {
-public:
-    FullDisk() : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &old_);
-        const rlimit tight{1000, old_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &tight);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, oldHandler_);
-    }
-
-private:
-    rlimit old_{};
-    void (*oldHandler_)(int);
-};
-
 TEST(PedalStoreTest, failedSaveLeavesAllAsItWas) {
     const TempFolder folder;
     std::string why;
@@ -107,7 +86,7 @@ TEST(PedalStoreTest, failedSaveLeavesAllAsItWas) {
     ASSERT_TRUE(store && store->store(0, slotNamed("Old"), why)) << why;
     const Bytes before = bytesOf(folder.path() / "user1.slot");
     {
-        const FullDisk full;
+        const FullDisk full(1000);
         EXPECT_FALSE(store->store(0, slotNamed("New"), why));
     }
     EXPECT_NE(why.find("cannot write"), std::string::npos) << why;

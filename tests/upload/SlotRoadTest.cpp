@@ -16,6 +16,7 @@ class Ticking final : public RoadWaiting {
 public:
     bool waitForUpload() override {
         armedDuringUpload = CheckMCUInportIR_Finish == 1;
+        duringUpload();
         runSendScheduler();
         runSendScheduler();
         if (isInportIR == 0)
@@ -30,6 +31,7 @@ public:
 
     static void confirm() { ImportIRSuccess_ReveiveData(nullptr); }
 
+    std::function<void()> duringUpload = [] {};
     std::function<void()> afterLastFrame = [] {};
     std::function<void(std::uint32_t)> duringConfirmation = [](std::uint32_t) {};
     std::uint32_t uploadPolls = 0;
@@ -91,6 +93,13 @@ TEST_F(SlotRoad, APedalThatConfirmsAtOnceIsMissedUnlessTheWaitWasArmedBefore) {
     EXPECT_EQ(loadSlot(1, wav(), {.arming = Arming::beforeRequest}, again).end, RoadEnd::confirmed);
     EXPECT_TRUE(again.armedDuringUpload);
     EXPECT_EQ(again.confirmationPolls, 0U);
+}
+
+TEST_F(SlotRoad, AConfirmationThatComesBeforeTheLastFrameIsNotThisUploads) {
+    waiting.duringUpload = Ticking::confirm;
+    EXPECT_EQ(loadSlot(1, wav(), {.arming = Arming::beforeRequest, .confirmationPolls = 3}, waiting)
+                  .end,
+              RoadEnd::notConfirmed);
 }
 
 TEST_F(SlotRoad, GivingUpRecordsNothing) {
