@@ -10,8 +10,11 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
+#include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace cabslot {
@@ -53,6 +56,38 @@ void addPedalOptions(CLI::App& app, PedalOptions& pedal) {
         ->type_name("FILE");
 }
 
+template<typename T>
+std::unique_ptr<Command> make(CLI::App& app, PedalOptions& pedal) {
+    if constexpr (std::is_constructible_v<T, CLI::App&, PedalOptions&>)
+        return std::make_unique<T>(app, pedal);
+    else
+        return std::make_unique<T>(app);
+}
+
+struct KnownCommand {
+    std::string_view name;
+    std::unique_ptr<Command> (*make)(CLI::App& app, PedalOptions& pedal);
+};
+
+constexpr KnownCommand knownCommands[] = {
+    {"list", make<ListCommand>},     {"load", make<LoadCommand>},
+    {"clear", make<ClearCommand>},   {"inspect", make<InspectCommand>},
+    {"preset", make<PresetCommand>}, {"doctor", make<DoctorCommand>},
+};
+
+// The command that `first` names alone, if it names one: to put all of them together takes longer
+// than most of them do.
+std::vector<std::unique_ptr<Command>> makeCommands(std::string_view first, CLI::App& app,
+                                                   PedalOptions& pedal) {
+    const bool isName = std::ranges::count(knownCommands, first, &KnownCommand::name) > 0;
+    std::vector<std::unique_ptr<Command>> commands;
+    for (const KnownCommand& known : knownCommands) {
+        if (!isName || known.name == first)
+            commands.push_back(known.make(app, pedal));
+    }
+    return commands;
+}
+
 ExitStatus runGiven(const std::vector<std::unique_ptr<Command>>& commands) {
     for (const auto& command : commands) {
         if (command->given())
@@ -81,13 +116,7 @@ int runCommandLine(int argc, const char* const* argv) {
 
     PedalOptions pedal;
     addPedalOptions(app, pedal);
-    std::vector<std::unique_ptr<Command>> commands;
-    commands.push_back(std::make_unique<ListCommand>(app, pedal));
-    commands.push_back(std::make_unique<LoadCommand>(app, pedal));
-    commands.push_back(std::make_unique<ClearCommand>(app, pedal));
-    commands.push_back(std::make_unique<InspectCommand>(app));
-    commands.push_back(std::make_unique<PresetCommand>(app));
-    commands.push_back(std::make_unique<DoctorCommand>(app));
+    const auto commands = makeCommands(argc > 1 ? argv[1] : "", app, pedal);
 
     try {
         app.parse(argc, argv);

@@ -2,6 +2,7 @@
 
 #include "device/DataUnpacking.h"
 #include "device/HIDCallbacks.h"
+#include "device/RepeatingTimer.h"
 #include "device/SendScheduler.h"
 #include "device/SharedState.h"
 
@@ -17,25 +18,6 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto tick = 10ms;
-
-// Fires when due; ticks that were missed are left out, not made up for.
-class RepeatingTimer {
-public:
-    explicit RepeatingTimer(Clock::time_point now) : due_(now + tick) {}
-
-    Clock::time_point due() const { return due_; }
-
-    bool fire(Clock::time_point now) {
-        if (now < due_)
-            return false;
-        while (due_ <= now)
-            due_ += tick;
-        return true;
-    }
-
-private:
-    Clock::time_point due_;
-};
 
 } // namespace
 
@@ -81,8 +63,10 @@ void HIDClass::myThreadMainMethod() {
 }
 
 void HIDClass::runLoop() {
-    RepeatingTimer readTimer(Clock::now());
-    RepeatingTimer sendTimer(Clock::now());
+    // One grid for both, so that the thread wakes once a tick.
+    const Clock::time_point start = Clock::now();
+    RepeatingTimer readTimer(start, tick);
+    RepeatingTimer sendTimer(start, tick);
     while (!stop_) {
         manager_.waitForEvents(std::min(readTimer.due(), sendTimer.due()));
         runHandedWork();

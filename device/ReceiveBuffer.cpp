@@ -2,12 +2,20 @@
 
 #include "device/SharedState.h"
 
+#include <algorithm>
+
 namespace cabslot {
 
 namespace {
 
-std::uint32_t next(std::uint32_t index) {
-    return index + 1 == rxBufferSize ? 0 : index + 1;
+/// `n` places on from `index`, round the ring; `n` is at most its size.
+std::uint32_t on(std::uint32_t index, std::uint32_t n) {
+    return index + n < rxBufferSize ? index + n : index + n - rxBufferSize;
+}
+
+/// How many of `n` bytes from `index` on lie before the ring's end; the rest is at its start.
+std::uint32_t beforeEnd(std::uint32_t index, std::uint32_t n) {
+    return std::min(n, rxBufferSize - index);
 }
 
 } // namespace
@@ -15,22 +23,22 @@ std::uint32_t next(std::uint32_t index) {
 int putRX_buffer(const std::uint8_t* data, std::uint32_t n) {
     if (rxBufferSize - rx_buffer_count < n)
         return 0;
-    for (std::uint32_t i = 0; i < n; ++i) {
-        rx_buffer[rx_buffer_writep] = data[i];
-        rx_buffer_writep = next(rx_buffer_writep);
-        ++rx_buffer_count;
-    }
+    const std::uint32_t first = beforeEnd(rx_buffer_writep, n);
+    std::copy_n(data, first, rx_buffer.begin() + rx_buffer_writep);
+    std::copy_n(data + first, n - first, rx_buffer.begin());
+    rx_buffer_writep = on(rx_buffer_writep, n);
+    rx_buffer_count += n;
     return 1;
 }
 
 int getRX_buffer(std::uint32_t n, std::uint8_t* out) {
     if (rx_buffer_count < n)
         return 0;
-    for (std::uint32_t i = 0; i < n; ++i) {
-        out[i] = rx_buffer[rx_buffer_readp];
-        rx_buffer_readp = next(rx_buffer_readp);
-        --rx_buffer_count;
-    }
+    const std::uint32_t first = beforeEnd(rx_buffer_readp, n);
+    std::copy_n(rx_buffer.begin() + rx_buffer_readp, first, out);
+    std::copy_n(rx_buffer.begin(), n - first, out + first);
+    rx_buffer_readp = on(rx_buffer_readp, n);
+    rx_buffer_count -= n;
     return 1;
 }
 

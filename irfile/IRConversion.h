@@ -33,11 +33,6 @@ const IRRate* findRate(std::int64_t sampleRate);
 /// The supported rates in words.
 inline constexpr std::string_view supportedRates = "44100, 48000, 88200 and 96000 Hz";
 
-/// The integer sample of the floating-point sample `sample`: 1.0 and -1.0 are drawn in a little,
-/// the rest is scaled by 8388608 and truncated towards zero. A value that is not a number or does
-/// not fit becomes the least 32-bit integer.
-std::int32_t scaleToInteger(float sample);
-
 /// Integer to float: fills EnterBufferF's first 1120, 2050 or 2240 points, for 48, 88.2 or 96 kHz,
 /// and returns that count. Any other rate: none.
 std::uint32_t ICovertoF(std::span<const std::uint32_t, irWorkCount> source, std::int32_t rate);

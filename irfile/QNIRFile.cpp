@@ -2,8 +2,8 @@
 
 #include "device/SharedState.h"
 #include "irfile/FactoryNames.h"
+#include "irfile/FileBytes.h"
 #include "irfile/NameFromPath.h"
-#include "irfile/WholeFile.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,6 +16,10 @@ constexpr std::string_view riffTag = "RIFF";
 constexpr std::string_view waveType = "WAVE";
 constexpr std::string_view fmtTag = "fmt ";
 constexpr std::string_view dataTag = "data";
+
+// Of a long recording only the start is used, and in nearly every file it lies within so many
+// bytes. Where it does not, all of the file is read.
+constexpr std::uint32_t usualPart = 1 << 20;
 
 constexpr std::size_t wavNameSize = 10; // characters of a file name that the pedal gets
 constexpr std::int8_t blank = 0x20;
@@ -54,31 +58,53 @@ QNIRFile::QNIRFile() {
 }
 
 bool QNIRFile::OpenFilePath(const std::string& path) {
-    releaseFile();
-    whyRefused_.clear();
+    for (const std::uint32_t most : {usualPart, wholeFile}) {
+        releaseFile();
+        FileBytes file = readFile(path, most);
+        if (!file.bytes)
+            return refuse(std::move(file.whyNot));
+        readBytes_ = std::move(file.bytes);
+        const bool accepted = examine({readBytes_.get(), file.size}, path);
+        if (file.whole || (accepted && holdsItsPoints()))
+            return accepted;
+    }
+    return false; // not reached: the second time the file is whole
+}
 
-    WholeFile whole = readWholeFile(path);
-    if (!whole.bytes)
-        return refuse(std::move(whole.whyNot));
-    pFileBuff = std::move(whole.bytes);
-    FileSize = whole.size;
+bool QNIRFile::openBytes(std::span<const std::uint8_t> bytes, const std::string& path) {
+    releaseFile();
+    return examine(bytes, path);
+}
+
+bool QNIRFile::examine(std::span<const std::uint8_t> file, const std::string& path) {
+    pFileBuff = file.data();
+    FileSize = static_cast<std::uint32_t>(file.size());
     if (FileSize == 0)
         return refuse("it is empty");
     if (FileSize < layout::riffHeaderSize)
         return refuse("it is not a WAV file: it holds only " + std::to_string(FileSize) + " bytes");
-
-    const bool factory = asText({pFileBuff.get(), FileSize}).starts_with(layout::factoryMark);
-    IsFileOpenSuccess = factory ? openFactoryFile() : openWavFile(path);
+    IsFileOpenSuccess =
+        asText(file).starts_with(layout::factoryMark) ? openFactoryFile() : openWavFile(path);
     return IsFileOpenSuccess;
+}
+
+/// Whether all that GetIRDataBuffer() can want is in memory.
+bool QNIRFile::holdsItsPoints() const {
+    const WAVE_FORMAT wav = format();
+    const std::size_t sampleSize = wav.bitsPerSample / 8u;
+    const std::size_t frameSize = sampleSize * wav.channelCount;
+    return samples().size() >= irWorkCount * std::max(frameSize, layout::factorySampleSize);
 }
 
 void QNIRFile::releaseFile() {
     IsFileOpenSuccess = false;
-    pFileBuff.reset();
+    readBytes_.reset();
+    pFileBuff = nullptr;
     pIRData = nullptr;
     riffheader = {};
     fmt_block = {};
     data_block = {};
+    whyRefused_.clear();
 }
 
 bool QNIRFile::refuse(std::string why) {
@@ -100,7 +126,7 @@ bool QNIRFile::openFactoryFile() {
                       "; 0 to " + std::to_string(factoryNameCount - 1) + " are known");
     std::copy_n(FileNameBuff[index].begin(), factoryNameSize, CharFileNane.begin());
     CharFileNane[factoryNameSize] = 0;
-    pIRData = pFileBuff.get() + std::min<std::size_t>(layout::factorySamples, FileSize);
+    pIRData = pFileBuff + std::min<std::size_t>(layout::factorySamples, FileSize);
     _isInteralIR = true;
     SendisInternalIR = 1;
     return true;
@@ -109,7 +135,7 @@ bool QNIRFile::openFactoryFile() {
 bool QNIRFile::openWavFile(const std::string& path) {
     _isInteralIR = false;
     SendisInternalIR = 0;
-    riffheader = RIFF_HEADER(pFileBuff.get());
+    riffheader = RIFF_HEADER(pFileBuff);
     if (!findChunks())
         return false;
     const std::string_view name = irNameFromPath(path);
@@ -120,7 +146,7 @@ bool QNIRFile::openWavFile(const std::string& path) {
 }
 
 bool QNIRFile::findChunks() {
-    const std::span<const std::uint8_t> file(pFileBuff.get(), FileSize);
+    const std::span<const std::uint8_t> file(pFileBuff, FileSize);
     const std::uint8_t* const fmt = findTag(file, fmtTag);
     if (!fmt)
         return refuseWav("it is a damaged WAV file: it has no \"fmt \" chunk");

@@ -30,6 +30,10 @@ public:
     /// SendisInternalIR. What was loaded before is let go first, also when this fails.
     bool OpenFilePath(const std::string& path);
 
+    /// The same with a file that is in memory; `path` gives the name only. `bytes` are not copied
+    /// and must stay until the object or what it has loaded is gone.
+    bool openBytes(std::span<const std::uint8_t> bytes, const std::string& path);
+
     /// Fills all of `destination`, or returns false and leaves it untouched.
     bool GetIRDataBuffer(std::span<std::uint32_t, irPointCount> destination);
 
@@ -59,7 +63,7 @@ public:
     std::uint16_t bitsPerSample() const { return format().bitsPerSample; } ///< factory: 24
     std::uint32_t frameCount() const;    ///< as a WAV file claims; as a factory file holds, to 1024
     std::uint32_t decodedPoints() const; ///< frames that are used; factory: 1024; other rates: 0
-    std::size_t heldBytes() const { return pFileBuff ? FileSize : 0; } ///< memory the file takes
+    std::size_t heldBytes() const { return readBytes_ ? FileSize : 0; } ///< memory the file takes
 
     /// The name as copyIRName() would send it.
     std::array<std::uint8_t, nameFieldSize> nameField() const;
@@ -67,7 +71,9 @@ public:
 private:
     bool refuse(std::string why);
     bool refuseWav(std::string why);
+    bool holdsItsPoints() const;
     void releaseFile();
+    bool examine(std::span<const std::uint8_t> file, const std::string& path);
     bool openFactoryFile();
     bool openWavFile(const std::string& path);
     bool findChunks();
@@ -78,20 +84,22 @@ private:
     static std::string whyBitsRefused(std::uint16_t bits);
 
     std::span<const std::uint8_t> samples() const;
-    bool decode(const WAVE_FORMAT& format, std::uint32_t count);
+    bool decode(std::span<std::uint32_t> points);
     std::array<std::uint8_t, 20> sendField() const;
 
-    std::array<std::int8_t, 20> CharFileNane;  ///< the IR's name, ended by a 0 byte
-    bool IsFileOpenSuccess = false;            ///< a file is loaded
-    std::unique_ptr<std::uint8_t[]> pFileBuff; ///< the whole file
-    std::uint32_t FileSize = 0;                ///< bytes in pFileBuff
-    std::uint32_t PointSize = 0;               ///< frames in the "data" chunk; WAV files only
+    std::array<std::int8_t, 20> CharFileNane;   ///< the IR's name, ended by a 0 byte
+    bool IsFileOpenSuccess = false;             ///< a file is loaded
+    std::unique_ptr<std::uint8_t[]> readBytes_; ///< behind pFileBuff, when this object has read it
+    /// The file, or its first part that has all that is needed; null when none is loaded.
+    const std::uint8_t* pFileBuff = nullptr;
+    std::uint32_t FileSize = 0;            ///< bytes in pFileBuff
+    std::uint32_t PointSize = 0;           ///< frames in the "data" chunk; WAV files only
     const std::uint8_t* pIRData = nullptr; ///< the first sample byte, in pFileBuff or at its end
     RIFF_HEADER riffheader;                ///< the start of a WAV file
     FMT_BLOCK fmt_block;                   ///< its "fmt " chunk
     DATA_BLOCK data_block;                 ///< its "data" chunk
-    std::array<std::uint32_t, irWorkCount> IRPointBuffer{}; ///< decoded samples, 24 bits each
-    bool _isInteralIR = false;                              ///< backs isInteralIR
+    std::array<std::uint32_t, irWorkCount> IRPointBuffer; ///< decoded samples, 24 bits each
+    bool _isInteralIR = false;                            ///< backs isInteralIR
     std::string whyRefused_;
 };
 

@@ -1,40 +1,16 @@
 #include "irfile/QNIRFile.h"
 
 #include "device/SharedState.h"
+#include "irfile/SampleDecoding.h"
 
 #include <algorithm>
-#include <bit>
 
 namespace cabslot {
 
 namespace {
 
 constexpr std::uint16_t pointBits = 24;
-constexpr std::uint16_t floatBits = 32;
 constexpr WAVE_FORMAT factoryFormat = {1, 1, 44100, 132300, 3, pointBits};
-
-constexpr std::uint32_t pointMask = 0xFFFFFF;
-constexpr std::uint32_t pointSign = 0x800000;
-
-constexpr bool isSupportedDepth(std::uint16_t bits) {
-    return bits == 8 || bits == 16 || bits == pointBits || bits == floatBits;
-}
-
-/// The sample of `width` bytes at `offset`; bytes past the end of `samples` count as 0.
-std::uint32_t sampleAt(std::span<const std::uint8_t> samples, std::size_t offset,
-                       std::size_t width) {
-    if (offset >= samples.size())
-        return 0;
-    return littleEndian(samples.subspan(offset, std::min(width, samples.size() - offset)));
-}
-
-std::uint32_t floatPoint(std::uint32_t bits) {
-    const std::int32_t value = scaleToInteger(std::bit_cast<float>(bits));
-    const auto point = static_cast<std::uint32_t>(value);
-    // Kept on purpose: only negative samples are cut to 24 bits, 2.0 and more leave higher bits
-    // set.
-    return value < 0 ? (point & pointMask) | pointSign : point;
-}
 
 } // namespace
 
@@ -49,54 +25,47 @@ bool QNIRFile::GetIRDataBuffer(std::span<std::uint32_t, irPointCount> destinatio
         return false;
     }
     if (_isInteralIR) {
-        for (std::size_t i = 0; i < irPointCount; ++i)
-            destination[i] =
-                sampleAt(samples(), layout::factorySampleSize * i, layout::factorySampleSize);
+        decoderFor(pointBits, 1)(samples(), destination);
         return true;
     }
 
-    IRPointBuffer.fill(0);
     const IRRate* rate = findRate(sampleRate());
     if (!rate) {
         whyRefused_ = whyRateRefused(sampleRate());
         return false;
     }
-    if (!decode(format(), std::min(PointSize, rate->cap)))
+    if (rate->ratio == 0.0f)
+        return decode(destination);
+    if (!decode(std::span(IRPointBuffer).first(rate->cap)))
         return false;
-    if (rate->ratio == 0.0f) {
-        std::copy_n(IRPointBuffer.begin(), irPointCount, destination.begin());
-        return true;
-    }
     ICovertoF(IRPointBuffer, rate->sampleRate);
     Resample(EnterBufferF, rate->sampleRate);
     FCovertoI(ResampOut, destination);
     return true;
 }
 
-/// Decodes the first channel of `count` frames into IRPointBuffer.
-bool QNIRFile::decode(const WAVE_FORMAT& format, std::uint32_t count) {
+/// Decodes the first channel into `points` and fills up with 0, or leaves them untouched.
+bool QNIRFile::decode(std::span<std::uint32_t> points) {
+    const WAVE_FORMAT wav = format();
     // Kept on purpose: more than two channels decode to silence, whatever their depth.
-    if (format.channelCount > 2)
+    if (wav.channelCount > 2) {
+        std::ranges::fill(points, 0);
         return true;
-    if (!isSupportedDepth(format.bitsPerSample)) {
-        whyRefused_ = whyBitsRefused(format.bitsPerSample);
+    }
+    const FrameDecoder decoder = decoderFor(wav.bitsPerSample, wav.channelCount);
+    if (!decoder) {
+        whyRefused_ = whyBitsRefused(wav.bitsPerSample);
         return false;
     }
-    const std::size_t sampleSize = format.bitsPerSample / 8u;
-    const std::size_t frameSize = sampleSize * format.channelCount;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::uint32_t sample = sampleAt(samples(), frameSize * i, sampleSize);
-        // Kept on purpose: 8-bit samples are shifted up like all others, their offset of 128 stays.
-        IRPointBuffer[i] = format.bitsPerSample == floatBits
-                               ? floatPoint(sample)
-                               : sample << (pointBits - format.bitsPerSample);
-    }
+    const std::size_t count = std::min<std::size_t>(PointSize, points.size());
+    decoder(samples(), points.first(count));
+    std::ranges::fill(points.subspan(count), 0);
     return true;
 }
 
 /// From the first sample byte to the end of the file.
 std::span<const std::uint8_t> QNIRFile::samples() const {
-    return {pIRData, static_cast<const std::uint8_t*>(pFileBuff.get() + FileSize)};
+    return {pIRData, pFileBuff + FileSize};
 }
 
 std::string QNIRFile::whyRateRefused(std::uint32_t rate) {

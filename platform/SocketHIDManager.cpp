@@ -109,7 +109,8 @@ void SocketHIDManager::waitForEvents(TimePoint deadline) {
     polled_.clear(); // keeps its memory
     for (const auto& device : devices_)
         polled_.push_back({.fd = device->socket(), .events = POLLIN, .revents = 0});
-    if (::poll(polled_.data(), polled_.size(), millisecondsUntil(deadline)) <= 0)
+    const timespec wait = timeUntil(deadline);
+    if (::ppoll(polled_.data(), polled_.size(), &wait, nullptr) <= 0)
         return;
     // From the back, since a device that is gone leaves the list.
     for (std::size_t i = polled_.size(); i-- > 0;) {

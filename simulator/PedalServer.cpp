@@ -193,8 +193,8 @@ void PedalServer::vanishIfDue(Connection& connection) {
 void PedalServer::enqueue(Connection& connection, const std::vector<Report>& reports) {
     if (reports.empty() || connection.hostGone)
         return;
-    const bool fits = connection.outgoing.size() + reports.size() <= maxQueuedReports ||
-                      options_.faults.flood;
+    const bool fits =
+        connection.outgoing.size() + reports.size() <= maxQueuedReports || options_.faults.flood;
     if (fits)
         connection.outgoing.insert(connection.outgoing.end(), reports.begin(), reports.end());
     else if (!connection.readsNothing)

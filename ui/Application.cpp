@@ -32,7 +32,6 @@ constexpr int wrongUsage = 2;
 
 // Reads the arguments without a display, so that --help needs none. Ends the process on wrong ones.
 std::string chosenPedal(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
     const QString fromVariable = qEnvironmentVariable(pedalVariable);
     const QCommandLineOption pedal(
         "pedal", "The pedal to use: usb, sim or unix:PATH. CABSLOT_PEDAL gives it, too.", "PEDAL",
@@ -40,14 +39,18 @@ std::string chosenPedal(int argc, char** argv) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         "Load guitar-cabinet impulse responses into the four user slots of the pedal.");
-    parser.addHelpOption();
-    parser.addVersionOption();
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
     parser.addOption(pedal);
-    if (!parser.parse(QCoreApplication::arguments()))
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments += QString::fromLocal8Bit(argv[i]);
+    if (!parser.parse(arguments))
         refuseUsage(parser.errorText().toStdString());
     if (!parser.positionalArguments().isEmpty())
         refuseUsage("no argument is expected but options");
-    parser.process(application); // --help and --version end here
+    if (parser.isSet(help) || parser.isSet(version))
+        parser.process(QCoreApplication(argc, argv)); // ends here
     std::string choice = parser.value(pedal).toStdString();
     if (const std::string wrong = whatIsWrongWithPedal(choice); !wrong.empty())
         refuseUsage(wrong);

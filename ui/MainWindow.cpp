@@ -40,8 +40,7 @@ void MainWindow::center() {
 }
 
 void MainWindow::setTitleBarTransparent(bool transparent) {
-    ui_->titleBar->setProperty("transparent", transparent);
-    dress();
+    setLook(*ui_->titleBar, "transparent", transparent);
 }
 
 // The strip keeps its height and its buttons their places without the text.
@@ -77,13 +76,12 @@ void MainWindow::changeEvent(QEvent* event) {
         dress();
 }
 
-// Setting the sheet changes the palette in its turn.
+// Setting the sheet changes the palette in its turn, at once and again when the widgets are shown.
+// The same sheet is not set twice: every widget would be dressed anew.
 void MainWindow::dress() {
-    if (dressing_)
-        return;
-    dressing_ = true;
-    setStyleSheet(styleSheetFor(QGuiApplication::palette()));
-    dressing_ = false;
+    const QString sheet = styleSheetFor(QGuiApplication::palette());
+    if (sheet != styleSheet())
+        setStyleSheet(sheet);
 }
 
 void MainWindow::mousePressEvent(QMouseEvent* event) {

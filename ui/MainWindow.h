@@ -43,7 +43,6 @@ private:
     std::unique_ptr<Ui::Main> ui_;
     bool movable_ = false;
     std::optional<QPoint> grabbedAt_; ///< in the window, while it is moved by hand
-    bool dressing_ = false;
 };
 
 } // namespace cabslot

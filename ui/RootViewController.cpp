@@ -46,9 +46,9 @@ void RootViewController::loadView() {
     User2Label = ui_->User2Label;
     User3Label = ui_->User3Label;
     User4Label = ui_->User4Label;
+    viewDidLoad(); // first: the pedal's answer takes a while, and so do the fonts below
     setUpRows();
     showIdle();
-    viewDidLoad();
     catchUp();
 }
 

@@ -2,7 +2,9 @@
 #include "tests/device/FakePedal.h"
 
 #include "device/HIDClass.h"
+#include "device/RepeatingTimer.h"
 
+#include <cmath>
 #include <future>
 
 namespace cabslot::testing {
@@ -40,6 +42,24 @@ private:
     HIDCallbacks callbacks_;
     std::atomic<bool> announced_{false};
 };
+
+TEST(RepeatingTimer, FallsBackOnItsGridAfterAStallWithoutABurst) {
+    const RepeatingTimer::TimePoint start{5s};
+    RepeatingTimer timer(start, 10ms);
+    // When it is looked at, whether it fires, when it is due next; ms behind the start.
+    const struct {
+        double now;
+        bool fires;
+        int due;
+    } looks[] = {{9.999, false, 10}, {10, true, 20},     {19, false, 20},   {23, true, 30},
+                 {30, true, 40},     {236, true, 240},   {236, false, 240}, {239, false, 240},
+                 {240, true, 250},   {250.5, true, 260}, {460, true, 470},  {469.999, false, 470}};
+    for (const auto& look : looks) {
+        const auto now = start + std::chrono::microseconds(std::lround(look.now * 1000));
+        EXPECT_EQ(timer.fire(now), look.fires) << look.now;
+        EXPECT_EQ(timer.due(), start + std::chrono::milliseconds(look.due)) << look.now;
+    }
+}
 
 class Link : public ::testing::Test {
 protected:

@@ -39,12 +39,18 @@ TEST_F(RingBuffer, TakesAllOrNothingAndWraps) {
     EXPECT_EQ(getRX_buffer(10000, out.data()), 1);
     EXPECT_TRUE(std::equal(many.begin(), many.end(), out.begin()));
 
-    // Now the indices stand near the end: a write and a read across it.
+    // Now the reading index stands near the end: a read across it, then a write and a read.
     ASSERT_EQ(putRX_buffer(many.data() + 1, 300), 1);
     ASSERT_EQ(getRX_buffer(540, out.data()), 1);
     EXPECT_TRUE(std::equal(out.begin(), out.begin() + 240, many.begin()));
     EXPECT_TRUE(std::equal(out.begin() + 240, out.begin() + 540, many.begin() + 1));
     EXPECT_EQ(getRX_buffer(1, out.data()), 0);
+    ASSERT_EQ(putRX_buffer(many.data(), 10000), 1);
+    ASSERT_EQ(putRX_buffer(many.data(), 200), 1);
+    ASSERT_EQ(getRX_buffer(9900, out.data()), 1);
+    ASSERT_EQ(getRX_buffer(300, out.data()), 1);
+    EXPECT_TRUE(std::equal(out.begin(), out.begin() + 100, many.begin() + 9900));
+    EXPECT_TRUE(std::equal(out.begin() + 100, out.begin() + 300, many.begin()));
 }
 
 TEST_F(RingBuffer, ClearsWhole) {

@@ -169,6 +169,17 @@ TEST_F(Conversion, FloatSamples) {
     }
 }
 
+TEST_F(Conversion, OneSampleBeyondFullScaleIsSeenAmongMany) {
+    for (const std::size_t where : {0u, 6u, 1023u}) {
+        WavBuilder wav{.bits = 32, .formatTag = 3};
+        for (std::size_t i = 0; i < irPointCount; ++i)
+            wav.addFloat(i == where ? -1.5f : -0.25f);
+        Block expected = filled(0xE00000);
+        expected[where] = 0xC00000;
+        EXPECT_EQ(convert(wav.bytes()), expected);
+    }
+}
+
 TEST_F(Conversion, FloatToIntegerWrapsAndDrawsItsSourceIn) {
     Block block{};
     std::array<float, irPointCount> source{};
@@ -226,6 +237,29 @@ TEST_F(Conversion, SamplesThatTheFileDoesNotHoldAreZero) {
     EXPECT_EQ(convert(wav.bytes()), expected);
     EXPECT_EQ(file_.frameCount(), 5000u);
     EXPECT_EQ(file_.decodedPoints(), 1024u);
+}
+
+TEST_F(Conversion, AFileMayEndWithOrWithinTheLastSample) {
+    for (const std::uint16_t bits : std::array<std::uint16_t, 4>{8, 16, 24, 32})
+        for (const std::uint16_t channels : std::array<std::uint16_t, 2>{1, 2}) {
+            SCOPED_TRACE(std::to_string(bits) + " bits, " + std::to_string(channels));
+            WavBuilder wav{.channels = channels, .bits = bits, .dataSize = 100'000};
+            Block expected = filled(0);
+            for (std::uint32_t i = 0; i < 11; ++i) {
+                expected[i] = (i + 1) << 16;
+                for (int channel = 0; channel < channels; ++channel)
+                    if (bits == 32)
+                        wav.addFloat(static_cast<float>(i + 1) / 128);
+                    else
+                        wav.add(static_cast<std::int32_t>((i + 1) << (bits - 8)));
+            }
+            if (channels == 2)
+                wav.samples.resize(wav.samples.size() - bits / 8u);
+            EXPECT_TRUE(convert(wav.bytes()) == expected);
+            wav.samples.pop_back(); // the highest byte of the last left sample
+            expected[10] = 0;
+            EXPECT_TRUE(convert(wav.bytes()) == expected);
+        }
 }
 
 TEST_F(Conversion, EightBitSilenceIsKeptAsItIs) {

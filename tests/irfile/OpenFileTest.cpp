@@ -211,6 +211,26 @@ TEST_F(OpenFile, ExtraChunksAndOddFieldsDoNotMatter) {
     EXPECT_EQ(file_.decodedPoints(), 3u);
 }
 
+TEST_F(OpenFile, OfALongFileAsMuchIsReadAsIsNeeded) {
+    constexpr std::size_t part = 1 << 20;
+    WavBuilder wav;
+    for (int i = 0; i < 600'000; ++i)
+        wav.add(i);
+    std::array<std::uint32_t, irPointCount> expected{};
+    for (std::uint32_t i = 0; i < irPointCount; ++i)
+        expected[i] = i << 8;
+    // Bytes before the samples: hardly any, so many that some lie behind the first part, and all.
+    for (const std::size_t before : std::array<std::size_t, 3>{0, part - 600, 2 * part}) {
+        wav.beforeData = chunk("LIST", std::string(before, 'x'));
+        const std::string bytes = wav.bytes();
+        ASSERT_TRUE(file_.OpenFilePath(folder_.write("Long.wav", bytes))) << file_.whyRefused();
+        EXPECT_EQ(file_.heldBytes(), before == 0 ? part : bytes.size());
+        EXPECT_EQ(file_.frameCount(), 600'000u);
+        ASSERT_TRUE(file_.setIrdataBuff());
+        EXPECT_TRUE(irdatabuff == expected);
+    }
+}
+
 TEST_F(OpenFile, AFactoryFileLeavesTheFrameCountOfTheFileBefore) {
     ASSERT_TRUE(file_.OpenFilePath(folder_.write("a.wav", WavBuilder{}.add(1).add(2).bytes())));
     ASSERT_TRUE(file_.OpenFilePath(folder_.write("b", factoryFile(3, {}))));

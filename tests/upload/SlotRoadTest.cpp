@@ -97,9 +97,9 @@ TEST_F(SlotRoad, APedalThatConfirmsAtOnceIsMissedUnlessTheWaitWasArmedBefore) {
 
 TEST_F(SlotRoad, AConfirmationThatComesBeforeTheLastFrameIsNotThisUploads) {
     waiting.duringUpload = Ticking::confirm;
-    EXPECT_EQ(loadSlot(1, wav(), {.arming = Arming::beforeRequest, .confirmationPolls = 3}, waiting)
-                  .end,
-              RoadEnd::notConfirmed);
+    EXPECT_EQ(
+        loadSlot(1, wav(), {.arming = Arming::beforeRequest, .confirmationPolls = 3}, waiting).end,
+        RoadEnd::notConfirmed);
 }
 
 TEST_F(SlotRoad, GivingUpRecordsNothing) {

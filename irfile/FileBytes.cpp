@@ -1,11 +1,11 @@
-#include "irfile/WholeFile.h"
+#include "irfile/FileBytes.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <limits>
 #include <new>
 #include <system_error>
 #include <utility>
@@ -13,8 +13,6 @@
 namespace cabslot {
 
 namespace {
-
-constexpr std::uint32_t largestFile = std::numeric_limits<std::uint32_t>::max();
 
 /// An open file descriptor, closed at the end; negative when there is none.
 class Descriptor {
@@ -81,15 +79,15 @@ std::string readBytes(int descriptor, std::uint8_t* bytes, std::size_t size) {
     return {};
 }
 
-WholeFile refused(std::string whyNot) {
-    WholeFile file;
+FileBytes refused(std::string whyNot) {
+    FileBytes file;
     file.whyNot = std::move(whyNot);
     return file;
 }
 
 } // namespace
 
-WholeFile readWholeFile(const std::string& path) {
+FileBytes readFile(const std::string& path, std::uint32_t most) {
     if (path.empty())
         return refused("no file was chosen");
     if (path.find('\0') != std::string::npos)
@@ -102,11 +100,13 @@ WholeFile readWholeFile(const std::string& path) {
         return refused(whyNotOpened(errno));
     if (!S_ISREG(status.st_mode))
         return refused(whyNotAFile(status.st_mode));
-    if (std::cmp_greater(status.st_size, largestFile))
+    if (std::cmp_greater(status.st_size, wholeFile))
         return refused("it is too large: files of 4 GiB and more are not read");
 
-    WholeFile file;
-    file.size = static_cast<std::uint32_t>(status.st_size);
+    FileBytes file;
+    const auto all = static_cast<std::uint32_t>(status.st_size);
+    file.size = std::min(all, most);
+    file.whole = file.size == all;
     file.bytes.reset(new (std::nothrow) std::uint8_t[file.size]);
     if (!file.bytes)
         return refused("there is not enough memory to read its " + std::to_string(file.size) +

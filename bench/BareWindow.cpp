@@ -1,0 +1,11 @@
+// The least that a Qt program with a window can be: what Cabslot's window is measured beside.
+#include <QApplication>
+#include <QLabel>
+
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    QLabel label("A label");
+    label.resize(471, 560); // about Cabslot's window
+    label.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,35 @@
+// A timer that fires on a grid: at its start plus one interval, two intervals, and so on.
+//
+// It asks no clock; whoever waits hands in the time. Ticks that were missed are left out, not made
+// up for, and a late one does not move the grid.
+#pragma once
+
+#include <chrono>
+
+namespace cabslot {
+
+class RepeatingTimer {
+public:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
+    RepeatingTimer(TimePoint start, std::chrono::milliseconds interval)
+        : interval_(interval), due_(start + interval) {}
+
+    /// The next tick.
+    TimePoint due() const { return due_; }
+
+    /// True when a tick is due; the next one is then the first on the grid behind `now`.
+    bool fire(TimePoint now) {
+        if (now < due_)
+            return false;
+        const auto ticksPassed = (now - due_) / interval_ + 1;
+        due_ += ticksPassed * interval_;
+        return true;
+    }
+
+private:
+    std::chrono::milliseconds interval_;
+    TimePoint due_;
+};
+
+} // namespace cabslot
