@@ -61,6 +61,13 @@ public:
     std::uint32_t decodedPoints() const; ///< frames that are used; factory: 1024; other rates: 0
     std::size_t heldBytes() const { return pFileBuff ? FileSize : 0; } ///< memory the file takes
 
+    /// Fills `values` with what the file means by its first channel's samples from frame `first`
+    /// on, full scale 1.0, also of frames beyond those that are used. Unlike the conversion it
+    /// takes the offset off 8-bit samples and leaves floats as they are. Returns how many were
+    /// there: fewer than asked for at the end of what the file holds, none of a depth that cannot
+    /// be read.
+    std::size_t readFirstChannel(std::size_t first, std::span<float> values) const;
+
     /// The name as copyIRName() would send it.
     std::array<std::uint8_t, nameFieldSize> nameField() const;
 

@@ -36,6 +36,16 @@ std::uint32_t floatPoint(std::uint32_t bits) {
     return value < 0 ? (point & pointMask) | pointSign : point;
 }
 
+/// The value that a file means by a sample of `bits` bits, full scale 1.0.
+float meantValue(std::uint32_t sample, unsigned bits) {
+    if (bits == floatBits)
+        return std::bit_cast<float>(sample);
+    constexpr float fullScale = 2147483648.0f;
+    constexpr std::uint32_t offset8 = 0x80000000; // a WAV file's 8-bit samples count from 128
+    const std::uint32_t raised = (sample << (32 - bits)) ^ (bits == 8 ? offset8 : 0);
+    return static_cast<float>(static_cast<std::int32_t>(raised)) / fullScale;
+}
+
 } // namespace
 
 bool QNIRFile::setIrdataBuff() {
@@ -92,6 +102,20 @@ bool QNIRFile::decode(const WAVE_FORMAT& format, std::uint32_t count) {
                                : sample << (pointBits - format.bitsPerSample);
     }
     return true;
+}
+
+std::size_t QNIRFile::readFirstChannel(std::size_t first, std::span<float> values) const {
+    const WAVE_FORMAT kind = format();
+    if (!isSupportedDepth(kind.bitsPerSample))
+        return 0;
+    const std::size_t sampleSize = kind.bitsPerSample / 8u;
+    const std::size_t frameSize = sampleSize * kind.channelCount;
+    const std::size_t held = std::min<std::size_t>(frameCount(), samples().size() / frameSize);
+    const std::size_t count = std::min(values.size(), held - std::min(first, held));
+    for (std::size_t i = 0; i < count; ++i)
+        values[i] = meantValue(sampleAt(samples(), frameSize * (first + i), sampleSize),
+                               kind.bitsPerSample);
+    return count;
 }
 
 /// From the first sample byte to the end of the file.
