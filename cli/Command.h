@@ -1,6 +1,7 @@
 // The commands of cabslotctl. Each adds itself to the command line and runs when it was given.
 #pragma once
 
+#include "analysis/IRSummary.h"
 #include "cli/ExitStatus.h"
 #include "cli/PedalSession.h"
 
@@ -79,15 +80,18 @@ public:
     ExitStatus run() override;
 };
 
-/// inspect FILE: what would be loaded; needs no pedal.
+/// inspect FILE: what would be loaded and what is odd about it; needs no pedal.
 class InspectCommand final : public Command {
 public:
     explicit InspectCommand(CLI::App& app);
     ExitStatus run() override;
 
 private:
+    bool writeFiles(const IRSummary& summary, const Block& block) const;
+
     std::string file_;
     std::string blockFile_;
+    std::string plotFile_;
     bool json_ = false;
 };
 

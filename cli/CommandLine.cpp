@@ -42,6 +42,7 @@ Examples:
   cabslotctl load 2 "Room 4x12.wav"
   cabslotctl clear 2
   cabslotctl inspect Cab.wav --json
+  cabslotctl inspect Cab.wav --plot Cab.svg
   cabslotctl preset show Live.preset
   cabslotctl doctor)";
 

@@ -1,15 +1,15 @@
+#include "analysis/Plots.h"
+#include "analysis/Words.h"
 #include "cli/Command.h"
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
+#include "cli/PlotFile.h"
+#include "cli/TerminalWave.h"
 #include "irfile/QNIRFile.h"
 
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdlib>
-#include <iomanip>
 #include <iostream>
 #include <optional>
 #include <vector>
@@ -17,22 +17,6 @@
 namespace cabslot {
 
 namespace {
-
-using Block = std::array<std::uint32_t, irPointCount>;
-
-constexpr double fullScale = 8388608; // 2^23
-
-// The block's loudest point, as the pedal will play it: 24-bit two's complement. Nothing if silent.
-std::optional<double> peakDbfs(const Block& block) {
-    double peak = 0;
-    for (const std::uint32_t word : block) {
-        const auto sample = static_cast<std::int32_t>(word << 8) / 256;
-        peak = std::max(peak, std::abs(sample / fullScale));
-    }
-    if (peak == 0)
-        return std::nullopt;
-    return 20 * std::log10(peak);
-}
 
 std::string nameText(const QNIRFile& file) {
     std::string text;
@@ -43,7 +27,11 @@ std::string nameText(const QNIRFile& file) {
     return text;
 }
 
-void printJson(const QNIRFile& file, const Block& block) {
+nlohmann::ordered_json levelJson(std::optional<double> level) {
+    return level ? nlohmann::ordered_json(std::round(*level * 100) / 100) : nullptr;
+}
+
+void printJson(const QNIRFile& file, const IRSummary& summary) {
     nlohmann::ordered_json json = {{"version", 1},
                                    {"kind", file.isInteralIR() ? "factory" : "wav"},
                                    {"name", nameText(file)},
@@ -52,9 +40,11 @@ void printJson(const QNIRFile& file, const Block& block) {
                                    {"bits", file.bitsPerSample()},
                                    {"frames", file.frameCount()},
                                    {"points", file.decodedPoints()},
-                                   {"peak_dbfs", nullptr}};
-    if (const auto peak = peakDbfs(block))
-        json["peak_dbfs"] = std::round(*peak * 100) / 100;
+                                   {"peak_dbfs", levelJson(peakDbfs(summary.samples))},
+                                   {"rms_dbfs", levelJson(rmsDbfs(summary.samples))},
+                                   {"findings", nlohmann::ordered_json::array()}};
+    for (const Finding& finding : summary.findings)
+        json["findings"].push_back({{"kind", nameOf(finding.kind)}, {"text", finding.text}});
     std::cout << json.dump(2) << '\n';
 }
 
@@ -65,11 +55,11 @@ const char* channelRemark(const QNIRFile& file) {
     case 2:
         return " (the left one is used)";
     default:
-        return " (silent in the pedal: only one or two channels can be used)";
+        return " (silent in the pedal: only one or two can be used)";
     }
 }
 
-void printText(const QNIRFile& file, const Block& block) {
+void printText(const QNIRFile& file, const IRSummary& summary) {
     std::cout << "kind      " << (file.isInteralIR() ? "factory IR" : "WAV") << '\n'
               << "name      " << shownName(nameText(file)) << '\n'
               << "rate      " << file.sampleRate() << " Hz\n"
@@ -78,11 +68,12 @@ void printText(const QNIRFile& file, const Block& block) {
               << (file.bitsPerSample() == 32 ? " (read as float)" : "") << '\n'
               << "frames    " << file.frameCount() << ", of which " << file.decodedPoints()
               << " are used\n"
-              << "peak      ";
-    if (const auto peak = peakDbfs(block))
-        std::cout << std::fixed << std::setprecision(2) << *peak << " dBFS\n";
-    else
-        std::cout << "silent\n";
+              << "peak      " << dbfsText(peakDbfs(summary.samples)) << '\n'
+              << "RMS       " << dbfsText(rmsDbfs(summary.samples)) << '\n';
+    if (const std::size_t columns = waveColumns(); columns > 0)
+        std::cout << brailleWave(summary.samples, columns);
+    for (const Finding& finding : summary.findings)
+        std::cout << finding.text << '\n';
 }
 
 std::vector<std::uint8_t> littleEndianWords(const Block& block) {
@@ -97,13 +88,43 @@ std::vector<std::uint8_t> littleEndianWords(const Block& block) {
 } // namespace
 
 InspectCommand::InspectCommand(CLI::App& app)
-    : Command(app, "inspect", "Show what a file would put into the pedal; needs no pedal") {
+    : Command(
+          app, "inspect",
+          "Show what a file would put into the pedal, and what is odd about it; needs no pedal") {
     subcommand().add_option("FILE", file_, "A WAV or factory IR file")->required()->type_name("");
     subcommand().add_flag("--json", json_, "Print JSON instead of lines of text");
     subcommand()
         .add_option("--block", blockFile_,
                     "Write the 1024 points to this file, as little-endian 32-bit words")
         ->type_name("OUT");
+    subcommand()
+        .add_option("--plot", plotFile_,
+                    "Draw waveform, frequency response and findings into this file, .svg or .png")
+        ->type_name("OUT")
+        ->check([](const std::string& path) {
+            return plotFormatOf(path) ? std::string{}
+                                      : path + ": a plot's name must end with .svg or .png";
+        });
+}
+
+/// Writes what was asked for; false, and told, when that is not possible.
+bool InspectCommand::writeFiles(const IRSummary& summary, const Block& block) const {
+    const auto write = [](const std::string& path, const std::vector<std::uint8_t>& bytes) {
+        std::string why;
+        if (writeOutputFile(path, bytes, why))
+            return true;
+        complain(why);
+        return false;
+    };
+    if (!blockFile_.empty() && !write(blockFile_, littleEndianWords(block)))
+        return false;
+    if (plotFile_.empty())
+        return true;
+    const std::vector<std::uint8_t> plot = plotFile(summaryPage(summary), *plotFormatOf(plotFile_));
+    if (!plot.empty())
+        return write(plotFile_, plot);
+    complain(plotFile_ + " cannot be drawn: there is not enough memory");
+    return false;
 }
 
 ExitStatus InspectCommand::run() {
@@ -113,12 +134,10 @@ ExitStatus InspectCommand::run() {
         complain(file_ + ": " + file.whyRefused());
         return ExitStatus::fileRefused;
     }
-    if (std::string why;
-        !blockFile_.empty() && !writeOutputFile(blockFile_, littleEndianWords(block), why)) {
-        complain(why);
+    const IRSummary summary = summaryOf(file, block, shownName(nameText(file)));
+    if (!writeFiles(summary, block))
         return ExitStatus::wrongUsage;
-    }
-    json_ ? printJson(file, block) : printText(file, block);
+    json_ ? printJson(file, summary) : printText(file, summary);
     return ExitStatus::done;
 }
 

@@ -64,6 +64,7 @@ bool QNIRFile::OpenFilePath(const std::string& path) {
         if (!file.bytes)
             return refuse(std::move(file.whyNot));
         readBytes_ = std::move(file.bytes);
+        heldWhole_ = file.whole;
         const bool accepted = examine({readBytes_.get(), file.size}, path);
         if (file.whole || (accepted && holdsItsPoints()))
             return accepted;
@@ -73,6 +74,7 @@ bool QNIRFile::OpenFilePath(const std::string& path) {
 
 bool QNIRFile::openBytes(std::span<const std::uint8_t> bytes, const std::string& path) {
     releaseFile();
+    heldWhole_ = true;
     return examine(bytes, path);
 }
 

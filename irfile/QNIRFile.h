@@ -65,6 +65,16 @@ public:
     std::uint32_t decodedPoints() const; ///< frames that are used; factory: 1024; other rates: 0
     std::size_t heldBytes() const { return readBytes_ ? FileSize : 0; } ///< memory the file takes
 
+    /// Nothing follows what is in memory. Of a long file only the start is read.
+    bool isHeldWhole() const { return heldWhole_; }
+
+    /// Fills `values` with what the file means by its first channel's samples from frame `first`
+    /// on, full scale 1.0, also of frames beyond those that are used. Unlike the conversion it
+    /// takes the offset off 8-bit samples and leaves floats as they are. Returns how many were
+    /// there: fewer than asked for at the end of what the file holds, none of a depth that cannot
+    /// be read.
+    std::size_t readFirstChannel(std::size_t first, std::span<float> values) const;
+
     /// The name as copyIRName() would send it.
     std::array<std::uint8_t, nameFieldSize> nameField() const;
 
@@ -90,6 +100,7 @@ private:
     std::array<std::int8_t, 20> CharFileNane;   ///< the IR's name, ended by a 0 byte
     bool IsFileOpenSuccess = false;             ///< a file is loaded
     std::unique_ptr<std::uint8_t[]> readBytes_; ///< behind pFileBuff, when this object has read it
+    bool heldWhole_ = true;                     ///< of a long file only a part is in memory
     /// The file, or its first part that has all that is needed; null when none is loaded.
     const std::uint8_t* pFileBuff = nullptr;
     std::uint32_t FileSize = 0;            ///< bytes in pFileBuff

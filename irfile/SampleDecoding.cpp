@@ -17,7 +17,7 @@ constexpr std::uint32_t pointMask = 0xFFFFFF;
 constexpr std::uint32_t pointSign = 0x800000;
 
 /// The sample of `width` bytes at `offset`; bytes past the end of `samples` count as 0.
-std::uint32_t sampleAt(Samples samples, std::size_t offset, std::size_t width) {
+std::uint32_t sampleAt(SampleBytes samples, std::size_t offset, std::size_t width) {
     if (offset >= samples.size())
         return 0;
     return littleEndian(samples.subspan(offset, std::min(width, samples.size() - offset)));
@@ -42,7 +42,7 @@ std::uint32_t pointOf(std::uint32_t sample) {
 
 /// Decodes the first channel of the first `points.size()` frames, all of whose samples are there.
 template<std::uint16_t bits, std::size_t frameSize>
-void decodeHeld(Samples samples, std::span<std::uint32_t> points) {
+void decodeHeld(SampleBytes samples, std::span<std::uint32_t> points) {
     for (std::size_t i = 0; i < points.size(); ++i)
         points[i] = pointOf<bits>(littleEndian(samples.subspan(frameSize * i, bits / 8)));
 }
@@ -50,7 +50,7 @@ void decodeHeld(Samples samples, std::span<std::uint32_t> points) {
 /// Samples of three bytes, which no machine has a load for: four at a time, each as a word with the
 /// byte behind it, so that the compiler can do the four at once.
 template<std::size_t frameSize>
-void decodeHeld24(Samples samples, std::span<std::uint32_t> points) {
+void decodeHeld24(SampleBytes samples, std::span<std::uint32_t> points) {
     constexpr std::size_t group = 4;
     std::size_t done = 0;
     for (; done + group < points.size(); done += group) { // the last sample has no byte behind it
@@ -65,7 +65,7 @@ void decodeHeld24(Samples samples, std::span<std::uint32_t> points) {
 
 /// Samples of four bytes: floats.
 template<std::size_t frameSize>
-void decodeHeldFloats(Samples samples, std::span<std::uint32_t> points) {
+void decodeHeldFloats(SampleBytes samples, std::span<std::uint32_t> points) {
     const auto bitsAt = [samples](std::size_t i) {
         return littleEndianWord(samples.data() + frameSize * i);
     };
@@ -83,7 +83,7 @@ void decodeHeldFloats(Samples samples, std::span<std::uint32_t> points) {
 
 /// Decodes the first channel of as many frames as `points` has; samples that are not there are 0.
 template<std::uint16_t bits, std::size_t channels>
-void decodeFrames(Samples samples, std::span<std::uint32_t> points) {
+void decodeFrames(SampleBytes samples, std::span<std::uint32_t> points) {
     constexpr std::size_t width = bits / 8;
     constexpr std::size_t frameSize = width * channels;
     const std::size_t held =
@@ -120,6 +120,16 @@ FrameDecoder decoderFor(std::uint16_t bits, std::uint16_t channels) {
     if (depth == depths.end())
         return nullptr;
     return channels == 1 ? depth->mono : depth->stereo;
+}
+
+float meantValue(SampleBytes sample, std::uint16_t bits) {
+    const std::uint32_t value = sampleAt(sample, 0, bits / 8u);
+    if (bits == floatBits)
+        return std::bit_cast<float>(value);
+    constexpr float scale = 2147483648.0f;
+    constexpr std::uint32_t offset8 = 0x80000000; // a WAV file's 8-bit samples count from 128
+    const std::uint32_t raised = (value << (32 - bits)) ^ (bits == 8 ? offset8 : 0);
+    return static_cast<float>(static_cast<std::int32_t>(raised)) / scale;
 }
 
 } // namespace cabslot

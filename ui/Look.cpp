@@ -1,6 +1,5 @@
 #include "ui/Look.h"
 
-#include <QColor>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QStyle>
@@ -13,16 +12,6 @@ namespace {
 
 constexpr qreal headingScale = 1.7;
 constexpr qreal nameScale = 1.2;
-
-// `amount` of `top` over `bottom`.
-QString mix(const QColor& top, const QColor& bottom, qreal amount) {
-    const auto channel = [amount](int above, int below) {
-        return static_cast<int>(above * amount + below * (1 - amount));
-    };
-    return QColor(channel(top.red(), bottom.red()), channel(top.green(), bottom.green()),
-                  channel(top.blue(), bottom.blue()))
-        .name();
-}
 
 QFont scaled(QFont font, qreal scale) {
     font.setPointSizeF(QGuiApplication::font().pointSizeF() * scale);
@@ -65,6 +54,14 @@ QProgressBar::chunk { background: %accent; border-radius: 2px; }
 
 } // namespace
 
+QColor mixed(const QColor& top, const QColor& bottom, qreal amount) {
+    const auto channel = [amount](int above, int below) {
+        return static_cast<int>(above * amount + below * (1 - amount));
+    };
+    return {channel(top.red(), bottom.red()), channel(top.green(), bottom.green()),
+            channel(top.blue(), bottom.blue())};
+}
+
 QString styleSheetFor(const QPalette& palette) {
     const QColor window = palette.color(QPalette::Window);
     const QColor base = palette.color(QPalette::Base);
@@ -75,13 +72,13 @@ QString styleSheetFor(const QPalette& palette) {
         {"%window", window.name()},
         {"%base", base.name()},
         {"%text", text.name()},
-        {"%muted", mix(text, window, 0.7)},
-        {"%line", mix(text, base, 0.1)},
-        {"%edge", mix(text, window, 0.16)},
-        {"%hover", mix(text, base, 0.08)},
-        {"%button", mix(text, base, 0.02)},
+        {"%muted", mixed(text, window, 0.7).name()},
+        {"%line", mixed(text, base, 0.1).name()},
+        {"%edge", mixed(text, window, 0.16).name()},
+        {"%hover", mixed(text, base, 0.08).name()},
+        {"%button", mixed(text, base, 0.02).name()},
         {"%accent", accent.name()},
-        {"%tint", mix(accent, base, 0.16)},
+        {"%tint", mixed(accent, base, 0.16).name()},
     };
     for (const auto& [name, colour] : colours)
         result.replace(QLatin1String(name), colour);

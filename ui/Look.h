@@ -1,6 +1,7 @@
 // How the window looks: one style sheet, its colours mixed from the desktop's palette.
 #pragma once
 
+#include <QColor>
 #include <QFont>
 #include <QPalette>
 #include <QString>
@@ -8,6 +9,9 @@
 class QWidget;
 
 namespace cabslot {
+
+/// `amount` (0 to 1) of `top` over `bottom`: how every shade here is made.
+QColor mixed(const QColor& top, const QColor& bottom, qreal amount);
 
 /// The sheet for the whole window. Widgets are told apart by their property "role": heading, card,
 /// line, row, number, name, secondary (a button of less weight), status.

@@ -90,6 +90,7 @@ private:
 
     using Road = std::function<RoadResult(const RoadOptions&, RoadWaiting&)>;
     RoadResult walk(std::int64_t index, BusyWait::Counter counter, const Road& road);
+    void showPicture(std::int64_t index, const QNIRFile& file);
     void showProgress(std::int64_t index, unsigned frame, std::int64_t seconds);
     void tellEnd(std::int64_t index, const RoadResult& result, const QString& done);
     void refuse(const QString& file, const std::string& why);

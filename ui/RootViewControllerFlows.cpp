@@ -5,6 +5,7 @@
 #include "device/SharedState.h"
 #include "ui/Fatal.h"
 #include "ui/OpenPanel.h"
+#include "ui/SlotPicture.h"
 #include "ui_RootViewController.h"
 
 #include <QApplication>
@@ -150,12 +151,24 @@ RoadResult RootViewController::walk(std::int64_t index, BusyWait::Counter counte
         },
         counter);
     mainQueue_.hold();
-    RoadResult result = road({.arming = Arming::afterUpload}, waiting);
+    RoadResult result =
+        road({.arming = Arming::afterUpload,
+              .recorded = [this, index](const QNIRFile& file) { showPicture(index, file); }},
+             waiting);
     mainQueue_.release();
     showIdle();
     if (waiting.closeRequested())
         QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
     return result;
+}
+
+// After a clear it is the blank IR's flat line: that is what the pedal was given, and it is known
+// to be silent. Empty means not known.
+void RootViewController::showPicture(std::int64_t index, const QNIRFile& file) {
+    const std::string name = IRNameArr.at(static_cast<std::size_t>(index - 1));
+    auto* const picture = view_->findChild<SlotPicture*>(QString("picture%1").arg(index));
+    unwrapped(picture).setSummary(
+        summaryOf(file, irdatabuff, QString::fromStdString(name).trimmed().toStdString()));
 }
 
 void RootViewController::showProgress(std::int64_t index, unsigned frame, std::int64_t seconds) {

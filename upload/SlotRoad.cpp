@@ -59,8 +59,11 @@ RoadResult walk(std::uint32_t slot, const std::string& path, Name name, const Ro
         QNIRFile::nullIRName(index);
     const RoadEnd end = upload(options, waiting);
     // Without a confirmation the slot is recorded all the same, on purpose.
-    if (end != RoadEnd::givenUp)
-        file.sendIsInternalIR(index);
+    if (end == RoadEnd::givenUp)
+        return {end, {}};
+    file.sendIsInternalIR(index);
+    if (options.recorded)
+        options.recorded(file);
     return {end, {}};
 }
 

@@ -7,9 +7,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace cabslot {
+
+class QNIRFile;
 
 /// What a road does between two looks at a flag.
 class RoadWaiting {
@@ -33,6 +36,10 @@ enum class Arming {
 struct RoadOptions {
     Arming arming = Arming::afterUpload;
     std::uint32_t confirmationPolls = 600; ///< at most so many waits for the confirmation
+
+    /// If set, told of the file when the slot has been recorded, confirmed or not; its block still
+    /// is in irdatabuff.
+    std::function<void(const QNIRFile& file)> recorded{};
 };
 
 enum class RoadEnd {

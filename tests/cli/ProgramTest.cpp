@@ -42,6 +42,26 @@ TEST_F(Cabslotctl, LoadsAFactoryIR) {
     EXPECT_EQ(stored.back(), '\1');
 }
 
+TEST_F(Cabslotctl, InspectTellsAndDrawsWhatIsOdd) {
+    WavBuilder late;
+    for (int i = 0; i < 882; ++i)
+        late.add(i == 881 ? 20000 : 0);
+    const std::string file = folder.write("Late.wav", late.bytes());
+    const std::string svg = folder.path("a.svg");
+    EXPECT_EQ(run({"inspect", file, "--plot", svg}), 0);
+    EXPECT_NE(out.find("\nRMS       -34.39 dBFS\nStarts late: 20.0 ms"), std::string::npos) << out;
+    EXPECT_EQ(out.find("\xE2"), std::string::npos) << "no waveform but on a terminal";
+    EXPECT_EQ(run({"inspect", file, "--json", "--plot", folder.path("a.PNG")}), 0);
+    EXPECT_NE(out.find("\"version\": 1"), std::string::npos);
+    EXPECT_NE(out.find("\"kind\": \"starts_late\""), std::string::npos) << out;
+    EXPECT_NE(contentOf(svg).find("<svg"), std::string::npos);
+    EXPECT_NE(contentOf(svg).find("</svg>"), std::string::npos);
+    EXPECT_EQ(contentOf(folder.path("a.PNG")).substr(0, 4), "\x89PNG");
+
+    EXPECT_EQ(run({"inspect", folder.write("text.wav", "no sound"), "--plot", svg + ".svg"}), 1);
+    EXPECT_EQ(contentOf(svg + ".svg"), "") << "nothing is drawn of a refused file";
+}
+
 TEST_F(Cabslotctl, RemembersInTheBuiltInPedal) {
     ::setenv("XDG_STATE_HOME", folder.path("state").c_str(), 1);
     EXPECT_EQ(run({"load", "1", wav()}, "sim"), 0);
@@ -93,6 +113,8 @@ TEST_F(Cabslotctl, WrongUsageIsNamed) {
         {{"load", "1"}, "FILE is required"},
         {{"list", "--timeout", "-1"}, "--timeout"},
         {{"inspect", wav(), "--block", "/nonexistent/block"}, "/nonexistent/block"},
+        {{"inspect", wav(), "--plot", "x.gif"}, "x.gif: a plot's name must end with .svg or .png"},
+        {{"inspect", wav(), "--plot", "/nonexistent/x.svg"}, "/nonexistent/x.svg cannot be"},
         {{"inspect", wav(), "--block", "/dev/full"}, "/dev/full cannot be written: No space left"},
     };
     EXPECT_EQ(run({"list"}, "unix:"), 2);

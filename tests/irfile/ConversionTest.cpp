@@ -295,6 +295,32 @@ TEST_F(Conversion, FactorySamplesAreCopied) {
               filled(0)); // not even its header is whole
 }
 
+// As the file means them, not as they are converted.
+TEST_F(Conversion, TheFirstChannelCanBeReadToTheFilesEnd) {
+    struct Case {
+        WavBuilder wav;
+        std::vector<float> values;
+    };
+    const Case cases[] = {
+        {WavBuilder{.bits = 8}.add(128).add(0).add(192), {0, -1, 0.5F}},
+        {WavBuilder{.channels = 2}.add(16384).add(1).add(-32768).add(2), {0.5F, -1}},
+        {WavBuilder{.bits = 24}.add(0x400000).add(-1), {0.5F, -1 / 8388608.0F}},
+        {WavBuilder{.bits = 32}.addFloat(2.5F).addFloat(1), {2.5F, 1}},
+        {WavBuilder{.channels = 3}.add(16384).add(1).add(1).add(8192), {0.5F}}, // half a frame
+        {WavBuilder{.dataSize = 9999}.add(16384), {0.5F}}, // claims more than it holds
+    };
+    for (const Case& one : cases) {
+        convert(one.wav.bytes());
+        std::vector<float> values(9, 7);
+        values.resize(file_.readFirstChannel(0, values));
+        EXPECT_EQ(values, one.values);
+        EXPECT_EQ(file_.readFirstChannel(one.values.size() - 1, values), 1U);
+        EXPECT_EQ(values[0], one.values.back());
+        EXPECT_EQ(file_.readFirstChannel(99, values), 0U);
+    }
+    EXPECT_EQ(QNIRFile().readFirstChannel(0, std::span<float>()), 0U);
+}
+
 TEST_F(Conversion, RefusalsSayWhyAndLeaveTheDestination) {
     struct Case {
         std::uint32_t rate;

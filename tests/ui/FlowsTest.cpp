@@ -1,6 +1,8 @@
 // The import and the delete flow, from the button to the label.
 #include "tests/ui/WindowFixture.h"
 
+#include "ui/IRWindow.h"
+#include "ui/SlotPicture.h"
 #include "ui/SlotRow.h"
 
 namespace cabslot::testing {
@@ -214,6 +216,48 @@ TEST_F(Flows, KeysReachTheirSlots) {
     panel->reject();
     QTest::keyClick(window.get(), Qt::Key_4, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(label(4), "User 4");
+}
+
+TEST_F(Flows, WhatWasLoadedIsSeenInItsRowAndInAViewOfItsOwn) {
+    open();
+    auto* picture = window->findChild<SlotPicture*>("picture2");
+    const QImage empty = picture->grab().toImage();
+    QTest::mouseClick(picture, Qt::LeftButton);
+    EXPECT_EQ(dialog<IRWindow>(), nullptr) << "nothing is known before a load";
+
+    press(2);
+    choose(folder.write("Eight.wav", WavBuilder{.bits = 8}.add(200).bytes()));
+    EXPECT_NE(picture->grab().toImage(), empty);
+    EXPECT_TRUE(picture->accessibleDescription().startsWith("Eight; peak -7.18 dBFS"))
+        << picture->accessibleDescription().toStdString();
+    EXPECT_FALSE(window->findChild<SlotPicture*>("picture1")->isEnabled());
+
+    window->activateWindow(); // no window manager does it when the panel goes
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    button(2)->setFocus();
+    QTest::keyClick(window.get(), Qt::Key_Backtab);
+    EXPECT_TRUE(picture->hasFocus());
+    QTest::keyClick(picture, Qt::Key_Space);
+    auto* view = dialog<IRWindow>();
+    ASSERT_NE(view, nullptr);
+    EXPECT_FALSE(view->isModal());
+    EXPECT_EQ(view->windowTitle(), "User 2: Eight");
+    const auto* findings = view->findChild<QLabel*>("findings");
+    EXPECT_TRUE(findings->text().startsWith("8 bits: ")) << findings->text().toStdString();
+
+    QTest::mouseClick(picture, Qt::LeftButton);
+    EXPECT_EQ(dialog<IRWindow>(), view) << "one view a slot";
+    press(6);
+    EXPECT_EQ(view->windowTitle(), "User 2: User 2") << "it follows what is loaded";
+    EXPECT_EQ(findings->text(), "Silent: all points are zero.");
+    EXPECT_EQ(view->findChild<QWidget*>("response")->accessibleDescription(), "silent");
+    QTest::keyClick(view, Qt::Key_Escape);
+    EXPECT_EQ(dialog<IRWindow>(), nullptr);
+    EXPECT_TRUE(window->isVisible());
+
+    QTest::mouseClick(picture, Qt::LeftButton);
+    QTest::mouseClick(window->closeButton(), Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); })) << "an open view holds nothing";
 }
 
 } // namespace

@@ -82,8 +82,11 @@ TEST_F(SlotRoad, LoadsConfirmsAndRecords) {
 
 TEST_F(SlotRoad, APedalThatConfirmsAtOnceIsMissedUnlessTheWaitWasArmedBefore) {
     waiting.afterLastFrame = Ticking::confirm;
-    EXPECT_EQ(loadSlot(1, wav(), {.arming = Arming::afterUpload}, waiting).end,
-              RoadEnd::notConfirmed);
+    int told = 0;
+    const RoadOptions options = {.arming = Arming::afterUpload,
+                                 .recorded = [&](const QNIRFile&) { ++told; }};
+    EXPECT_EQ(loadSlot(1, wav(), options, waiting).end, RoadEnd::notConfirmed);
+    EXPECT_EQ(told, 1);
     EXPECT_EQ(waiting.confirmationPolls, 600U);
     EXPECT_EQ(CheckMCUInportIR_Finish, 1U) << "a late confirmation would still clear it";
     EXPECT_EQ(isInternalIRArray[0], 0) << "recorded as if confirmed, on purpose";
@@ -104,7 +107,8 @@ TEST_F(SlotRoad, AConfirmationThatComesBeforeTheLastFrameIsNotThisUploads) {
 
 TEST_F(SlotRoad, GivingUpRecordsNothing) {
     waiting.giveUpAtConfirmationPoll = 5;
-    EXPECT_EQ(loadSlot(2, wav(), {}, waiting).end, RoadEnd::givenUp);
+    const RoadOptions options = {.recorded = [](const QNIRFile&) { ADD_FAILURE(); }};
+    EXPECT_EQ(loadSlot(2, wav(), options, waiting).end, RoadEnd::givenUp);
     EXPECT_EQ(waiting.confirmationPolls, 5U);
     EXPECT_EQ(isInternalIRArray[1], 1);
 

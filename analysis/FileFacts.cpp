@@ -1,0 +1,47 @@
+#include "analysis/FileFacts.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace cabslot {
+
+namespace {
+
+constexpr std::size_t samplesAtOnce = 4096;
+
+void addUsed(FileFacts& facts, double value) {
+    if (!std::isfinite(value))
+        ++facts.noNumbers;
+    else if (std::abs(value) > 1) {
+        ++facts.beyond;
+        facts.largest = std::max(facts.largest, std::abs(value));
+    }
+}
+
+void add(FileFacts& facts, std::size_t frame, double value, std::size_t decoded) {
+    const double energy = std::isfinite(value) ? value * value : 0;
+    facts.energy += energy;
+    if (frame < decoded)
+        addUsed(facts, value);
+    else
+        facts.energyBehind += energy;
+}
+
+} // namespace
+
+FileFacts factsOf(const QNIRFile& file) {
+    FileFacts facts{.sampleRate = file.sampleRate(),
+                    .channels = file.channelCount(),
+                    .bits = file.bitsPerSample()};
+    std::array<float, samplesAtOnce> values{};
+    while (const std::size_t count = file.readFirstChannel(facts.frames, values)) {
+        for (std::size_t i = 0; i < count; ++i)
+            add(facts, facts.frames + i, static_cast<double>(values[i]), file.decodedPoints());
+        facts.frames += count;
+    }
+    facts.goesOn = !file.isHeldWhole();
+    facts.used = std::min<std::size_t>(facts.frames, file.decodedPoints());
+    return facts;
+}
+
+} // namespace cabslot

@@ -1,0 +1,178 @@
+#include "analysis/Findings.h"
+
+#include "analysis/Words.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+namespace cabslot {
+
+namespace {
+
+// A file of 16 bits cannot come nearer to full scale, and 1.0 of a float file comes nearer.
+constexpr double atFullScale = 32767.0 / 32768;
+// From one point to the next; the widest possible is 2. An IR hardly gets there by itself, while a
+// sample that is a little too large lands almost 2 away.
+constexpr double wrappingJump = 1.75;
+constexpr double audible = 0.001;      // of the peak; -60 dB
+constexpr double toleratedSilence = 1; // ms; what the air between speaker and microphone takes
+constexpr std::uint16_t usableChannels = 2;
+
+using Found = std::optional<Finding>;
+
+std::string millisecondsText(double milliseconds) {
+    return fixedText(milliseconds, 1) + " ms";
+}
+
+Found tooManyChannels(const FileFacts& facts) {
+    if (facts.channels <= usableChannels)
+        return {};
+    return Finding{FindingKind::tooManyChannels,
+                   std::to_string(facts.channels) +
+                       " channels: only files with one or two can be used, so that the pedal gets "
+                       "silence. Save the file as mono."};
+}
+
+Found silent(const Samples& samples) {
+    if (peakOf(samples) > 0)
+        return {};
+    return Finding{FindingKind::silent, "Silent: all points are zero."};
+}
+
+Found eightBits(const FileFacts& facts) {
+    if (facts.bits != 8)
+        return {};
+    return Finding{FindingKind::eightBits,
+                   "8 bits: such a file counts silence as 128, which reaches the pedal as -1.0. "
+                   "Every crossing of zero becomes a jump between the two ends of the scale. Save "
+                   "the file with 16 bits or more."};
+}
+
+Found beyondFullScale(const FileFacts& facts) {
+    if (facts.beyond + facts.noNumbers == 0)
+        return {};
+    std::string text = "Beyond full scale: ";
+    if (facts.beyond > 0) {
+        const std::string excess = fixedText(decibels(facts.largest), 1) + " dB";
+        text += countText(facts.beyond, "sample") + " too large, by up to " + excess +
+                ". They are not limited but wrap round to wrong values. Save the file at least " +
+                excess + " lower.";
+    }
+    if (facts.beyond > 0 && facts.noNumbers > 0)
+        text += " And ";
+    if (facts.noNumbers > 0)
+        text += countText(facts.noNumbers, "sample") +
+                " infinite or not a number, which count as -1.0.";
+    return Finding{FindingKind::beyondFullScale, text};
+}
+
+bool bothAtOneEnd(double one, double other) {
+    return std::min(std::abs(one), std::abs(other)) >= atFullScale && (one > 0) == (other > 0);
+}
+
+// A single point at full scale is what a normalised IR has.
+Found clipped(const Samples& samples) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < samples.size(); ++i)
+        if ((i > 0 && bothAtOneEnd(samples[i - 1], samples[i])) ||
+            (i + 1 < samples.size() && bothAtOneEnd(samples[i], samples[i + 1])))
+            ++count;
+    if (count == 0)
+        return {};
+    return Finding{FindingKind::clipped,
+                   "Clipped: " + std::to_string(count) +
+                       " points stand side by side at full scale; peaks were cut flat."};
+}
+
+Found wrapped(const Samples& samples) {
+    std::size_t count = 0;
+    for (std::size_t i = 1; i < samples.size(); ++i)
+        if (std::abs(samples[i] - samples[i - 1]) > wrappingJump)
+            ++count;
+    if (count == 0)
+        return {};
+    return Finding{FindingKind::wrapped,
+                   "Wrapped, it seems: " + countText(count, "jump") +
+                       " from one end of the scale to the other between neighbouring points, as "
+                       "samples make that were too large and wrapped round."};
+}
+
+Found cutOff(const FileFacts& facts) {
+    if (facts.frames <= facts.used)
+        return {};
+    const double milliseconds = static_cast<double>(facts.frames) * 1000 / facts.sampleRate;
+    const std::string taken =
+        "Cut off: the pedal takes the first " + millisecondsText(blockMilliseconds) + " of " +
+        (facts.goesOn ? "more than " : "") + millisecondsText(milliseconds) + "; ";
+    if (facts.energyBehind == 0)
+        return Finding{FindingKind::cutOff, taken + "only silence is left behind" +
+                                                (facts.goesOn ? " as far as that." : ".")};
+    return Finding{FindingKind::cutOff, taken + (facts.goesOn ? "at least " : "") +
+                                            shareText(facts.energyBehind / facts.energy) +
+                                            " of the energy is left behind."};
+}
+
+Found startsLate(const Samples& samples) {
+    const double threshold = audible * peakOf(samples);
+    const auto first = std::find_if(samples.begin(), samples.end(), [threshold](double sample) {
+        return std::abs(sample) > threshold;
+    });
+    if (first == samples.end())
+        return {};
+    const double milliseconds =
+        static_cast<double>(first - samples.begin()) * 1000 / pointsPerSecond;
+    if (milliseconds < toleratedSilence)
+        return {};
+    return Finding{FindingKind::startsLate,
+                   "Starts late: " + millisecondsText(milliseconds) +
+                       " of silence come first. They are heard as a delay and leave " +
+                       millisecondsText(blockMilliseconds - milliseconds) + " for the IR."};
+}
+
+} // namespace
+
+std::string_view nameOf(FindingKind kind) {
+    switch (kind) {
+    case FindingKind::tooManyChannels:
+        return "too_many_channels";
+    case FindingKind::silent:
+        return "silent";
+    case FindingKind::eightBits:
+        return "eight_bits";
+    case FindingKind::beyondFullScale:
+        return "beyond_full_scale";
+    case FindingKind::clipped:
+        return "clipped";
+    case FindingKind::wrapped:
+        return "wrapped";
+    case FindingKind::cutOff:
+        return "cut_off";
+    case FindingKind::startsLate:
+        break;
+    }
+    return "starts_late";
+}
+
+std::vector<Finding> findingsOf(const Samples& samples, const FileFacts& facts) {
+    std::vector<Finding> findings;
+    const auto add = [&findings](Found found) {
+        if (found)
+            findings.push_back(std::move(*found));
+        return found.has_value();
+    };
+    if (add(tooManyChannels(facts)))
+        return findings;
+    add(silent(samples));
+    // Where the cause is known, what it looks like in the block is not told once more.
+    const bool eight = add(eightBits(facts));
+    if (!add(beyondFullScale(facts)) && !eight) {
+        add(clipped(samples));
+        add(wrapped(samples));
+    }
+    add(cutOff(facts));
+    add(startsLate(samples));
+    return findings;
+}
+
+} // namespace cabslot

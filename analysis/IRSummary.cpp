@@ -1,0 +1,30 @@
+#include "analysis/IRSummary.h"
+
+#include "analysis/Words.h"
+
+namespace cabslot {
+
+namespace {
+
+std::string originText(const QNIRFile& file) {
+    if (file.isInteralIR())
+        return "Factory IR";
+    return "WAV, " + std::to_string(file.sampleRate()) + " Hz, " +
+           std::to_string(file.bitsPerSample()) + " bits, " +
+           countText(file.channelCount(), "channel");
+}
+
+} // namespace
+
+IRSummary summaryOf(const QNIRFile& file, const Block& block, const std::string& name) {
+    const Samples samples = samplesOf(block);
+    return {name, originText(file), samples, findingsOf(samples, factsOf(file))};
+}
+
+std::string levelsText(const Samples& samples) {
+    if (peakOf(samples) == 0)
+        return "silent";
+    return "peak " + dbfsText(peakDbfs(samples)) + ", RMS " + dbfsText(rmsDbfs(samples));
+}
+
+} // namespace cabslot

@@ -1,0 +1,47 @@
+// A block as numbers to look at, full scale 1.0: what the pedal will play, its envelope, its level.
+#pragma once
+
+#include "irfile/IRConversion.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace cabslot {
+
+inline constexpr double pointsPerSecond = 44100;
+inline constexpr double blockMilliseconds = irPointCount * 1000 / pointsPerSecond;
+
+using Block = std::array<std::uint32_t, irPointCount>;
+using Samples = std::array<double, irPointCount>; ///< -1.0 to just below 1.0
+
+/// The points as the pedal gets them: the low 24 bits of each entry, two's complement.
+Samples samplesOf(const Block& block);
+
+/// The lowest and the highest value that something takes.
+struct Range {
+    double lowest;
+    double highest;
+};
+
+/// The range of `curve` (not empty), taken as straight lines from value to value, between two
+/// positions; a position counts values and may lie between two. What lies outside is not there.
+Range rangeOver(std::span<const double> curve, double from, double to);
+
+/// The range of each of `columns` (at least 1) equal parts, from the first point to the last. The
+/// parts touch, so that no width leaves a point out and none tears the curve.
+std::vector<Range> envelope(const Samples& samples, std::size_t columns);
+
+/// 20 times the logarithm; of nothing `quietest`.
+double decibels(double amplitude);
+inline constexpr double quietest = -200; // dB; below what 24 bits can hold
+
+double peakOf(const Samples& samples); ///< the greatest magnitude
+
+/// Relative to full scale, so that a full-scale square is at 0 dBFS; nothing if silent.
+std::optional<double> peakDbfs(const Samples& samples);
+std::optional<double> rmsDbfs(const Samples& samples); ///< over the whole block
+
+} // namespace cabslot

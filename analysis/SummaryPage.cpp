@@ -1,0 +1,89 @@
+// The page that is written to a file.
+#include "analysis/Plots.h"
+
+#include <algorithm>
+
+namespace cabslot {
+
+namespace {
+
+constexpr double textSize = 12;
+constexpr double nameSize = 20;
+constexpr double pageWidth = 800;
+constexpr double margin = 24;
+constexpr double lineHeight = 18;
+constexpr double waveHeight = 230;
+constexpr double responseHeight = 300;
+constexpr std::size_t lineLength = 104; // characters that surely fit the width
+
+/// `text` cut at blanks into lines of at most lineLength characters, where a word allows it.
+std::vector<std::string> wrapped(const std::string& text) {
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    while (text.size() - start > lineLength) {
+        const std::size_t blank = text.rfind(' ', start + lineLength);
+        if (blank == std::string::npos || blank <= start)
+            break;
+        lines.push_back(text.substr(start, blank - start));
+        start = blank + 1;
+    }
+    lines.push_back(text.substr(start));
+    return lines;
+}
+
+/// Puts things below one another.
+class Page {
+public:
+    Picture picture{pageWidth, margin, {}};
+
+    void line(const std::string& text, double size, Ink ink, bool strong = false) {
+        picture.height += std::max(lineHeight, size);
+        picture.shapes.emplace_back(
+            Text{{margin, picture.height}, text, size, Align::left, ink, strong});
+    }
+    void gap(double height) { picture.height += height; }
+    void place(const Picture& part) {
+        for (Shape shape : part.shapes) {
+            std::visit([this](auto& each) { moveDown(each); }, shape);
+            picture.shapes.push_back(std::move(shape));
+        }
+        picture.height += part.height;
+    }
+
+private:
+    void moveDown(Line& line) const {
+        line.from.y += picture.height;
+        line.to.y += picture.height;
+    }
+    void moveDown(Area& area) const {
+        for (Spot& corner : area.corners)
+            corner.y += picture.height;
+    }
+    void moveDown(Text& text) const { text.at.y += picture.height; }
+};
+
+} // namespace
+
+Picture summaryPage(const IRSummary& summary) {
+    Page page;
+    page.line(summary.name, nameSize, Ink::text, true);
+    page.gap(lineHeight / 4);
+    page.line(summary.origin + "; " + levelsText(summary.samples), textSize, Ink::faint);
+    page.gap(lineHeight);
+    page.place(wavePlot(summary.samples, {pageWidth, waveHeight, textSize}));
+    page.gap(lineHeight);
+    page.place(responsePlot(summary.samples, Response(summary.samples),
+                            {pageWidth, responseHeight, textSize}));
+    page.gap(lineHeight / 2);
+    if (summary.findings.empty())
+        page.line("Nothing odd was found.", textSize, Ink::text);
+    for (const Finding& finding : summary.findings) {
+        for (const std::string& line : wrapped(finding.text))
+            page.line(line, textSize, Ink::text);
+        page.gap(lineHeight / 3);
+    }
+    page.gap(margin);
+    return page.picture;
+}
+
+} // namespace cabslot

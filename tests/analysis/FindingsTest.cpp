@@ -1,0 +1,90 @@
+// What is said of files whose faults are known.
+#include "tests/irfile/WavBuilder.h"
+
+#include "analysis/IRSummary.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace cabslot::testing {
+namespace {
+
+using Kinds = std::vector<FindingKind>;
+
+WavBuilder wav(const WavBuilder& format, std::initializer_list<std::pair<int, int>> runs) {
+    WavBuilder builder = format;
+    for (const auto& [count, sample] : runs)
+        for (int i = 0; i < count; ++i)
+            builder.add(sample);
+    return builder;
+}
+
+WavBuilder floats(std::initializer_list<float> samples) {
+    WavBuilder builder{.bits = 32, .formatTag = 3};
+    for (const float sample : samples)
+        builder.addFloat(sample);
+    return builder;
+}
+
+TEST(Findings, OfEachKindOfFile) {
+    constexpr float infinite = std::numeric_limits<float>::infinity();
+    constexpr float none = std::numeric_limits<float>::quiet_NaN();
+    using enum FindingKind;
+    struct Row {
+        std::string bytes;
+        Kinds kinds;
+        std::string says; ///< in the first
+    };
+    WavBuilder claimsMore = wav({}, {{10, 99}});
+    claimsMore.dataSize = 0xFFFFFFF0;
+    const Row rows[] = {
+        {wav({}, {{1, 32767}, {1023, 0}}).bytes(), {}, ""}, // one point at full scale is normal
+        {wav({}, {{20, 0}}).bytes(), {silent}, "all points are zero"},
+        {wav({.channels = 4}, {{400, 5}}).bytes(), {tooManyChannels}, "4 channels: only files"},
+        {wav({.bits = 8}, {{99, 128}}).bytes(), {eightBits}, "counts silence as 128"},
+        {wav({}, {{1, 9}, {3, 32767}, {1, 0}}).bytes(), {clipped}, "Clipped: 3 points"},
+        {wav({}, {{1, 0}, {2, -32768}}).bytes(), {clipped}, "Clipped: 2 points"},
+        {wav({.bits = 24}, {{1, 8200000}, {1, -8200000}}).bytes(), {wrapped}, "1 jump "},
+        {wav({.rate = 88200}, {{2050, 8192}, {2050, 4096}}).bytes(),
+         {cutOff},
+         "the first 23.2 ms of 46.5 ms; 20.0 % (-7.0 dB) of the energy is left behind."},
+        {wav({}, {{1, 9}, {1023, 0}, {1, 9}}).bytes(), {cutOff}, "23.2 ms; 50.0 % (-3.0 dB)"},
+        {wav({}, {{1024, 9}, {50, 0}}).bytes(), {cutOff}, "only silence is left behind"},
+        {wav({}, {{600000, 9}}).bytes(), // of a file so long only the first MiB is looked at
+         {cutOff},
+         "of more than 11888.1 ms; at least 99.8 % (0.0 dB)"},
+        {wav({.channels = 2}, {{882, 0}, {1, 500}, {1, 0}}).bytes(),
+         {startsLate},
+         "10.0 ms of silence come first. They are heard as a delay and leave 13.2 ms"},
+        {wav({}, {{1024, 0}, {3, 1}}).bytes(), {silent, cutOff}, "Silent"},
+        {floats({1.0F, -1.0F, 0.5F}).bytes(), {wrapped}, ""},
+        {floats({0.1F, 1.5F, -1.2F}).bytes(),
+         {beyondFullScale},
+         "2 samples too large, by up to 3.5 dB."},
+        {floats({infinite, none, 0.5F}).bytes(),
+         {beyondFullScale},
+         "full scale: 2 samples infinite or not a number"},
+        {claimsMore.bytes(), {}, ""}, // nothing is left behind that is not there
+        {factoryFile(3, std::string(5000, '\x11')), {}, ""},
+    };
+    const TempFolder folder;
+    for (const Row& row : rows) {
+        QNIRFile file;
+        Block block{};
+        ASSERT_TRUE(file.OpenFilePath(folder.write("x.wav", row.bytes)) &&
+                    file.GetIRDataBuffer(block));
+        const IRSummary summary = summaryOf(file, block, "x");
+        Kinds kinds;
+        std::string said;
+        for (const Finding& finding : summary.findings) {
+            kinds.push_back(finding.kind);
+            said += finding.text + "\n";
+        }
+        EXPECT_EQ(kinds, row.kinds) << row.says << " but was said: " << said;
+        EXPECT_NE(said.find(row.says), std::string::npos) << said;
+    }
+}
+
+} // namespace
+} // namespace cabslot::testing

@@ -1,0 +1,97 @@
+#include "ui/PicturePainter.h"
+
+#include "ui/Look.h"
+
+#include <QFontInfo>
+#include <QPainter>
+#include <QPolygonF>
+
+#include <utility>
+
+namespace cabslot {
+
+namespace {
+
+constexpr double labelScale = 0.85; // of the window's text
+
+QColor colourOf(Ink ink, const QPalette& palette) {
+    const QColor text = palette.color(QPalette::WindowText);
+    const QColor base = palette.color(QPalette::Base);
+    switch (ink) {
+    case Ink::grid:
+        return mixed(text, base, 0.1);
+    case Ink::frame:
+        return mixed(text, base, 0.25);
+    case Ink::faint:
+        return mixed(text, base, 0.7);
+    case Ink::text:
+        return text;
+    case Ink::signal:
+        break;
+    }
+    return palette.color(QPalette::Highlight);
+}
+
+void draw(QPainter& painter, const Line& line, const QColor& colour) {
+    painter.setPen(QPen(colour, 1));
+    painter.drawLine(QPointF(line.from.x, line.from.y), QPointF(line.to.x, line.to.y));
+}
+
+void draw(QPainter& painter, const Area& area, const QColor& colour) {
+    QPolygonF polygon;
+    polygon.reserve(static_cast<qsizetype>(area.corners.size()));
+    for (const Spot& corner : area.corners)
+        polygon.append({corner.x, corner.y});
+    painter.setPen(QPen(colour, area.outline, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(colour);
+    painter.drawPolygon(polygon, Qt::WindingFill);
+}
+
+void draw(QPainter& painter, const Text& text, const QColor& colour) {
+    QFont font = painter.font();
+    font.setPixelSize(qRound(text.size));
+    font.setBold(text.strong);
+    painter.setFont(font);
+    painter.setPen(colour);
+    const QString shown = QString::fromStdString(text.text);
+    const double width = QFontMetricsF(font).horizontalAdvance(shown);
+    const double before[] = {0, width / 2, width};
+    painter.drawText(QPointF(text.at.x - before[static_cast<std::size_t>(text.align)], text.at.y),
+                     shown);
+}
+
+} // namespace
+
+void paintPicture(QPainter& painter, const Picture& picture, const QPalette& palette) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (const Shape& shape : picture.shapes)
+        std::visit([&](const auto& each) { draw(painter, each, colourOf(each.ink, palette)); },
+                   shape);
+}
+
+PlotView::PlotView(QWidget* parent) : QWidget(parent) {
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+void PlotView::setPlot(Plot plot, const QString& described) {
+    plot_ = std::move(plot);
+    setAccessibleDescription(described);
+    update();
+}
+
+double PlotView::textSize() const {
+    return qRound(QFontInfo(font()).pixelSize() * labelScale);
+}
+
+QSize PlotView::minimumSizeHint() const {
+    return QSizeF(narrowestPlot * textSize(), lowestPlot * textSize()).toSize();
+}
+
+void PlotView::paintEvent(QPaintEvent* /*event*/) {
+    if (!plot_)
+        return;
+    QPainter painter(this);
+    paintPicture(painter, plot_({double(width()), double(height()), textSize()}), palette());
+}
+
+} // namespace cabslot

@@ -1,0 +1,37 @@
+// Pictures in the window, in the colours of its palette.
+#pragma once
+
+#include "analysis/Plots.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class QPainter;
+
+namespace cabslot {
+
+void paintPicture(QPainter& painter, const Picture& picture, const QPalette& palette);
+
+/// Shows a plot as large as it is itself.
+class PlotView final : public QWidget {
+public:
+    using Plot = std::function<Picture(const PlotSize&)>;
+
+    explicit PlotView(QWidget* parent = nullptr);
+
+    /// `described` is what somebody is told who does not see it.
+    void setPlot(Plot plot, const QString& described);
+
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    double textSize() const;
+
+    Plot plot_;
+};
+
+} // namespace cabslot

@@ -1,0 +1,39 @@
+// A slot's small waveform in its row: of what was last loaded into it since the program was
+// started. Before that it is empty and no button: what the pedal holds cannot be asked for. A click
+// opens the larger view.
+#pragma once
+
+#include "analysis/IRSummary.h"
+
+#include <QAbstractButton>
+#include <QPointer>
+
+#include <optional>
+
+namespace cabslot {
+
+class IRWindow;
+
+class SlotPicture final : public QAbstractButton {
+    Q_OBJECT
+public:
+    explicit SlotPicture(QWidget* parent = nullptr);
+
+    /// From now on `summary` is shown, also in the larger view if that is open. The widget's
+    /// property "slot" (1 to 4) says which slot it is of.
+    void setSummary(IRSummary summary);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void openView();
+    QString slotName() const;
+
+    std::optional<IRSummary> summary_;
+    QPointer<IRWindow> view_; ///< while it is open; it belongs to the window
+};
+
+} // namespace cabslot
