@@ -20,6 +20,9 @@ namespace cabslot {
 namespace {
 
 constexpr const char* ruleFile = "70-cabslot.rules";
+constexpr std::array ruleFolders = {"/etc/udev/rules.d", "/run/udev/rules.d",
+                                    "/usr/local/lib/udev/rules.d", "/usr/lib/udev/rules.d",
+                                    "/lib/udev/rules.d"};
 
 std::string quotedForShell(const std::string& text) {
     std::string quoted = "'";
@@ -38,10 +41,28 @@ std::string rulePath() {
     return std::string("packaging/") + ruleFile;
 }
 
+// Whether udev finds the rule by itself, as after the package was installed.
+bool ruleIsInstalled() {
+    return std::any_of(ruleFolders.begin(), ruleFolders.end(), [](const char* folder) {
+        std::error_code failed;
+        return std::filesystem::exists(std::filesystem::path(folder) / ruleFile, failed);
+    });
+}
+
 std::string commandThatPermits() {
-    return "sudo cp " + quotedForShell(rulePath()) +
-           " /etc/udev/rules.d/ && sudo udevadm control --reload && "
-           "sudo udevadm trigger --subsystem-match=hidraw";
+    const std::string apply =
+        "sudo udevadm control --reload && sudo udevadm trigger --subsystem-match=hidraw";
+    if (ruleIsInstalled())
+        return apply;
+    return "sudo cp " + quotedForShell(rulePath()) + " /etc/udev/rules.d/ && " + apply;
+}
+
+// What a user who may not open the node is told.
+std::string whyNotPermitted() {
+    if (ruleIsInstalled())
+        return "though the udev rule is installed: unplug the pedal and plug it in again, and use "
+               "it from the screen, not from a remote login";
+    return std::string("since the udev rule ") + ruleFile + " is not installed";
 }
 
 std::string releaseText(std::int64_t release) {
@@ -56,9 +77,8 @@ std::string messageFor(const UsbFinding& finding, const HIDMatching& wanted) {
     case UsbStatus::ok:
         return "the pedal is at " + finding.path + " and can be used";
     case UsbStatus::notPermitted:
-        return "the pedal is at " + finding.path +
-               ", but this user may not open it: the rule packaging/" + ruleFile +
-               " has to be installed";
+        return "the pedal is at " + finding.path + ", but this user may not open it, " +
+               whyNotPermitted();
     case UsbStatus::otherRelease:
         return "the pedal at " + finding.path + " has release " + releaseText(finding.release) +
                "; only release " + releaseText(wanted.VersionNumber) + " can be used";
