@@ -109,7 +109,7 @@ ExitStatus flushOutput(ExitStatus status) {
 
 int runCommandLine(int argc, const char* const* argv) {
     CLI::App app(description, "cabslotctl");
-    app.set_version_flag("--version", CABSLOT_VERSION, "Show the version and end");
+    app.set_version_flag("--version", "cabslotctl " CABSLOT_VERSION, "Show the version and end");
     app.set_help_flag("-h,--help", "Show this help and end; also behind a command");
     app.footer(footer);
     app.require_subcommand(1);

@@ -1,6 +1,6 @@
 #include "platform/UsbBus.h"
 
-#include "platform/BundlePath.h"
+#include "platform/DevicePermission.h"
 
 #include <hidapi.h>
 
@@ -12,37 +12,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 namespace cabslot {
 
 namespace {
-
-constexpr const char* ruleFile = "70-cabslot.rules";
-
-std::string quotedForShell(const std::string& text) {
-    std::string quoted = "'";
-    for (const char c : text)
-        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
-
-// The rule beside this program, or else as it is called in the sources.
-std::string rulePath() {
-    std::error_code failed;
-    const std::filesystem::path beside =
-        std::filesystem::path(installPrefix()) / "lib/udev/rules.d" / ruleFile;
-    if (std::filesystem::exists(beside, failed))
-        return beside.string();
-    return std::string("packaging/") + ruleFile;
-}
-
-std::string commandThatPermits() {
-    return "sudo cp " + quotedForShell(rulePath()) +
-           " /etc/udev/rules.d/ && sudo udevadm control --reload && "
-           "sudo udevadm trigger --subsystem-match=hidraw";
-}
 
 std::string releaseText(std::int64_t release) {
     std::array<char, 32> text{};
@@ -56,9 +29,8 @@ std::string messageFor(const UsbFinding& finding, const HIDMatching& wanted) {
     case UsbStatus::ok:
         return "the pedal is at " + finding.path + " and can be used";
     case UsbStatus::notPermitted:
-        return "the pedal is at " + finding.path +
-               ", but this user may not open it: the rule packaging/" + ruleFile +
-               " has to be installed";
+        return "the pedal is at " + finding.path + ", but this user may not open it, " +
+               whyNotPermitted();
     case UsbStatus::otherRelease:
         return "the pedal at " + finding.path + " has release " + releaseText(finding.release) +
                "; only release " + releaseText(wanted.VersionNumber) + " can be used";

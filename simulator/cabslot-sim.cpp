@@ -50,9 +50,16 @@ std::string faultHelp() {
         line.resize(26, ' ');
         text += line + std::string(fault.meaning) + "\n";
     }
-    return text + "\nEnd it with Ctrl-C. Status: 0 ended by a signal or, on USB, unplugged; 1 the "
-                  "socket, the\n"
-                  "USB port or the folder cannot be had; 2 wrong usage.\n";
+    return text + R"(
+Exit status:
+  0    ended by Ctrl-C (SIGINT or SIGTERM) or, on USB, unplugged
+  1    the socket, the USB port or the folder cannot be had
+  2    wrong usage
+
+Examples:
+  cabslot-sim --socket /tmp/pedal.sock
+  cabslot-sim --socket /tmp/pedal.sock --state ~/pedal --confirm-delay 300
+  cabslot-sim --socket /tmp/pedal.sock --fault split --fault garbage)";
 }
 
 void addOptions(CLI::App& app, Arguments& arguments) {
@@ -76,7 +83,8 @@ void addOptions(CLI::App& app, Arguments& arguments) {
         ->check(CLI::Range(1U, 1000000000U).description(""));
     app.add_flag("--second-device", arguments.secondDevice,
                  "A second pedal at PATH.2 that sends its data unasked, ten times a second");
-    app.set_version_flag("--version", CABSLOT_VERSION);
+    app.set_version_flag("--version", "cabslot-sim " CABSLOT_VERSION, "Show the version and end");
+    app.set_help_flag("-h,--help", "Show this help and end");
     app.get_formatter()->column_width(26);
     app.footer(faultHelp());
     app.final_callback([&arguments] {
@@ -192,8 +200,12 @@ int run(int argc, char** argv) {
     addOptions(app, arguments);
     try {
         app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : exitUsage;
+    } catch (const CLI::Success& help) {
+        return app.exit(help);
+    } catch (const CLI::ParseError& wrong) {
+        std::fprintf(stderr, "cabslot-sim: %s (cabslot-sim --help shows what is right)\n",
+                     wrong.what());
+        return exitUsage;
     }
     return simulate(arguments);
 }

@@ -3,9 +3,10 @@
 #include "platform/BundlePath.h"
 #include "platform/PedalChoice.h"
 #include "ui/AppDelegate.h"
+#include "ui/Arguments.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
+#include <QIcon>
 
 #include <unistd.h>
 
@@ -17,44 +18,15 @@ namespace cabslot {
 namespace {
 
 constexpr int noDisplay = 1;
-constexpr int wrongUsage = 2;
+
+// What desktops know the window by: the name of its desktop entry, and of its icon in their theme.
+constexpr const char* desktopEntry = "org.cabslot.Cabslot";
+constexpr const char* iconName = "cabslot";
 
 // Without the destructors of statics, which would race the device thread.
 [[noreturn]] void endProcess(int status) {
     std::fflush(nullptr);
     ::_exit(status);
-}
-
-[[noreturn]] void refuseUsage(const std::string& why) {
-    std::fprintf(stderr, "cabslot: %s (cabslot --help shows what is right)\n", why.c_str());
-    endProcess(wrongUsage);
-}
-
-// Reads the arguments without a display, so that --help needs none. Ends the process on wrong ones.
-std::string chosenPedal(int argc, char** argv) {
-    const QString fromVariable = qEnvironmentVariable(pedalVariable);
-    const QCommandLineOption pedal(
-        "pedal", "The pedal to use: usb, sim or unix:PATH. CABSLOT_PEDAL gives it, too.", "PEDAL",
-        fromVariable.isEmpty() ? QString(defaultPedal) : fromVariable);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        "Load guitar-cabinet impulse responses into the four user slots of the pedal.");
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
-    parser.addOption(pedal);
-    QStringList arguments;
-    for (int i = 0; i < argc; ++i)
-        arguments += QString::fromLocal8Bit(argv[i]);
-    if (!parser.parse(arguments))
-        refuseUsage(parser.errorText().toStdString());
-    if (!parser.positionalArguments().isEmpty())
-        refuseUsage("no argument is expected but options");
-    if (parser.isSet(help) || parser.isSet(version))
-        parser.process(QCoreApplication(argc, argv)); // ends here
-    std::string choice = parser.value(pedal).toStdString();
-    if (const std::string wrong = whatIsWrongWithPedal(choice); !wrong.empty())
-        refuseUsage(wrong);
-    return choice;
 }
 
 bool hasDisplay() {
@@ -66,6 +38,8 @@ int runWindow(int argc, char** argv, HIDManager& manager) {
     QApplication::setStyle("Fusion"); // what the style sheet builds on; the palette stays as it is
     const QApplication application(argc, argv);
     QApplication::setApplicationDisplayName("Cabslot");
+    QApplication::setDesktopFileName(desktopEntry);
+    QApplication::setWindowIcon(QIcon::fromTheme(iconName));
     MainWindow window;
     AppDelegate delegate({.manager = manager, .bundle = bundlePath(), .endProcess = endProcess});
     delegate.window = &window;
@@ -83,14 +57,15 @@ int runWindow(int argc, char** argv, HIDManager& manager) {
 int runApplication(int argc, char** argv) {
     QCoreApplication::setApplicationName("cabslot");
     QCoreApplication::setOrganizationName("cabslot");
-    QCoreApplication::setApplicationVersion(CABSLOT_VERSION);
-    const std::string choice = chosenPedal(argc, argv);
+    std::string pedal;
+    if (const auto status = readArguments(argc, argv, pedal))
+        return *status;
     if (!hasDisplay()) {
         std::fprintf(stderr, "cabslot: there is no display for a window; cabslotctl does the same "
                              "from a terminal\n");
         return noDisplay;
     }
-    const auto manager = makeHIDManager(choice);
+    const auto manager = makeHIDManager(pedal);
     return runWindow(argc, argv, *manager);
 }
 

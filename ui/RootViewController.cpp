@@ -75,8 +75,10 @@ void RootViewController::setUpRows() {
         const bool adds = button->property("tag").toInt() <= static_cast<int>(slotCount);
         if (adds)
             button->setIcon(glyphIcon(Glyph::load));
-        connect(button, &QPushButton::clicked, this,
-                [this, button, adds] { adds ? add(button) : del(button); });
+        connect(button, &QPushButton::clicked, this, [this, button, adds] {
+            if (!onTheRoad_)
+                adds ? add(button) : del(button);
+        });
     }
     for (auto* row : view_->findChildren<SlotRow*>()) {
         const int slot = row->property("slot").toInt();

@@ -100,6 +100,8 @@ private:
     std::unique_ptr<Ui::RootViewController> ui_;
     QPointer<QWidget> view_;
     MainQueue mainQueue_;
+    /// What a screen reader presses comes past the events that BusyWait throws away.
+    bool onTheRoad_ = false;
 
 public:
     /// The device link. Last: it goes first, and its thread uses the queue above.

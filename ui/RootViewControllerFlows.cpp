@@ -78,6 +78,8 @@ void RootViewController::addIR(std::int64_t index) {
 }
 
 void RootViewController::panelClosed(std::int64_t index, int answer, const QString& path) {
+    if (onTheRoad_)
+        return;
     if (answer != panelOK)
         return print("取消"); // cancelled
     importFile(index, path);
@@ -151,10 +153,12 @@ RoadResult RootViewController::walk(std::int64_t index, BusyWait::Counter counte
         },
         counter);
     mainQueue_.hold();
+    onTheRoad_ = true;
     RoadResult result =
         road({.arming = Arming::afterUpload,
               .recorded = [this, index](const QNIRFile& file) { showPicture(index, file); }},
              waiting);
+    onTheRoad_ = false;
     mainQueue_.release();
     showIdle();
     if (waiting.closeRequested())

@@ -1,11 +1,13 @@
 #!/usr/bin/python3
 """The window as a person meets it: a real X server, a window manager, a mouse and a keyboard.
 
-Usage: real-window.py CABSLOT CABSLOT_SIM CABSLOTCTL WAV     (under scripts/in-xvfb)
+Usage: real-window.py CABSLOT CABSLOT_SIM CABSLOTCTL WAV [PICTURE]     (under scripts/in-xvfb)
 
-Once with the simulated pedal: wait for the names, load a WAV through the panel, compare the label and
-the pedal's stored block, close. Once without a pedal: the alert. Both end with status 0.
+Once with mouse and keyboard: wait for the names, load a WAV through the panel, compare the label and
+the pedal's stored block, close. Once as with a screen reader, by roles and accessible names alone.
+Once without a pedal: the alert. All end with status 0. PICTURE is where the loaded window is shown.
 """
+import atexit
 import os
 import subprocess
 import sys
@@ -17,7 +19,8 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-CABSLOT, SIM, CTL, WAV = sys.argv[1:]
+CABSLOT, SIM, CTL, WAV = sys.argv[1:5]
+PICTURE = sys.argv[5] if len(sys.argv) > 5 else None
 
 
 def wait_for(what, check, seconds=20):
@@ -73,8 +76,33 @@ def click(name):
     xdotool("mousemove", box.x + box.width // 2, box.y + box.height // 2, "click", 1)
 
 
+def press(name):
+    """Presses the button of that name the way a screen reader does."""
+    def enabled():
+        node = find(name, Atspi.Role.PUSH_BUTTON)
+        return node if node and node.get_state_set().contains(Atspi.StateType.ENABLED) else None
+
+    node = wait_for(f'the button "{name}"', enabled)
+    try:
+        Atspi.Action.do_action(node, 0)  # a button's first is "Press"
+    except GLib.Error:
+        if name != "Close":  # the program ends rather than answers
+            raise
+
+
+def label(text):
+    return find(text, Atspi.Role.LABEL)
+
+
 def xdotool(*arguments):
     subprocess.run(["xdotool", *map(str, arguments)], check=True)
+
+
+def start(*command):
+    """A program that does not outlive this one."""
+    program = subprocess.Popen(command, stdout=subprocess.PIPE)
+    atexit.register(program.kill)
+    return program
 
 
 def expect_status_0(program):
@@ -83,15 +111,21 @@ def expect_status_0(program):
 
 
 def start_window(socket):
-    return subprocess.Popen([CABSLOT, "--pedal", f"unix:{socket}"], stdout=subprocess.PIPE)
+    return start(CABSLOT, "--pedal", f"unix:{socket}")
+
+
+def start_pedal(folder, *options):
+    """A simulated pedal with slots of its own and the window on it; and their folder of slots."""
+    socket, state = (os.path.join(folder, n) for n in ("pedal.sock", "state"))
+    pedal = start(SIM, "--socket", socket, "--state", state, *options)
+    wait_for("the simulated pedal", lambda: os.path.exists(socket))
+    return pedal, start_window(socket), state
 
 
 def load_and_close(folder):
-    socket, state, block = (os.path.join(folder, n) for n in ("pedal.sock", "state", "block"))
-    pedal = subprocess.Popen([SIM, "--socket", socket, "--state", state], stdout=subprocess.DEVNULL)
-    wait_for("the simulated pedal", lambda: os.path.exists(socket))
-    window = start_window(socket)
-    wait_for("the pedal's names", lambda: find("User 2          ", Atspi.Role.LABEL))
+    block = os.path.join(folder, "block")
+    pedal, window, state = start_pedal(folder)
+    wait_for("the pedal's names", lambda: label("User 2          "))
 
     click("Load a WAV into User 2")
     wait_for("the open panel", lambda: find("Load a WAV into User 2", Atspi.Role.DIALOG)
@@ -99,7 +133,11 @@ def load_and_close(folder):
     time.sleep(0.5)  # the window manager gives the panel the keyboard
     xdotool("type", "--delay", 5, WAV)
     xdotool("key", "Return")
-    wait_for("the new name", lambda: find("Demo 1x12     ", Atspi.Role.LABEL))
+    wait_for("the new name", lambda: label("Demo 1x12     "))
+    if PICTURE:
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Cabslot$"],
+                               check=True, capture_output=True, text=True).stdout
+        subprocess.run(["import", "-window", found.split()[-1], PICTURE], check=True)
 
     subprocess.run([CTL, "inspect", WAV, "--block", block], check=True, stdout=subprocess.DEVNULL)
     stored = open(os.path.join(state, "user2.slot"), "rb").read()
@@ -111,6 +149,29 @@ def load_and_close(folder):
     printed = window.stdout.read().decode()
     if not printed.endswith(f'选中了文件 Optional("{WAV}")\n'):
         sys.exit(f"FAILED: the window printed {printed!r}")
+    pedal.terminate()
+    expect_status_0(pedal)
+
+
+def load_by_names_alone(folder):
+    pedal, window, state = start_pedal(folder, "--confirm-delay", "3000")
+    for slot in range(1, 5):
+        wait_for(f"the name of slot {slot}", lambda: label(f"User {slot}          "))
+
+    press("Load a WAV into User 3")
+    field = wait_for("the panel's field", lambda: find("File name:", Atspi.Role.TEXT))
+    Atspi.EditableText.set_text_contents(field, WAV)
+    press("Open")
+    bar = wait_for("the progress", lambda: find("Upload progress", Atspi.Role.PROGRESS_BAR))
+    wait_for("it to grow", lambda: Atspi.Value.get_current_value(bar) > 0)
+    press("Clear User 4")  # nothing is taken meanwhile
+    wait_for("the new name", lambda: label("Demo 1x12     "))
+    wait_for("the end", lambda: label("“Demo 1x12” is in User 3."))
+
+    press("Close")
+    expect_status_0(window)
+    if os.path.exists(os.path.join(state, "user4.slot")):
+        sys.exit("FAILED: a button was obeyed while an IR was on its way")
     pedal.terminate()
     expect_status_0(pedal)
 
@@ -127,6 +188,7 @@ def tell_disconnect(folder):
 with tempfile.TemporaryDirectory() as home:
     os.environ["XDG_CONFIG_HOME"] = home
     Atspi.init()
-    load_and_close(home)
-    tell_disconnect(home)
-print("real window: loaded through the panel, told a missing pedal, ended with status 0 both times")
+    for test in load_and_close, load_by_names_alone, tell_disconnect:
+        with tempfile.TemporaryDirectory() as own:
+            test(own)
+print("real window: loaded with the mouse, loaded by names alone, told a missing pedal")

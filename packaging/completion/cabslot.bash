@@ -1,0 +1,113 @@
+# Bash completion for cabslot, cabslotctl and cabslot-sim; needs nothing but bash.
+
+_cabslot_words() {
+    mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
+}
+
+# Folders, and files whose names in lower case match the pattern $1.
+_cabslot_files() {
+    local path
+    compopt -o filenames
+    COMPREPLY=()
+    while IFS= read -r path; do
+        # shellcheck disable=SC2053 # a pattern
+        if [[ -d $path || ${path,,} == $1 ]]; then COMPREPLY+=("$path"); fi
+    done < <(compgen -f -- "$2")
+}
+
+# Values of --pedal. Readline takes the part behind a colon as a word of its own.
+_cabslot_pedal() {
+    if [[ $1 == : || ${COMP_WORDS[COMP_CWORD - 1]} == : ]]; then
+        _cabslot_files '*' "${1#:}"
+    else
+        _cabslot_words 'usb sim unix:' "$1"
+        [[ ${COMPREPLY[*]} != unix: ]] || compopt -o nospace
+    fi
+}
+
+# Completes the value of an option that all programs know; false if it is none.
+_cabslot_value() {
+    local before=${COMP_WORDS[COMP_CWORD - 1]} two=${COMP_WORDS[COMP_CWORD - 2]:-}
+    if [[ $before == --pedal || $two == --pedal && $1 == : || $before == : ]]; then
+        _cabslot_pedal "$1"
+    elif [[ $before == --trace || $before == --block || $before == --plot || $before == --data ]]; then
+        _cabslot_files '*' "$1"
+    else
+        return 1
+    fi
+}
+
+_cabslot() {
+    _cabslot_value "$2" || _cabslot_words '--pedal --version -h --help' "$2"
+}
+
+# Sets `command` to the words of the command, such as "preset show", and `given` to how many
+# arguments stand behind it.
+_cabslotctl_command() {
+    local i word
+    command='' given=0
+    for ((i = 1; i < COMP_CWORD; ++i)); do
+        word=${COMP_WORDS[i]}
+        case $word in
+        --pedal | --trace | --timeout | --confirm-timeout | --block | --plot | --data)
+            ((++i))
+            while [[ ${COMP_WORDS[i + 1]:-} == : ]]; do ((i += 2)); done
+            ;;
+        -*) ;;
+        *)
+            if [[ -z $command ]]; then command=$word
+            elif [[ $command == preset ]]; then command="preset $word"
+            else ((++given)); fi
+            ;;
+        esac
+    done
+}
+
+_cabslotctl() {
+    local command given options='-h --help --pedal --trace'
+    _cabslot_value "$2" && return
+    case ${COMP_WORDS[COMP_CWORD - 1]} in --timeout | --confirm-timeout) return ;; esac
+    _cabslotctl_command
+    if [[ $2 == -* ]]; then
+        case $command in
+        '') options+=' --version' ;;
+        list) options+=' --json --timeout' ;;
+        load | clear) options+=' --timeout --confirm-timeout' ;;
+        inspect) options+=' --json --block --plot' ;;
+        doctor | 'preset show') options+=' --json' ;;
+        'preset new') options+=' --data' ;;
+        esac
+        _cabslot_words "$options" "$2"
+        return
+    fi
+    case $command:$given in
+    :*) _cabslot_words 'list load clear inspect preset doctor' "$2" ;;
+    preset:*) _cabslot_words 'show verify new export import' "$2" ;;
+    load:0 | clear:0) _cabslot_words '1 2 3 4' "$2" ;;
+    load:1 | inspect:0) _cabslot_files '*.@(wav|bin)' "$2" ;;
+    preset*:0 | 'preset verify':* | preset*port:1) _cabslot_files '*' "$2" ;;
+    esac
+}
+
+_cabslot_sim() {
+    case ${COMP_WORDS[COMP_CWORD - 1]} in
+    --socket) _cabslot_files '*' "$2" ;;
+    --state)
+        compopt -o filenames
+        mapfile -t COMPREPLY < <(compgen -d -- "$2")
+        ;;
+    --fault)
+        _cabslot_words 'corrupt-crc garbage split merge wrong-length flood never-confirm
+            confirm-at-once confirm-early' "$2"
+        ;;
+    --confirm-delay | --vanish-after) ;;
+    *)
+        _cabslot_words '--socket --usb --state --confirm-delay --fault --vanish-after
+            --second-device --version -h --help' "$2"
+        ;;
+    esac
+}
+
+complete -F _cabslot cabslot
+complete -F _cabslotctl cabslotctl
+complete -F _cabslot_sim cabslot-sim

@@ -1,0 +1,73 @@
+# Fish completion for cabslotctl.
+
+# Whether the command is $argv, and no other word has followed it yet.
+function __cabslotctl_is
+    set -l words (__cabslotctl_words)
+    test "$words" = "$argv"
+end
+
+# The words of the command line that are neither options nor their values.
+function __cabslotctl_words
+    set -l skip no
+    for word in (commandline -opc)[2..-1]
+        if test $skip = yes
+            set skip no
+        else if contains -- $word --pedal --trace --timeout --confirm-timeout --block --plot --data
+            set skip yes
+        else if not string match -q -- '-*' $word
+            echo $word
+        end
+    end
+end
+
+# Whether the first words of the command are $argv.
+function __cabslotctl_in
+    set -l words (__cabslotctl_words)
+    test "$words[1..$(count $argv)]" = "$argv"
+end
+
+# Whether a slot, but no file follows the command load.
+function __cabslotctl_wants_ir
+    set -l words (__cabslotctl_words)
+    test (count $words) -eq 2 -a "$words[1]" = load; or __cabslotctl_is inspect
+end
+
+complete -c cabslotctl -f
+complete -c cabslotctl -l pedal -x -a 'usb sim unix:' -d 'The pedal to use'
+complete -c cabslotctl -l trace -r -F -d 'Write every report to this file'
+complete -c cabslotctl -s h -l help -d 'Show the help and end'
+complete -c cabslotctl -n __cabslotctl_is -l version -d 'Show the version and end'
+
+complete -c cabslotctl -n __cabslotctl_is -a list -d 'Show the names of the four user slots'
+complete -c cabslotctl -n __cabslotctl_is -a load -d 'Load an impulse response into a slot'
+complete -c cabslotctl -n __cabslotctl_is -a clear -d 'Put silence into a slot'
+complete -c cabslotctl -n __cabslotctl_is -a inspect -d 'Show what a file would put into the pedal'
+complete -c cabslotctl -n __cabslotctl_is -a preset -d 'Show, check and make preset files'
+complete -c cabslotctl -n __cabslotctl_is -a doctor -d 'Look for the pedal on USB'
+
+set -l preset '__cabslotctl_is preset'
+complete -c cabslotctl -n $preset -a show -d 'Show the fields of a preset'
+complete -c cabslotctl -n $preset -a verify -d 'Tell of each file whether it is a good preset'
+complete -c cabslotctl -n $preset -a new -d 'Make a preset file'
+complete -c cabslotctl -n $preset -a export -d 'Write the data area to a file'
+complete -c cabslotctl -n $preset -a import -d 'Replace the data area by the bytes of a file'
+
+for command in list inspect doctor 'preset show'
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l json -d 'Print JSON'
+end
+for command in list load clear
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l timeout -x -d 'Seconds to wait for data'
+end
+for command in load clear
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l confirm-timeout -x \
+        -d 'Seconds to wait for the confirmation'
+    complete -c cabslotctl -n "__cabslotctl_is $command" -a '1 2 3 4' -d Slot
+end
+complete -c cabslotctl -n '__cabslotctl_in inspect' -l block -r -F -d 'Write the 1024 points'
+complete -c cabslotctl -n '__cabslotctl_in inspect' -l plot -r -F -d 'Draw it, .svg or .png'
+complete -c cabslotctl -n '__cabslotctl_in preset new' -l data -r -F -d 'The data area'
+complete -c cabslotctl -n __cabslotctl_wants_ir -k \
+    -a '(__fish_complete_suffix .wav; __fish_complete_suffix .WAV; __fish_complete_suffix .bin)'
+for command in show verify new export import
+    complete -c cabslotctl -n "__cabslotctl_in preset $command" -F
+end

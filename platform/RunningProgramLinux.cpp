@@ -1,0 +1,19 @@
+#include "platform/RunningProgram.h"
+
+#include <sys/auxv.h>
+
+#include <system_error>
+
+namespace cabslot {
+
+std::filesystem::path runningProgram() {
+    std::error_code failed;
+    std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failed);
+    if (!failed)
+        return program;
+    // Where /proc is not mounted, the name that the program was started by leads to it.
+    const auto* startedAs = reinterpret_cast<const char*>(::getauxval(AT_EXECFN));
+    return startedAs == nullptr ? program : std::filesystem::canonical(startedAs, failed);
+}
+
+} // namespace cabslot

@@ -1,0 +1,36 @@
+#!/usr/bin/python3
+"""The programs find their files wherever they are: built, installed, moved, behind a link.
+
+Usage: installed-test.py BUILD
+"""
+import os
+import subprocess
+import sys
+import tempfile
+
+BUILD = sys.argv[1]
+
+
+def clear_slot(program, **options):
+    """Clearing takes the blank IR, which lies beside the program."""
+    done = subprocess.run([program, "--pedal", "sim", "clear", "1"], text=True, capture_output=True,
+                          check=False, **options)
+    if (done.returncode, done.stdout) != (0, "User 1: User 1\n"):
+        sys.exit(f"FAILED: {program} ended with {done.returncode}: {done.stderr}")
+
+
+with tempfile.TemporaryDirectory() as folder:
+    os.environ["XDG_STATE_HOME"] = os.path.join(folder, "state")
+    prefix, moved = os.path.join(folder, "usr"), os.path.join(folder, "moved to here")
+    link = os.path.join(folder, "ctl")
+
+    clear_slot(os.path.join(BUILD, "bin/cabslotctl"))
+    subprocess.run(["cmake", "--install", BUILD, "--prefix", prefix], check=True,
+                   stdout=subprocess.DEVNULL)
+    clear_slot(os.path.join(prefix, "bin/cabslotctl"))
+    os.rename(prefix, moved)
+    clear_slot(os.path.join(moved, "bin/cabslotctl"))
+    os.symlink(os.path.join(moved, "bin/cabslotctl"), link)
+    clear_slot(link)
+    clear_slot("./ctl", cwd=folder)
+    clear_slot("ctl", env={**os.environ, "PATH": folder})
