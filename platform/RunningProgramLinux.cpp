@@ -12,6 +12,7 @@ std::filesystem::path runningProgram() {
     if (!failed)
         return program;
     // Where /proc is not mounted, the name that the program was started by leads to it.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel gives pointers as numbers
     const auto* startedAs = reinterpret_cast<const char*>(::getauxval(AT_EXECFN));
     return startedAs == nullptr ? program : std::filesystem::canonical(startedAs, failed);
 }

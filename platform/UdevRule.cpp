@@ -44,7 +44,7 @@ bool ruleIsInstalled() {
 } // namespace
 
 std::string commandThatPermits() {
-    const std::string apply =
+    std::string apply =
         "sudo udevadm control --reload && sudo udevadm trigger --subsystem-match=hidraw";
     if (ruleIsInstalled())
         return apply;

@@ -31,6 +31,4 @@ with tempfile.TemporaryDirectory() as folder:
     os.rename(prefix, moved)
     clear_slot(os.path.join(moved, "bin/cabslotctl"))
     os.symlink(os.path.join(moved, "bin/cabslotctl"), link)
-    clear_slot(link)
-    clear_slot("./ctl", cwd=folder)
     clear_slot("ctl", env={**os.environ, "PATH": folder})
