@@ -3,7 +3,7 @@
 #include "cli/Command.h"
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
-#include "cli/PlotFile.h"
+#include "cli/SvgFile.h"
 #include "cli/TerminalWave.h"
 #include "irfile/QNIRFile.h"
 
@@ -99,11 +99,10 @@ InspectCommand::InspectCommand(CLI::App& app)
         ->type_name("OUT");
     subcommand()
         .add_option("--plot", plotFile_,
-                    "Draw waveform, frequency response and findings into this file, .svg or .png")
+                    "Draw waveform, frequency response and findings into this file, named *.svg")
         ->type_name("OUT")
         ->check([](const std::string& path) {
-            return plotFormatOf(path) ? std::string{}
-                                      : path + ": a plot's name must end with .svg or .png";
+            return isSvgPath(path) ? std::string{} : path + ": a plot's name must end with .svg";
         });
 }
 
@@ -120,11 +119,8 @@ bool InspectCommand::writeFiles(const IRSummary& summary, const Block& block) co
         return false;
     if (plotFile_.empty())
         return true;
-    const std::vector<std::uint8_t> plot = plotFile(summaryPage(summary), *plotFormatOf(plotFile_));
-    if (!plot.empty())
-        return write(plotFile_, plot);
-    complain(plotFile_ + " cannot be drawn: there is not enough memory");
-    return false;
+    const std::string plot = svgFile(summaryPage(summary));
+    return write(plotFile_, {plot.begin(), plot.end()});
 }
 
 ExitStatus InspectCommand::run() {

@@ -64,7 +64,7 @@ for command in load clear
     complete -c cabslotctl -n "__cabslotctl_is $command" -a '1 2 3 4' -d Slot
 end
 complete -c cabslotctl -n '__cabslotctl_in inspect' -l block -r -F -d 'Write the 1024 points'
-complete -c cabslotctl -n '__cabslotctl_in inspect' -l plot -r -F -d 'Draw it, .svg or .png'
+complete -c cabslotctl -n '__cabslotctl_in inspect' -l plot -r -F -d 'Draw it as SVG'
 complete -c cabslotctl -n '__cabslotctl_in preset new' -l data -r -F -d 'The data area'
 complete -c cabslotctl -n __cabslotctl_wants_ir -k \
     -a '(__fish_complete_suffix .wav; __fish_complete_suffix .WAV; __fish_complete_suffix .bin)'
