@@ -138,6 +138,18 @@ void demandBlock(QNIRFile& file, const Expected& expected) {
     demand(file.setIrdataBuff() == made && irdatabuff == block, "a second time gives the same");
 }
 
+void demandFirstChannel(const QNIRFile& file, std::size_t bits) {
+    std::array<float, 16> values{};
+    std::size_t frames = 0;
+    while (const std::size_t count = file.readFirstChannel(frames, values)) {
+        frames += count;
+        for (const float value : std::span(values).first(count))
+            demand(bits == 32 || (value >= -1 && value < 1), "integers lie within full scale");
+    }
+    demand(frames <= file.frameCount() && frames <= file.heldBytes(), "no more than the file has");
+    demand(file.readFirstChannel(SIZE_MAX, values) == 0, "there is nothing behind its end");
+}
+
 void demandStaged(const QNIRFile& file) {
     resetSharedState();
     file.copyIRName(0);
@@ -178,6 +190,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (opened) {
             demandOpened(file, expected, irName);
             demandBlock(file, expected);
+            demandFirstChannel(file, expected.bits());
             demandStaged(file);
             demand(file.OpenFilePath(path), "it stays a good file");
         } else {

@@ -44,10 +44,16 @@ def ir_files():
     for rate, channels, bits in itertools.product((44100, 48000, 88200, 96000), (1, 2),
                                                   (8, 16, 24, 32)):
         yield ir(wav(rate, channels, bits, floats))
+    ordinary = struct.pack("<10f", *(0.09 * i - 0.4 for i in range(10)))  # none beyond full scale
+    for rate, channels in itertools.product((44100, 48000), (1, 2)):
+        yield ir(wav(rate, channels, 32, ordinary))
+    for bits, channels in itertools.product((8, 16, 24, 32), (1, 2)):
+        frame = bits // 8 * channels
+        yield ir(wav(bits=bits, channels=channels, samples=ordinary[:2 * frame + bits // 16],
+                     size=3 * frame))  # ends inside a sample
     yield ir(wav(96000, 2, 8, bytes(range(256)) * 16))  # more frames than are decoded
     yield ir(wav(size=0xFFFFFFFF))  # claims more than it has
     yield ir(wav(samples=b""))
-    yield ir(wav(samples=b"\x01", size=2))  # ends inside a sample
     yield ir(wav(channels=3))
     yield ir(wav(channels=0))
     yield ir(wav(channels=0xFFFF, bits=0xFFFF))

@@ -65,9 +65,9 @@ bool QNIRFile::decode(std::span<std::uint32_t> points) {
 
 std::size_t QNIRFile::readFirstChannel(std::size_t first, std::span<float> values) const {
     const WAVE_FORMAT kind = format();
-    if (!decoderFor(kind.bitsPerSample, 1))
+    const std::size_t frameSize = std::size_t{kind.bitsPerSample} / 8 * kind.channelCount;
+    if (frameSize == 0 || !decoderFor(kind.bitsPerSample, 1))
         return 0;
-    const std::size_t frameSize = kind.bitsPerSample / 8u * kind.channelCount;
     const std::size_t held = std::min<std::size_t>(frameCount(), samples().size() / frameSize);
     const std::size_t count = std::min(values.size(), held - std::min(first, held));
     for (std::size_t i = 0; i < count; ++i)
