@@ -7,9 +7,11 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QTimer>
 
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdio>
 #include <string>
 
@@ -22,6 +24,7 @@ constexpr int noDisplay = 1;
 // What desktops know the window by: the name of its desktop entry, and of its icon in their theme.
 constexpr const char* desktopEntry = "org.cabslot.Cabslot";
 constexpr const char* iconName = "cabslot";
+constexpr std::chrono::milliseconds iconDelay{200};
 
 // Without the destructors of statics, which would race the device thread.
 [[noreturn]] void endProcess(int status) {
@@ -39,7 +42,6 @@ int runWindow(int argc, char** argv, HIDManager& manager) {
     const QApplication application(argc, argv);
     QApplication::setApplicationDisplayName("Cabslot");
     QApplication::setDesktopFileName(desktopEntry);
-    QApplication::setWindowIcon(QIcon::fromTheme(iconName));
     MainWindow window;
     AppDelegate delegate({.manager = manager, .bundle = bundlePath(), .endProcess = endProcess});
     delegate.window = &window;
@@ -49,6 +51,10 @@ int runWindow(int argc, char** argv, HIDManager& manager) {
                      &AppDelegate::applicationWillTerminate);
     delegate.applicationDidFinishLaunching();
     window.show();
+    // The theme is a matter of many files: they are looked through when the names are on the
+    // screen.
+    QTimer::singleShot(iconDelay, &window,
+                       [] { QApplication::setWindowIcon(QIcon::fromTheme(iconName)); });
     return QApplication::exec();
 }
 
