@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <type_traits>
 #include <vector>
@@ -24,12 +25,7 @@ namespace {
 constexpr const char* description =
     "Load guitar-cabinet impulse responses into the four user slots of the pedal.";
 
-constexpr const char* footer = R"(Pedals:
-  usb         the pedal on USB (the default)
-  sim         a simulated pedal inside the program; it remembers its slots
-  unix:PATH   a pedal behind a Unix socket, such as cabslot-sim's
-
-Exit status:
+constexpr const char* footer = R"(Exit status:
   0    done, and confirmed by the pedal
   1    the file was refused
   2    wrong usage, or an output file cannot be written
@@ -111,7 +107,7 @@ int runCommandLine(int argc, const char* const* argv) {
     CLI::App app(description, "cabslotctl");
     app.set_version_flag("--version", "cabslotctl " CABSLOT_VERSION, "Show the version and end");
     app.set_help_flag("-h,--help", "Show this help and end; also behind a command");
-    app.footer(footer);
+    app.footer(std::string(pedalHelp) + footer);
     app.require_subcommand(1);
     app.fallthrough(); // --pedal may stand behind the command, too
 

@@ -17,12 +17,7 @@ constexpr int wrongUsage = 2;
 constexpr const char* description =
     "Load guitar-cabinet impulse responses into the four user slots of the pedal.";
 
-constexpr const char* footer = R"(Pedals:
-  usb         the pedal on USB (the default)
-  sim         a simulated pedal inside the program; it remembers its slots
-  unix:PATH   a pedal behind a Unix socket, such as cabslot-sim's
-
-Exit status:
+constexpr const char* footer = R"(Exit status:
   0    the window was closed, or the pedal was lost and that was told
   1    there is no display
   2    wrong usage
@@ -38,7 +33,7 @@ std::optional<int> readArguments(int argc, const char* const* argv, std::string&
     CLI::App app(description, "cabslot");
     app.set_version_flag("--version", "cabslot " CABSLOT_VERSION, "Show the version and end");
     app.set_help_flag("-h,--help", "Show this help and end");
-    app.footer(footer);
+    app.footer(std::string(pedalHelp) + footer);
     pedal = defaultPedal;
     app.add_option("--pedal", pedal, "The pedal to use: usb, sim or unix:PATH; usb if not given")
         ->envname(pedalVariable)
