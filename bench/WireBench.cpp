@@ -11,7 +11,7 @@
 #include "device/HIDClass.h"
 #include "platform/SocketHIDManager.h"
 #include "simulator/ListeningSocket.h"
-#include "upload/SlotRoad.h"
+#include "upload/SlotUpload.h"
 
 #include <spawn.h>
 #include <sys/socket.h>
@@ -43,7 +43,7 @@ void print(const char* what, Clock::duration time) {
 }
 
 // The first look comes right after the request.
-class Stopwatch final : public RoadWaiting {
+class Stopwatch final : public UploadWait {
 public:
     bool waitForUpload() override {
         if (!requested)
@@ -79,10 +79,10 @@ void measureUploads(int count, const std::string& file) {
         std::this_thread::sleep_for(poll);
     for (int i = 0; i < count; ++i) {
         Stopwatch waiting;
-        const RoadResult result = loadSlot(
+        const UploadResult result = loadSlot(
             1, file, {.arming = Arming::beforeRequest, .confirmationPolls = 5000}, waiting);
         const auto uploads = pedal.takeUploads();
-        if (result.end != RoadEnd::confirmed || uploads.size() != 1 || !waiting.requested)
+        if (result.end != UploadEnd::confirmed || uploads.size() != 1 || !waiting.requested)
             fail("an upload went wrong");
         printUpload(uploads.front(), *waiting.requested);
     }

@@ -45,7 +45,7 @@ private:
     bool json_ = false;
 };
 
-/// What load and clear share: one slot's road on a pedal, and how its end is told.
+/// What load and clear share: one slot's upload on a pedal, and how its end is told.
 class SlotCommand : public Command {
 protected:
     SlotCommand(CLI::App& app, PedalOptions& pedal, const std::string& name,

@@ -5,7 +5,7 @@
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
 #include "platform/BundlePath.h"
-#include "upload/SlotRoad.h"
+#include "upload/SlotUpload.h"
 
 #include <chrono>
 #include <iostream>
@@ -19,10 +19,10 @@ using namespace std::chrono_literals;
 
 constexpr auto pollInterval = 10ms;
 
-// Shows how far the road is; gives it up when the pedal is gone.
-class RoadProgress final : public RoadWaiting {
+// Shows how far the upload is; gives it up when the pedal is gone.
+class UploadProgress final : public UploadWait {
 public:
-    RoadProgress(const PedalSession& session, std::string slotName)
+    UploadProgress(const PedalSession& session, std::string slotName)
         : session_(session), slotName_(std::move(slotName)) {}
 
     // A Ctrl-C waits here: seven frames take 0.14 s, and half an IR in the pedal is no use.
@@ -52,7 +52,7 @@ ExitStatus refuse(const std::string& file, const std::string& why) {
     return ExitStatus::fileRefused;
 }
 
-// Looks at the file the way the road will, without touching what the pedal is sent.
+// Looks at the file the way the upload will, without touching what the pedal is sent.
 ExitStatus checkFile(const std::string& path) {
     QNIRFile file;
     std::array<std::uint32_t, irPointCount> block{};
@@ -61,13 +61,13 @@ ExitStatus checkFile(const std::string& path) {
     return refuse(path, file.whyRefused());
 }
 
-ExitStatus tellEnd(RoadEnd end, std::uint32_t slot, const PedalSession& session) {
+ExitStatus tellEnd(UploadEnd end, std::uint32_t slot, const PedalSession& session) {
     const std::string name = "User " + std::to_string(slot);
     switch (end) {
-    case RoadEnd::confirmed:
+    case UploadEnd::confirmed:
         std::cout << name << ": " << shownName(IRNameArr.at(slot - 1)) << '\n';
         return ExitStatus::done;
-    case RoadEnd::notConfirmed:
+    case UploadEnd::notConfirmed:
         complain("the pedal did not confirm in time that it has stored " + name +
                  "; look with \"cabslotctl list\" and load it again if need be");
         return ExitStatus::notConfirmed;
@@ -104,12 +104,12 @@ ExitStatus SlotCommand::loadIntoSlot(const std::string& file, bool clearing) {
     if (const ExitStatus connected = session.connect(); connected != ExitStatus::done)
         return connected;
 
-    const RoadOptions options = {
+    const UploadOptions options = {
         .arming = Arming::beforeRequest,
         .confirmationPolls = static_cast<std::uint32_t>(confirmTimeout_ * (1s / pollInterval))};
-    RoadResult result{};
+    UploadResult result{};
     {
-        RoadProgress progress(session, "User " + std::to_string(slot_));
+        UploadProgress progress(session, "User " + std::to_string(slot_));
         result = clearing ? clearSlot(slot_, bundlePath(), options, progress)
                           : loadSlot(slot_, file, options, progress);
     }

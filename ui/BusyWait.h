@@ -1,8 +1,8 @@
-// How the window waits while a slot's road is under way: it blocks whoever called, but goes on
+// How the window waits while a slot's upload is under way: it blocks whoever called, but goes on
 // painting. Input made meanwhile is thrown away; a wish to close is remembered.
 #pragma once
 
-#include "upload/SlotRoad.h"
+#include "upload/SlotUpload.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -15,13 +15,13 @@ class QWidget;
 
 namespace cabslot {
 
-class BusyWait final : public QObject, public RoadWaiting {
+class BusyWait final : public QObject, public UploadWait {
     Q_OBJECT
 public:
     /// Passes so much time; the window must go on painting in it.
     using Pause = std::function<void(std::chrono::milliseconds)>;
 
-    /// What the road is doing: the frame that is being sent, 1 to 7; or, when that is 0, the
+    /// What the upload is doing: the frame that is being sent, 1 to 7; or, when that is 0, the
     /// seconds that the pedal has been waited for.
     using Progress = std::function<void(unsigned frame, std::int64_t seconds)>;
 

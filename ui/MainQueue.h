@@ -1,7 +1,7 @@
 // Work for the main thread, in order, one block at a time.
 //
 // Blocks wait while one runs, also when that one has an event loop of its own (an alert), and while
-// the queue is held (a slot's road).
+// the queue is held (a slot's upload).
 #pragma once
 
 #include <QObject>

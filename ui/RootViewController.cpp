@@ -76,7 +76,7 @@ void RootViewController::setUpRows() {
         if (adds)
             button->setIcon(glyphIcon(Glyph::load));
         connect(button, &QPushButton::clicked, this, [this, button, adds] {
-            if (!onTheRoad_)
+            if (!uploading_)
                 adds ? add(button) : del(button);
         });
     }

@@ -8,7 +8,7 @@
 #include "device/SlotTexts.h"
 #include "ui/BusyWait.h"
 #include "ui/MainQueue.h"
-#include "upload/SlotRoad.h"
+#include "upload/SlotUpload.h"
 
 #include <QLabel>
 #include <QList>
@@ -88,11 +88,11 @@ private:
     std::array<QPointer<QLabel>*, slotCount> labels();
     QLabel& labelOf(std::int64_t index);
 
-    using Road = std::function<RoadResult(const RoadOptions&, RoadWaiting&)>;
-    RoadResult walk(std::int64_t index, BusyWait::Counter counter, const Road& road);
+    using Upload = std::function<UploadResult(const UploadOptions&, UploadWait&)>;
+    UploadResult uploadSlot(std::int64_t index, BusyWait::Counter counter, const Upload& upload);
     void showPicture(std::int64_t index, const QNIRFile& file);
     void showProgress(std::int64_t index, unsigned frame, std::int64_t seconds);
-    void tellEnd(std::int64_t index, const RoadResult& result, const QString& done);
+    void tellEnd(std::int64_t index, const UploadResult& result, const QString& done);
     void refuse(const QString& file, const std::string& why);
     void showStatus(const QString& text, bool problem = false);
 
@@ -101,7 +101,7 @@ private:
     QPointer<QWidget> view_;
     MainQueue mainQueue_;
     /// What a screen reader presses comes past the events that BusyWait throws away.
-    bool onTheRoad_ = false;
+    bool uploading_ = false;
 
 public:
     /// The device link. Last: it goes first, and its thread uses the queue above.

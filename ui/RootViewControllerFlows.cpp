@@ -78,7 +78,7 @@ void RootViewController::addIR(std::int64_t index) {
 }
 
 void RootViewController::panelClosed(std::int64_t index, int answer, const QString& path) {
-    if (onTheRoad_)
+    if (uploading_)
         return;
     if (answer != panelOK)
         return print("取消"); // cancelled
@@ -86,8 +86,8 @@ void RootViewController::panelClosed(std::int64_t index, int answer, const QStri
 }
 
 void RootViewController::importFile(std::int64_t index, const QString& path) {
-    const RoadResult result = walk(
-        index, BusyWait::Counter::aloud, [&](const RoadOptions& options, RoadWaiting& waiting) {
+    const UploadResult result = uploadSlot(
+        index, BusyWait::Counter::aloud, [&](const UploadOptions& options, UploadWait& waiting) {
             return loadSlot(importNumber(index), path.toStdString(), options, waiting);
         });
     if (!result.whyRefused.empty()) {
@@ -111,15 +111,15 @@ void RootViewController::importDropped(std::int64_t index, const QList<QUrl>& fi
 }
 
 void RootViewController::delIR(std::int64_t index) {
-    const RoadResult result = walk(
-        index, BusyWait::Counter::silent, [&](const RoadOptions& options, RoadWaiting& waiting) {
+    const UploadResult result = uploadSlot(
+        index, BusyWait::Counter::silent, [&](const UploadOptions& options, UploadWait& waiting) {
             return clearSlot(importNumber(index), surroundings_.bundle, options, waiting);
         });
     if (!result.whyRefused.empty()) {
         refuse("The blank IR " + QString::fromStdString(blankIRPath(surroundings_.bundle)),
                result.whyRefused);
         // Samples that cannot be used are no reason for a sheet here, on purpose.
-        if (result.end == RoadEnd::fileRefused)
+        if (result.end == UploadEnd::fileRefused)
             alterIRError("Error");
         return;
     }
@@ -141,10 +141,10 @@ void RootViewController::alterIRError(const QString& hitString) {
     alert->open(); // a sheet: modal for its window, and not waited for
 }
 
-// Everything that a road has around it: nothing else happens meanwhile, and what was wanted
+// Everything that a upload has around it: nothing else happens meanwhile, and what was wanted
 // meanwhile is seen to afterwards.
-RoadResult RootViewController::walk(std::int64_t index, BusyWait::Counter counter,
-                                    const Road& road) {
+UploadResult RootViewController::uploadSlot(std::int64_t index, BusyWait::Counter counter,
+                                            const Upload& upload) {
     QWidget* const window = view_->window();
     BusyWait waiting(
         *window, surroundings_.pause,
@@ -153,12 +153,12 @@ RoadResult RootViewController::walk(std::int64_t index, BusyWait::Counter counte
         },
         counter);
     mainQueue_.hold();
-    onTheRoad_ = true;
-    RoadResult result =
-        road({.arming = Arming::afterUpload,
-              .recorded = [this, index](const QNIRFile& file) { showPicture(index, file); }},
-             waiting);
-    onTheRoad_ = false;
+    uploading_ = true;
+    UploadResult result =
+        upload({.arming = Arming::afterUpload,
+                .recorded = [this, index](const QNIRFile& file) { showPicture(index, file); }},
+               waiting);
+    uploading_ = false;
     mainQueue_.release();
     showIdle();
     if (waiting.closeRequested())
@@ -179,7 +179,7 @@ void RootViewController::showProgress(std::int64_t index, unsigned frame, std::i
     ui_->progress->show();
     ui_->progress->setValue(static_cast<int>(frame == 0 ? uploadFrameCount : frame));
     if (isDeviceConnent ==
-        0) // only told: the road goes on to its end, and the alert comes after it
+        0) // only told: the upload goes on to its end, and the alert comes after it
         showStatus(
             QString("%1: the pedal is gone; still waiting, %2 s").arg(slotName(index)).arg(seconds),
             true);
@@ -200,9 +200,9 @@ void RootViewController::showIdle() {
 }
 
 // The label shows the new name either way; this line tells the truth about the confirmation.
-void RootViewController::tellEnd(std::int64_t index, const RoadResult& result,
+void RootViewController::tellEnd(std::int64_t index, const UploadResult& result,
                                  const QString& done) {
-    if (result.end == RoadEnd::confirmed)
+    if (result.end == UploadEnd::confirmed)
         showStatus(done);
     else
         showStatus(slotName(index) + " was sent, but the pedal did not confirm it.", true);

@@ -13,7 +13,7 @@
 #include "irfile/QNIRFile.h"
 #include "platform/SocketHIDManager.h"
 #include "simulator/PedalServer.h"
-#include "upload/SlotRoad.h"
+#include "upload/SlotUpload.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -103,7 +103,7 @@ private:
 };
 
 /// Polls as fast as is fair.
-class Waiting final : public RoadWaiting {
+class Waiting final : public UploadWait {
 public:
     bool waitForUpload() override { return wait(); }
     bool waitForConfirmation(std::uint32_t /*poll*/) override { return wait(); }
@@ -156,11 +156,11 @@ private:
         const std::string path = folder_.write("Soak.wav", randomFile(random_));
         const auto slot = static_cast<std::size_t>(random_.number(0, slotCount - 1));
         Waiting waiting;
-        const RoadOptions options{.arming = Arming::beforeRequest, .confirmationPolls = UINT32_MAX};
+        const UploadOptions options{.arming = Arming::beforeRequest, .confirmationPolls = UINT32_MAX};
         const auto end = loadSlot(static_cast<std::uint32_t>(slot + 1), path, options, waiting).end;
         expected_[slot] = blockOf(path);
         ++uploads_;
-        if (end != RoadEnd::confirmed || !allAsExpected())
+        if (end != UploadEnd::confirmed || !allAsExpected())
             ++differences_;
     }
 

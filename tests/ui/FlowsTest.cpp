@@ -140,7 +140,7 @@ TEST_F(Flows, APedalThatNeverConfirmsCosts600Polls) {
     EXPECT_EQ(status(), "User 1 was sent, but the pedal did not confirm it.");
 }
 
-TEST_F(Flows, APedalThatGoesDuringTheRoadIsToldOfAndTheAlertComesAfterIt) {
+TEST_F(Flows, APedalThatGoesDuringTheUploadIsToldOfAndTheAlertComesAfterIt) {
     simulator::PedalOptions options;
     options.faults.vanishAfter = 30;
     QString told;
@@ -158,7 +158,7 @@ TEST_F(Flows, APedalThatGoesDuringTheRoadIsToldOfAndTheAlertComesAfterIt) {
 }
 
 // Everything that a person does during a road is thrown away, but for closing the window.
-TEST_F(Flows, InputDuringTheRoadIsDroppedAndClosingIsHonouredAtItsEnd) {
+TEST_F(Flows, InputDuringTheUploadIsDroppedAndClosingIsHonouredAtItsEnd) {
     int polls = 0;
     pause = [&](std::chrono::milliseconds) {
         if (++polls == 1) {

@@ -50,7 +50,7 @@ TEST_F(Window, EventsReadTheValueAsItIsWhenTheyRun) {
     EXPECT_EQ(label(1), "old") << "both read 1: no label is redrawn";
 }
 
-TEST_F(Window, EventsWaitWhileARoadIsUnderWay) {
+TEST_F(Window, EventsWaitWhileAnUploadIsUnderWay) {
     bool raised = false;
     pause = [&](std::chrono::milliseconds) {
         root().User2Label->setText("old");

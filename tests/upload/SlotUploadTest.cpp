@@ -4,7 +4,7 @@
 
 #include "device/DeviceCommands.h"
 #include "device/SendScheduler.h"
-#include "upload/SlotRoad.h"
+#include "upload/SlotUpload.h"
 
 #include <functional>
 
@@ -12,7 +12,7 @@ namespace cabslot::testing {
 namespace {
 
 // Stands for the passing of time: a poll is two ticks, so one upload frame.
-class Ticking final : public RoadWaiting {
+class Ticking final : public UploadWait {
 public:
     bool waitForUpload() override {
         armedDuringUpload = CheckMCUInportIR_Finish == 1;
@@ -41,9 +41,9 @@ public:
     bool armedDuringUpload = false;
 };
 
-class SlotRoad : public DeviceTest {
+class SlotUpload : public DeviceTest {
 protected:
-    SlotRoad() {
+    SlotUpload() {
         const std::array<std::uint8_t, 3> name = {'o', 'l', 'd'};
         const std::uint8_t factory = '1';
         for (std::size_t i = 0; i < slotCount; ++i) {
@@ -61,12 +61,12 @@ protected:
     Ticking waiting;
 };
 
-TEST_F(SlotRoad, LoadsConfirmsAndRecords) {
+TEST_F(SlotUpload, LoadsConfirmsAndRecords) {
     waiting.duringConfirmation = [](std::uint32_t poll) {
         if (poll == 2)
             Ticking::confirm();
     };
-    EXPECT_EQ(loadSlot(3, wav(), {}, waiting).end, RoadEnd::confirmed);
+    EXPECT_EQ(loadSlot(3, wav(), {}, waiting).end, UploadEnd::confirmed);
     EXPECT_EQ(waiting.uploadPolls, 7U);
     EXPECT_EQ(waiting.confirmationPolls, 3U);
     EXPECT_FALSE(waiting.armedDuringUpload);
@@ -80,12 +80,12 @@ TEST_F(SlotRoad, LoadsConfirmsAndRecords) {
     EXPECT_EQ(isInternalIRArray[1], 1);
 }
 
-TEST_F(SlotRoad, APedalThatConfirmsAtOnceIsMissedUnlessTheWaitWasArmedBefore) {
+TEST_F(SlotUpload, APedalThatConfirmsAtOnceIsMissedUnlessTheWaitWasArmedBefore) {
     waiting.afterLastFrame = Ticking::confirm;
     int told = 0;
-    const RoadOptions options = {.arming = Arming::afterUpload,
-                                 .recorded = [&](const QNIRFile&) { ++told; }};
-    EXPECT_EQ(loadSlot(1, wav(), options, waiting).end, RoadEnd::notConfirmed);
+    const UploadOptions options = {.arming = Arming::afterUpload,
+                                   .recorded = [&](const QNIRFile&) { ++told; }};
+    EXPECT_EQ(loadSlot(1, wav(), options, waiting).end, UploadEnd::notConfirmed);
     EXPECT_EQ(told, 1);
     EXPECT_EQ(waiting.confirmationPolls, 600U);
     EXPECT_EQ(CheckMCUInportIR_Finish, 1U) << "a late confirmation would still clear it";
@@ -93,49 +93,50 @@ TEST_F(SlotRoad, APedalThatConfirmsAtOnceIsMissedUnlessTheWaitWasArmedBefore) {
 
     Ticking again;
     again.afterLastFrame = Ticking::confirm;
-    EXPECT_EQ(loadSlot(1, wav(), {.arming = Arming::beforeRequest}, again).end, RoadEnd::confirmed);
+    EXPECT_EQ(loadSlot(1, wav(), {.arming = Arming::beforeRequest}, again).end,
+              UploadEnd::confirmed);
     EXPECT_TRUE(again.armedDuringUpload);
     EXPECT_EQ(again.confirmationPolls, 0U);
 }
 
-TEST_F(SlotRoad, AConfirmationThatComesBeforeTheLastFrameIsNotThisUploads) {
+TEST_F(SlotUpload, AConfirmationThatComesBeforeTheLastFrameIsNotThisUploads) {
     waiting.duringUpload = Ticking::confirm;
     EXPECT_EQ(
         loadSlot(1, wav(), {.arming = Arming::beforeRequest, .confirmationPolls = 3}, waiting).end,
-        RoadEnd::notConfirmed);
+        UploadEnd::notConfirmed);
 }
 
-TEST_F(SlotRoad, GivingUpRecordsNothing) {
+TEST_F(SlotUpload, GivingUpRecordsNothing) {
     waiting.giveUpAtConfirmationPoll = 5;
-    const RoadOptions options = {.recorded = [](const QNIRFile&) { ADD_FAILURE(); }};
-    EXPECT_EQ(loadSlot(2, wav(), options, waiting).end, RoadEnd::givenUp);
+    const UploadOptions options = {.recorded = [](const QNIRFile&) { ADD_FAILURE(); }};
+    EXPECT_EQ(loadSlot(2, wav(), options, waiting).end, UploadEnd::givenUp);
     EXPECT_EQ(waiting.confirmationPolls, 5U);
     EXPECT_EQ(isInternalIRArray[1], 1);
 
     Ticking early;
     early.giveUpAtUploadPoll = 3;
-    EXPECT_EQ(loadSlot(2, wav(), {}, early).end, RoadEnd::givenUp);
+    EXPECT_EQ(loadSlot(2, wav(), {}, early).end, UploadEnd::givenUp);
     EXPECT_EQ(early.confirmationPolls, 0U);
     EXPECT_EQ(CheckMCUInportIR_Finish, 1U) << "left by the first road, not set by the second";
 }
 
-TEST_F(SlotRoad, ARefusedFileSendsNothing) {
+TEST_F(SlotUpload, ARefusedFileSendsNothing) {
     const std::string text = folder.write("Text.wav", "no WAV file, but long enough to be one");
-    const RoadResult refused = loadSlot(2, text, {}, waiting);
-    EXPECT_EQ(refused.end, RoadEnd::fileRefused);
+    const UploadResult refused = loadSlot(2, text, {}, waiting);
+    EXPECT_EQ(refused.end, UploadEnd::fileRefused);
     EXPECT_NE(refused.whyRefused.find("not a WAV file"), std::string::npos);
     EXPECT_EQ(IR_InportNumber, 2U) << "set before the file is looked at";
 
     const std::string slow = folder.write("Slow.wav", WavBuilder{.rate = 22050}.add(1).bytes());
-    EXPECT_EQ(loadSlot(2, slow, {}, waiting).end, RoadEnd::samplesRefused);
+    EXPECT_EQ(loadSlot(2, slow, {}, waiting).end, UploadEnd::samplesRefused);
     EXPECT_EQ(isInportIR, 0);
     EXPECT_EQ(IRNameArr.at(1), "old");
     EXPECT_EQ(waiting.uploadPolls, 0U);
     EXPECT_TRUE(device->reports.empty());
 }
 
-TEST_F(SlotRoad, ClearingLoadsTheBlankIRUnderTheDefaultName) {
-    EXPECT_EQ(clearSlot(3, folder.path(""), {}, waiting).end, RoadEnd::fileRefused)
+TEST_F(SlotUpload, ClearingLoadsTheBlankIRUnderTheDefaultName) {
+    EXPECT_EQ(clearSlot(3, folder.path(""), {}, waiting).end, UploadEnd::fileRefused)
         << "no blank IR there";
 
     std::filesystem::create_directories(folder.path("Contents/Resources"));
@@ -143,7 +144,7 @@ TEST_F(SlotRoad, ClearingLoadsTheBlankIRUnderTheDefaultName) {
     irdatabuff.fill(7);
     waiting.duringConfirmation = [](std::uint32_t) { Ticking::confirm(); };
     const std::string bundle = std::filesystem::path(folder.path("x")).parent_path();
-    EXPECT_EQ(clearSlot(3, bundle, {}, waiting).end, RoadEnd::confirmed);
+    EXPECT_EQ(clearSlot(3, bundle, {}, waiting).end, UploadEnd::confirmed);
     EXPECT_EQ(IRNameArr.at(2), "User 3         ");
     EXPECT_EQ(irdatabuff[0], 0U);
     EXPECT_EQ(std::string(device->reports[0].begin() + 9, device->reports[0].begin() + 24),

@@ -1,4 +1,4 @@
-#include "upload/SlotRoad.h"
+#include "upload/SlotUpload.h"
 
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
@@ -7,8 +7,8 @@ namespace cabslot {
 
 namespace {
 
-// True when the device thread has built the last frame; false when the road was given up.
-bool waitUntilUploaded(RoadWaiting& waiting) {
+// True when the device thread has built the last frame; false when the upload was given up.
+bool waitUntilUploaded(UploadWait& waiting) {
     while (isInportIR.load(std::memory_order_acquire) == 1) {
         if (!waiting.waitForUpload())
             return false;
@@ -21,22 +21,22 @@ bool isConfirmed(Arming arming) {
                                            : CheckMCUInportIR_Finish != 1;
 }
 
-RoadEnd waitUntilConfirmed(const RoadOptions& options, RoadWaiting& waiting) {
+UploadEnd waitUntilConfirmed(const UploadOptions& options, UploadWait& waiting) {
     for (std::uint32_t poll = 0; !isConfirmed(options.arming); ++poll) {
         if (poll == options.confirmationPolls)
-            return RoadEnd::notConfirmed;
+            return UploadEnd::notConfirmed;
         if (!waiting.waitForConfirmation(poll))
-            return RoadEnd::givenUp;
+            return UploadEnd::givenUp;
     }
-    return RoadEnd::confirmed;
+    return UploadEnd::confirmed;
 }
 
-RoadEnd upload(const RoadOptions& options, RoadWaiting& waiting) {
+UploadEnd upload(const UploadOptions& options, UploadWait& waiting) {
     if (options.arming == Arming::beforeRequest)
         CheckMCUInportIR_Finish = 1;
     isInportIR.store(1, std::memory_order_release);
     if (!waitUntilUploaded(waiting))
-        return RoadEnd::givenUp;
+        return UploadEnd::givenUp;
     if (options.arming == Arming::afterUpload)
         CheckMCUInportIR_Finish = 1;
     return waitUntilConfirmed(options, waiting);
@@ -44,22 +44,22 @@ RoadEnd upload(const RoadOptions& options, RoadWaiting& waiting) {
 
 enum class Name { ofFile, ofSlot };
 
-RoadResult walk(std::uint32_t slot, const std::string& path, Name name, const RoadOptions& options,
-                RoadWaiting& waiting) {
+UploadResult uploadSlot(std::uint32_t slot, const std::string& path, Name name,
+                        const UploadOptions& options, UploadWait& waiting) {
     const std::int64_t index = std::int64_t{slot} - 1;
     IR_InportNumber = slot;
     QNIRFile file;
     if (!file.OpenFilePath(path))
-        return {RoadEnd::fileRefused, file.whyRefused()};
+        return {UploadEnd::fileRefused, file.whyRefused()};
     if (!file.setIrdataBuff())
-        return {RoadEnd::samplesRefused, file.whyRefused()};
+        return {UploadEnd::samplesRefused, file.whyRefused()};
     if (name == Name::ofFile)
         file.copyIRName(index);
     else
         QNIRFile::nullIRName(index);
-    const RoadEnd end = upload(options, waiting);
+    const UploadEnd end = upload(options, waiting);
     // Without a confirmation the slot is recorded all the same, on purpose.
-    if (end == RoadEnd::givenUp)
+    if (end == UploadEnd::givenUp)
         return {end, {}};
     file.sendIsInternalIR(index);
     if (options.recorded)
@@ -69,18 +69,18 @@ RoadResult walk(std::uint32_t slot, const std::string& path, Name name, const Ro
 
 } // namespace
 
-RoadResult loadSlot(std::uint32_t slot, const std::string& path, const RoadOptions& options,
-                    RoadWaiting& waiting) {
-    return walk(slot, path, Name::ofFile, options, waiting);
+UploadResult loadSlot(std::uint32_t slot, const std::string& path, const UploadOptions& options,
+                      UploadWait& waiting) {
+    return uploadSlot(slot, path, Name::ofFile, options, waiting);
 }
 
 std::string blankIRPath(const std::string& bundlePath) {
     return bundlePath + "/Contents/Resources/0.wav";
 }
 
-RoadResult clearSlot(std::uint32_t slot, const std::string& bundlePath, const RoadOptions& options,
-                     RoadWaiting& waiting) {
-    return walk(slot, blankIRPath(bundlePath), Name::ofSlot, options, waiting);
+UploadResult clearSlot(std::uint32_t slot, const std::string& bundlePath,
+                       const UploadOptions& options, UploadWait& waiting) {
+    return uploadSlot(slot, blankIRPath(bundlePath), Name::ofSlot, options, waiting);
 }
 
 } // namespace cabslot
