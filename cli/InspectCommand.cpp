@@ -126,7 +126,7 @@ bool InspectCommand::writeFiles(const IRSummary& summary, const Block& block) co
 ExitStatus InspectCommand::run() {
     QNIRFile file;
     Block block{};
-    if (!file.OpenFilePath(file_) || !file.GetIRDataBuffer(block)) {
+    if (!file.openForInspection(file_) || !file.GetIRDataBuffer(block)) {
         complain(file_ + ": " + file.whyRefused());
         return ExitStatus::fileRefused;
     }

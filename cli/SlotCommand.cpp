@@ -56,7 +56,7 @@ ExitStatus refuse(const std::string& file, const std::string& why) {
 ExitStatus checkFile(const std::string& path) {
     QNIRFile file;
     std::array<std::uint32_t, irPointCount> block{};
-    if (file.OpenFilePath(path) && file.GetIRDataBuffer(block))
+    if (file.openForInspection(path) && file.GetIRDataBuffer(block))
         return ExitStatus::done;
     return refuse(path, file.whyRefused());
 }

@@ -58,6 +58,16 @@ QNIRFile::QNIRFile() {
 }
 
 bool QNIRFile::OpenFilePath(const std::string& path) {
+    staging_ = true;
+    return open(path);
+}
+
+bool QNIRFile::openForInspection(const std::string& path) {
+    staging_ = false;
+    return open(path);
+}
+
+bool QNIRFile::open(const std::string& path) {
     for (const std::uint32_t most : {usualPart, wholeFile}) {
         releaseFile();
         FileBytes file = readFile(path, most);
@@ -73,6 +83,7 @@ bool QNIRFile::OpenFilePath(const std::string& path) {
 }
 
 bool QNIRFile::openBytes(std::span<const std::uint8_t> bytes, const std::string& path) {
+    staging_ = true;
     releaseFile();
     heldWhole_ = true;
     return examine(bytes, path);
@@ -130,13 +141,15 @@ bool QNIRFile::openFactoryFile() {
     CharFileNane[factoryNameSize] = 0;
     pIRData = pFileBuff + std::min<std::size_t>(layout::factorySamples, FileSize);
     _isInteralIR = true;
-    SendisInternalIR = 1;
+    if (staging_)
+        SendisInternalIR = 1;
     return true;
 }
 
 bool QNIRFile::openWavFile(const std::string& path) {
     _isInteralIR = false;
-    SendisInternalIR = 0;
+    if (staging_)
+        SendisInternalIR = 0;
     riffheader = RIFF_HEADER(pFileBuff);
     if (!findChunks())
         return false;

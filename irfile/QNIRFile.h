@@ -30,8 +30,11 @@ public:
     /// SendisInternalIR. What was loaded before is let go first, also when this fails.
     bool OpenFilePath(const std::string& path);
 
-    /// The same with a file that is in memory; `path` gives the name only. `bytes` are not copied
-    /// and must stay until the object or what it has loaded is gone.
+    /// The same for a look at the file: what is sent stays untouched.
+    bool openForInspection(const std::string& path);
+
+    /// OpenFilePath with a file that is in memory; `path` gives the name only. `bytes` are not
+    /// copied and must stay until the object or what it has loaded is gone.
     bool openBytes(std::span<const std::uint8_t> bytes, const std::string& path);
 
     /// Fills all of `destination`, or returns false and leaves it untouched.
@@ -83,6 +86,7 @@ private:
     bool refuseWav(std::string why);
     bool holdsItsPoints() const;
     void releaseFile();
+    bool open(const std::string& path);
     bool examine(std::span<const std::uint8_t> file, const std::string& path);
     bool openFactoryFile();
     bool openWavFile(const std::string& path);
@@ -111,6 +115,7 @@ private:
     DATA_BLOCK data_block;                 ///< its "data" chunk
     std::array<std::uint32_t, irWorkCount> IRPointBuffer; ///< decoded samples, 24 bits each
     bool _isInteralIR = false;                            ///< backs isInteralIR
+    bool staging_ = true;                                 ///< SendisInternalIR follows the file
     std::string whyRefused_;
 };
 
