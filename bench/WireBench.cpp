@@ -80,7 +80,7 @@ void measureUploads(int count, const std::string& file) {
     for (int i = 0; i < count; ++i) {
         Stopwatch waiting;
         const UploadResult result = loadSlot(
-            1, file, {.arming = Arming::beforeRequest, .confirmationPolls = 5000}, waiting);
+            1, {file}, {.arming = Arming::withLastFrame, .confirmationPolls = 5000}, waiting);
         const auto uploads = pedal.takeUploads();
         if (result.end != UploadEnd::confirmed || uploads.size() != 1 || !waiting.requested)
             fail("an upload went wrong");

@@ -105,15 +105,15 @@ ExitStatus SlotCommand::loadIntoSlot(const std::string& file, bool clearing) {
         return connected;
 
     const UploadOptions options = {
-        .arming = Arming::beforeRequest,
+        .arming = Arming::withLastFrame,
         .confirmationPolls = static_cast<std::uint32_t>(confirmTimeout_ * (1s / pollInterval))};
     UploadResult result{};
     {
         UploadProgress progress(session, "User " + std::to_string(slot_));
         result = clearing ? clearSlot(slot_, bundlePath(), options, progress)
-                          : loadSlot(slot_, file, options, progress);
+                          : loadSlot(slot_, {.path = file}, options, progress);
     }
-    if (!result.whyRefused.empty()) // it changed since it was checked
+    if (isRefused(result.end)) // it changed since it was checked
         return refuse(file, result.whyRefused);
     return tellEnd(result.end, slot_, session);
 }

@@ -75,7 +75,6 @@ void Alldata_ReveiveData(const std::uint8_t* payload) {
 
 void ImportIRSuccess_ReveiveData(const std::uint8_t* /*payload*/) {
     CheckMCUInportIR_Finish = 0;
-    confirmedSinceLastFrame = 1;
 }
 
 void AllPreset_SendData() {
@@ -95,7 +94,8 @@ void IMPORTIR_SendData() {
             step = current + 1;
         } else if (current + 1 == uploadFrameCount) {
             step = 0;
-            confirmedSinceLastFrame = 0; // what has come so far confirmed something else
+            if (armWithLastFrame == 1)
+                CheckMCUInportIR_Finish = 1;
             isInportIR.store(0, std::memory_order_release);
         }
     }

@@ -25,7 +25,7 @@ void CMD_Callback(const std::uint8_t* frame);
 /// shorter frame's missing bytes are whatever FrameBuffer still holds.
 void Alldata_ReveiveData(const std::uint8_t* payload);
 
-/// Clears CheckMCUInportIR_Finish, sets confirmedSinceLastFrame; the payload is not read.
+/// Clears CheckMCUInportIR_Finish; the payload is not read.
 void ImportIRSuccess_ReveiveData(const std::uint8_t* payload);
 
 /// The builders fill length and payload of DataBuff and leave L in datelen, or 0 when there is
@@ -35,7 +35,7 @@ void ImportIRSuccess_ReveiveData(const std::uint8_t* payload);
 void AllPreset_SendData();
 
 /// While isInportIR is 1: the frame of the current upload step, and on to the next. The seventh
-/// clears isInportIR and, before that, confirmedSinceLastFrame.
+/// clears isInportIR and, if armWithLastFrame is 1, sets CheckMCUInportIR_Finish before that.
 void IMPORTIR_SendData();
 
 /// While iSReset is 1: a frame without payload. Nothing schedules it.

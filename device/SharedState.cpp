@@ -26,11 +26,11 @@ std::atomic<std::uint32_t> step{0};
 
 std::atomic<std::uint8_t> isInportIR{0};
 std::atomic<std::uint32_t> CheckMCUInportIR_Finish{0};
-std::atomic<std::uint8_t> confirmedSinceLastFrame{0};
 std::atomic<std::uint32_t> IR_InportNumber{0};
 std::array<std::uint32_t, 1024> irdatabuff{};
 std::array<std::uint8_t, 20> SendFileName{};
 std::uint8_t SendisInternalIR = 0;
+std::uint8_t armWithLastFrame = 0;
 
 SlotTexts IRNameArr;
 std::array<std::atomic<std::uint8_t>, slotCount> isInternalIRArray{1, 1, 1, 1};
@@ -65,11 +65,11 @@ void resetSharedState() {
 
     isInportIR = 0;
     CheckMCUInportIR_Finish = 0;
-    confirmedSinceLastFrame = 0;
     IR_InportNumber = 0;
     irdatabuff.fill(0);
     SendFileName.fill(0);
     SendisInternalIR = 0;
+    armWithLastFrame = 0;
 
     IRNameArr.clear();
     for (auto& flag : isInternalIRArray)

@@ -3,8 +3,9 @@
 // There are two threads. The device thread receives, sends and owns all that is not marked; the
 // main thread stages an upload and polls for its end. A value that both touch is an atomic, has a
 // lock inside, or is published by isInportIR: the main thread fills irdatabuff, SendFileName and
-// SendisInternalIR, then stores 1 into isInportIR (release); the device thread reads the flag
-// (acquire) before it reads them; the main thread leaves them alone until it reads 0 again.
+// SendisInternalIR and armWithLastFrame, then stores 1 into isInportIR (release); the device thread
+// reads the flag (acquire) before it reads them; the main thread leaves them alone until it reads 0
+// again.
 #pragma once
 
 #include "device/Frame.h"
@@ -47,14 +48,14 @@ extern std::atomic<std::uint32_t> step; ///< upload step 0 to 6; main reads it f
 
 extern std::atomic<std::uint8_t> isInportIR; ///< main writes 1: upload; device 0: all frames built
 extern std::atomic<std::uint32_t>
-    CheckMCUInportIR_Finish; ///< main writes 1: waiting; device 0: confirmed
-extern std::atomic<std::uint8_t>
-    confirmedSinceLastFrame; ///< the device thread's alone; 0: the last upload is not confirmed yet
+    CheckMCUInportIR_Finish; ///< 1: waiting for the confirmation; device writes 0: confirmed
 extern std::atomic<std::uint32_t> IR_InportNumber; ///< target slot, 1 to 4; the low byte is sent
 extern std::array<std::uint32_t, 1024>
     irdatabuff;                                   ///< the IR: 24-bit samples in the low three bytes
 extern std::array<std::uint8_t, 20> SendFileName; ///< the IR's name; bytes 0 to 14 are sent
 extern std::uint8_t SendisInternalIR;             ///< 1: the IR being sent is a factory IR
+extern std::uint8_t
+    armWithLastFrame; ///< 1: the device thread sets CheckMCUInportIR_Finish with the last frame
 
 // --- What the slots hold: written by both, index 0 to 3 ------------------------------------------
 

@@ -17,7 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto pollInterval = 1s;
 constexpr auto refreshInterval = 40ms; // an upload frame leaves every 20 ms
 
 // What a person does, as it reaches a widget. A window hands these on to its widgets, where they
@@ -63,7 +62,7 @@ BusyWait::~BusyWait() {
 
 bool BusyWait::waitForUpload() {
     showProgress();
-    pause_(pollInterval);
+    pause_(pollPeriod);
     return true;
 }
 
@@ -73,7 +72,7 @@ bool BusyWait::waitForConfirmation(std::uint32_t poll) {
         std::fflush(stdout);
     }
     showProgress();
-    pause_(pollInterval);
+    pause_(pollPeriod);
     return true;
 }
 

@@ -88,9 +88,9 @@ void RootViewController::panelClosed(std::int64_t index, int answer, const QStri
 void RootViewController::importFile(std::int64_t index, const QString& path) {
     const UploadResult result = uploadSlot(
         index, BusyWait::Counter::aloud, [&](const UploadOptions& options, UploadWait& waiting) {
-            return loadSlot(importNumber(index), path.toStdString(), options, waiting);
+            return loadSlot(importNumber(index), {.path = path.toStdString()}, options, waiting);
         });
-    if (!result.whyRefused.empty()) {
+    if (isRefused(result.end)) {
         refuse(QFileInfo(path).fileName(), result.whyRefused);
         alterIRError("File Error!! Please check the file or file name for errors.");
         return;
@@ -115,7 +115,7 @@ void RootViewController::delIR(std::int64_t index) {
         index, BusyWait::Counter::silent, [&](const UploadOptions& options, UploadWait& waiting) {
             return clearSlot(importNumber(index), surroundings_.bundle, options, waiting);
         });
-    if (!result.whyRefused.empty()) {
+    if (isRefused(result.end)) {
         refuse("The blank IR " + QString::fromStdString(blankIRPath(surroundings_.bundle)),
                result.whyRefused);
         // Samples that cannot be used are no reason for a sheet here, on purpose.

@@ -7,49 +7,44 @@ namespace cabslot {
 
 namespace {
 
-// True when the device thread has built the last frame; false when the upload was given up.
-bool waitUntilUploaded(UploadWait& waiting) {
+// False when the upload was given up.
+bool waitUntilUploaded(UploadWait& wait) {
     while (isInportIR.load(std::memory_order_acquire) == 1) {
-        if (!waiting.waitForUpload())
+        if (!wait.waitForUpload())
             return false;
     }
     return true;
 }
 
-bool isConfirmed(Arming arming) {
-    return arming == Arming::beforeRequest ? confirmedSinceLastFrame == 1
-                                           : CheckMCUInportIR_Finish != 1;
-}
-
-UploadEnd waitUntilConfirmed(const UploadOptions& options, UploadWait& waiting) {
-    for (std::uint32_t poll = 0; !isConfirmed(options.arming); ++poll) {
-        if (poll == options.confirmationPolls)
+UploadEnd waitUntilConfirmed(std::uint32_t polls, UploadWait& wait) {
+    for (std::uint32_t poll = 0; CheckMCUInportIR_Finish == 1; ++poll) {
+        if (poll == polls)
             return UploadEnd::notConfirmed;
-        if (!waiting.waitForConfirmation(poll))
+        if (!wait.waitForConfirmation(poll))
             return UploadEnd::givenUp;
     }
     return UploadEnd::confirmed;
 }
 
-UploadEnd upload(const UploadOptions& options, UploadWait& waiting) {
-    if (options.arming == Arming::beforeRequest)
-        CheckMCUInportIR_Finish = 1;
+UploadEnd upload(const UploadOptions& options, UploadWait& wait) {
+    armWithLastFrame = options.arming == Arming::withLastFrame ? 1 : 0;
     isInportIR.store(1, std::memory_order_release);
-    if (!waitUntilUploaded(waiting))
+    if (!waitUntilUploaded(wait))
         return UploadEnd::givenUp;
     if (options.arming == Arming::afterUpload)
         CheckMCUInportIR_Finish = 1;
-    return waitUntilConfirmed(options, waiting);
+    return waitUntilConfirmed(options.confirmationPolls, wait);
 }
 
 enum class Name { ofFile, ofSlot };
 
-UploadResult uploadSlot(std::uint32_t slot, const std::string& path, Name name,
-                        const UploadOptions& options, UploadWait& waiting) {
+UploadResult uploadSlot(std::uint32_t slot, const IRSource& source, Name name,
+                        const UploadOptions& options, UploadWait& wait) {
     const std::int64_t index = std::int64_t{slot} - 1;
     IR_InportNumber = slot;
     QNIRFile file;
-    if (!file.OpenFilePath(path))
+    if (!(source.bytes.empty() ? file.OpenFilePath(source.path)
+                               : file.openBytes(source.bytes, source.path)))
         return {UploadEnd::fileRefused, file.whyRefused()};
     if (!file.setIrdataBuff())
         return {UploadEnd::samplesRefused, file.whyRefused()};
@@ -57,10 +52,10 @@ UploadResult uploadSlot(std::uint32_t slot, const std::string& path, Name name,
         file.copyIRName(index);
     else
         QNIRFile::nullIRName(index);
-    const UploadEnd end = upload(options, waiting);
-    // Without a confirmation the slot is recorded all the same, on purpose.
+    const UploadEnd end = upload(options, wait);
     if (end == UploadEnd::givenUp)
         return {end, {}};
+    // Also without a confirmation: the pedal may have stored the IR all the same.
     file.sendIsInternalIR(index);
     if (options.recorded)
         options.recorded(file);
@@ -69,9 +64,9 @@ UploadResult uploadSlot(std::uint32_t slot, const std::string& path, Name name,
 
 } // namespace
 
-UploadResult loadSlot(std::uint32_t slot, const std::string& path, const UploadOptions& options,
-                      UploadWait& waiting) {
-    return uploadSlot(slot, path, Name::ofFile, options, waiting);
+UploadResult loadSlot(std::uint32_t slot, const IRSource& source, const UploadOptions& options,
+                      UploadWait& wait) {
+    return uploadSlot(slot, source, Name::ofFile, options, wait);
 }
 
 std::string blankIRPath(const std::string& bundlePath) {
@@ -79,8 +74,8 @@ std::string blankIRPath(const std::string& bundlePath) {
 }
 
 UploadResult clearSlot(std::uint32_t slot, const std::string& bundlePath,
-                       const UploadOptions& options, UploadWait& waiting) {
-    return uploadSlot(slot, blankIRPath(bundlePath), Name::ofSlot, options, waiting);
+                       const UploadOptions& options, UploadWait& wait) {
+    return uploadSlot(slot, {.path = blankIRPath(bundlePath)}, Name::ofSlot, options, wait);
 }
 
 } // namespace cabslot

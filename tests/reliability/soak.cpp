@@ -156,8 +156,10 @@ private:
         const std::string path = folder_.write("Soak.wav", randomFile(random_));
         const auto slot = static_cast<std::size_t>(random_.number(0, slotCount - 1));
         Waiting waiting;
-        const UploadOptions options{.arming = Arming::beforeRequest, .confirmationPolls = UINT32_MAX};
-        const auto end = loadSlot(static_cast<std::uint32_t>(slot + 1), path, options, waiting).end;
+        const UploadOptions options{.arming = Arming::withLastFrame,
+                                    .confirmationPolls = UINT32_MAX};
+        const auto end =
+            loadSlot(static_cast<std::uint32_t>(slot + 1), {path}, options, waiting).end;
         expected_[slot] = blockOf(path);
         ++uploads_;
         if (end != UploadEnd::confirmed || !allAsExpected())

@@ -1,4 +1,4 @@
-// One slot's road with no thread and no time: each wait runs scheduler ticks instead.
+// A slot's upload without a thread: each wait runs scheduler ticks instead.
 #include "tests/device/FakePedal.h"
 #include "tests/irfile/WavBuilder.h"
 
@@ -66,7 +66,7 @@ TEST_F(SlotUpload, LoadsConfirmsAndRecords) {
         if (poll == 2)
             Ticking::confirm();
     };
-    EXPECT_EQ(loadSlot(3, wav(), {}, waiting).end, UploadEnd::confirmed);
+    EXPECT_EQ(loadSlot(3, {wav()}, {}, waiting).end, UploadEnd::confirmed);
     EXPECT_EQ(waiting.uploadPolls, 7U);
     EXPECT_EQ(waiting.confirmationPolls, 3U);
     EXPECT_FALSE(waiting.armedDuringUpload);
@@ -85,50 +85,59 @@ TEST_F(SlotUpload, APedalThatConfirmsAtOnceIsMissedUnlessTheWaitWasArmedBefore) 
     int told = 0;
     const UploadOptions options = {.arming = Arming::afterUpload,
                                    .recorded = [&](const QNIRFile&) { ++told; }};
-    EXPECT_EQ(loadSlot(1, wav(), options, waiting).end, UploadEnd::notConfirmed);
+    EXPECT_EQ(loadSlot(1, {wav()}, options, waiting).end, UploadEnd::notConfirmed);
     EXPECT_EQ(told, 1);
     EXPECT_EQ(waiting.confirmationPolls, 600U);
     EXPECT_EQ(CheckMCUInportIR_Finish, 1U) << "a late confirmation would still clear it";
-    EXPECT_EQ(isInternalIRArray[0], 0) << "recorded as if confirmed, on purpose";
+    EXPECT_EQ(isInternalIRArray[0], 0) << "recorded as if confirmed";
 
     Ticking again;
     again.afterLastFrame = Ticking::confirm;
-    EXPECT_EQ(loadSlot(1, wav(), {.arming = Arming::beforeRequest}, again).end,
+    EXPECT_EQ(loadSlot(1, {wav()}, {.arming = Arming::withLastFrame}, again).end,
               UploadEnd::confirmed);
-    EXPECT_TRUE(again.armedDuringUpload);
     EXPECT_EQ(again.confirmationPolls, 0U);
 }
 
 TEST_F(SlotUpload, AConfirmationThatComesBeforeTheLastFrameIsNotThisUploads) {
     waiting.duringUpload = Ticking::confirm;
     EXPECT_EQ(
-        loadSlot(1, wav(), {.arming = Arming::beforeRequest, .confirmationPolls = 3}, waiting).end,
+        loadSlot(1, {wav()}, {.arming = Arming::withLastFrame, .confirmationPolls = 3}, waiting)
+            .end,
         UploadEnd::notConfirmed);
+}
+
+TEST_F(SlotUpload, TakesAFileFromMemoryUnderTheNameOfItsPath) {
+    waiting.duringConfirmation = [](std::uint32_t) { Ticking::confirm(); };
+    const std::string wav = WavBuilder{}.add(3).bytes();
+    const IRSource source = {.path = "Prepared.wav", .bytes = {wav.begin(), wav.end()}};
+    EXPECT_EQ(loadSlot(2, source, {}, waiting).end, UploadEnd::confirmed);
+    EXPECT_EQ(irdatabuff[0], 0x300U);
+    EXPECT_EQ(IRNameArr.at(1), "Prepared      ");
 }
 
 TEST_F(SlotUpload, GivingUpRecordsNothing) {
     waiting.giveUpAtConfirmationPoll = 5;
     const UploadOptions options = {.recorded = [](const QNIRFile&) { ADD_FAILURE(); }};
-    EXPECT_EQ(loadSlot(2, wav(), options, waiting).end, UploadEnd::givenUp);
+    EXPECT_EQ(loadSlot(2, {wav()}, options, waiting).end, UploadEnd::givenUp);
     EXPECT_EQ(waiting.confirmationPolls, 5U);
     EXPECT_EQ(isInternalIRArray[1], 1);
 
     Ticking early;
     early.giveUpAtUploadPoll = 3;
-    EXPECT_EQ(loadSlot(2, wav(), {}, early).end, UploadEnd::givenUp);
+    EXPECT_EQ(loadSlot(2, {wav()}, {}, early).end, UploadEnd::givenUp);
     EXPECT_EQ(early.confirmationPolls, 0U);
-    EXPECT_EQ(CheckMCUInportIR_Finish, 1U) << "left by the first road, not set by the second";
+    EXPECT_EQ(CheckMCUInportIR_Finish, 1U) << "left by the first upload, not set by the second";
 }
 
 TEST_F(SlotUpload, ARefusedFileSendsNothing) {
     const std::string text = folder.write("Text.wav", "no WAV file, but long enough to be one");
-    const UploadResult refused = loadSlot(2, text, {}, waiting);
+    const UploadResult refused = loadSlot(2, {text}, {}, waiting);
     EXPECT_EQ(refused.end, UploadEnd::fileRefused);
     EXPECT_NE(refused.whyRefused.find("not a WAV file"), std::string::npos);
     EXPECT_EQ(IR_InportNumber, 2U) << "set before the file is looked at";
 
     const std::string slow = folder.write("Slow.wav", WavBuilder{.rate = 22050}.add(1).bytes());
-    EXPECT_EQ(loadSlot(2, slow, {}, waiting).end, UploadEnd::samplesRefused);
+    EXPECT_EQ(loadSlot(2, {slow}, {}, waiting).end, UploadEnd::samplesRefused);
     EXPECT_EQ(isInportIR, 0);
     EXPECT_EQ(IRNameArr.at(1), "old");
     EXPECT_EQ(waiting.uploadPolls, 0U);
