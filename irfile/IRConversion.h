@@ -6,6 +6,8 @@
 // The routines work on the two process-wide buffers below: main thread, one conversion at a time.
 #pragma once
 
+#include "base/Pedal.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -14,8 +16,7 @@
 
 namespace cabslot {
 
-inline constexpr std::size_t irPointCount = 1024; ///< points of an IR at 44.1 kHz
-inline constexpr std::size_t irWorkCount = 2240;  ///< the most points that any rate is read for
+inline constexpr std::size_t irWorkCount = 2240; ///< the most points that any rate is read for
 
 extern std::array<float, irWorkCount> EnterBufferF; ///< the resampler's input
 extern std::array<float, irPointCount> ResampOut;   ///< the resampler's output

@@ -5,8 +5,8 @@
 #include "cli/OutputFile.h"
 #include "irfile/QNIRFile.h"
 #include "platform/SocketHIDManager.h"
-#include "simulator/ListeningSocket.h"
-#include "simulator/PedalStore.h"
+#include "simulator/pedal/PedalStore.h"
+#include "simulator/server/ListeningSocket.h"
 
 #include <sys/stat.h>
 

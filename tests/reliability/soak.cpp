@@ -12,7 +12,7 @@
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
 #include "platform/SocketHIDManager.h"
-#include "simulator/PedalServer.h"
+#include "simulator/server/PedalServer.h"
 #include "upload/SlotUpload.h"
 
 #include <cstdio>

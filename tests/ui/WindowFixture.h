@@ -6,7 +6,7 @@
 
 #include "device/SharedState.h"
 #include "platform/SocketHIDManager.h"
-#include "simulator/PedalServer.h"
+#include "simulator/server/PedalServer.h"
 #include "ui/AppDelegate.h"
 
 #include <gtest/gtest.h>
