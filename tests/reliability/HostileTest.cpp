@@ -1,6 +1,6 @@
 // Files, folders and sockets that are not what they should be: a clear word, a status, and nothing
 // that hangs or is left behind.
-#include "tests/cli/Programs.h"
+#include "tests/support/Programs.h"
 
 #include "cli/OutputFile.h"
 #include "irfile/QNIRFile.h"

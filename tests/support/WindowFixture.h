@@ -2,7 +2,7 @@
 // presses buttons, answers panels and alerts, and reads what is shown.
 #pragma once
 
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/WavBuilder.h"
 
 #include "device/SharedState.h"
 #include "platform/SocketHIDManager.h"
