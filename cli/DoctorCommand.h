@@ -2,14 +2,15 @@
 #pragma once
 
 #include "cli/Command.h"
+#include "cli/PedalSession.h"
 
 namespace cabslot {
 
-/// Looks at USB whatever --pedal says; talks to no pedal. The answer goes to standard output.
-/// `done` when a pedal can be used, else `noPedal`.
+/// Looks at USB whatever --pedal says and talks to no pedal. Ends with `done` when a pedal can be
+/// used, else with `noPedal`.
 class DoctorCommand final : public Command {
 public:
-    explicit DoctorCommand(CLI::App& app);
+    DoctorCommand(CLI::App& app, PedalOptions& pedal);
     ExitStatus run() override;
 
 private:
