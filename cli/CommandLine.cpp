@@ -1,5 +1,6 @@
 #include "cli/CommandLine.h"
 
+#include "cli/AuditionCommand.h"
 #include "cli/ClearCommand.h"
 #include "cli/Console.h"
 #include "cli/DoctorCommand.h"
@@ -16,6 +17,7 @@
 #include <iostream>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace cabslot {
@@ -28,7 +30,7 @@ constexpr const char* description =
 constexpr const char* footer = R"(Exit status:
   0    done, and confirmed by the pedal
   1    the file was refused
-  2    wrong usage, or an output file cannot be written
+  2    wrong usage, an output file cannot be written, or no sound device
   3    no pedal, or it was lost
   4    the pedal did not answer or confirm in time
   130  interrupted
@@ -39,6 +41,7 @@ Examples:
   cabslotctl clear 2
   cabslotctl inspect Cab.wav --json
   cabslotctl inspect Cab.wav --plot Cab.svg
+  cabslotctl audition Cab.wav --dry driven
   cabslotctl preset show Live.preset
   cabslotctl doctor)";
 
@@ -57,13 +60,16 @@ using CommandMaker = std::unique_ptr<Command> (*)(CLI::App& app, PedalOptions& p
 
 template<typename T>
 std::unique_ptr<Command> make(CLI::App& app, PedalOptions& pedal) {
-    return std::make_unique<T>(app, pedal);
+    if constexpr (std::is_constructible_v<T, CLI::App&, PedalOptions&>)
+        return std::make_unique<T>(app, pedal);
+    else
+        return std::make_unique<T>(app); // it needs no pedal
 }
 
 // In the order of the help.
 constexpr CommandMaker commandTable[] = {
-    make<ListCommand>,    make<LoadCommand>,   make<ClearCommand>,
-    make<InspectCommand>, make<PresetCommand>, make<DoctorCommand>,
+    make<ListCommand>,     make<LoadCommand>,   make<ClearCommand>,  make<InspectCommand>,
+    make<AuditionCommand>, make<PresetCommand>, make<DoctorCommand>,
 };
 
 ExitStatus runGiven(const std::vector<std::unique_ptr<Command>>& commands) {

@@ -48,7 +48,7 @@ void printLines(const UsbVerdict& verdict) {
 
 } // namespace
 
-DoctorCommand::DoctorCommand(CLI::App& app, PedalOptions& /*pedal*/)
+DoctorCommand::DoctorCommand(CLI::App& app)
     : Command(app, "doctor", "Look for the pedal on USB and say what to do if it cannot be used") {
     addJson(json_);
 }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "cli/PedalSession.h"
 
 namespace cabslot {
 
@@ -10,7 +9,7 @@ namespace cabslot {
 /// used, else with `noPedal`.
 class DoctorCommand final : public Command {
 public:
-    DoctorCommand(CLI::App& app, PedalOptions& pedal);
+    explicit DoctorCommand(CLI::App& app);
     ExitStatus run() override;
 
 private:

@@ -88,7 +88,7 @@ std::vector<std::uint8_t> littleEndianWords(const Block& block) {
 
 } // namespace
 
-InspectCommand::InspectCommand(CLI::App& app, PedalOptions& /*pedal*/)
+InspectCommand::InspectCommand(CLI::App& app)
     : Command(
           app, "inspect",
           "Show what a file would put into the pedal, and what is odd about it; needs no pedal") {

@@ -3,7 +3,6 @@
 
 #include "analysis/IRSummary.h"
 #include "cli/Command.h"
-#include "cli/PedalSession.h"
 
 #include <string>
 
@@ -11,7 +10,7 @@ namespace cabslot {
 
 class InspectCommand final : public Command {
 public:
-    InspectCommand(CLI::App& app, PedalOptions& pedal);
+    explicit InspectCommand(CLI::App& app);
     ExitStatus run() override;
 
 private:

@@ -173,7 +173,7 @@ constexpr CommandMaker commandTable[] = {
 
 } // namespace
 
-PresetCommand::PresetCommand(CLI::App& app, PedalOptions& /*pedal*/)
+PresetCommand::PresetCommand(CLI::App& app)
     : Command(app, "preset", "Show, check and make preset files; needs no pedal") {
     CLI::App& own = subcommand();
     own.require_subcommand(1);

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "cli/PedalSession.h"
 
 #include <memory>
 #include <vector>
@@ -12,7 +11,7 @@ namespace cabslot {
 
 class PresetCommand final : public Command {
 public:
-    PresetCommand(CLI::App& app, PedalOptions& pedal);
+    explicit PresetCommand(CLI::App& app);
     ExitStatus run() override;
 
 private:
