@@ -1,8 +1,8 @@
 #include "irfile/QNIRFile.h"
 
+#include "base/Files.h"
 #include "device/SharedState.h"
 #include "irfile/FactoryNames.h"
-#include "irfile/FileBytes.h"
 #include "irfile/NameFromPath.h"
 
 #include <algorithm>
