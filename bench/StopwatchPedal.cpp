@@ -1,6 +1,6 @@
 #include "bench/StopwatchPedal.h"
 
-#include "simulator/SimulatedPedal.h"
+#include "simulator/pedal/SimulatedPedal.h"
 
 #include <fcntl.h>
 #include <sys/socket.h>

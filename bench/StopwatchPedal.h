@@ -2,7 +2,7 @@
 #pragma once
 
 #include "simulator/FileDescriptor.h"
-#include "simulator/PedalStore.h"
+#include "simulator/pedal/PedalStore.h"
 
 #include <chrono>
 #include <cstddef>

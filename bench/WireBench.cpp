@@ -10,7 +10,7 @@
 #include "device/DeviceCommands.h"
 #include "device/HIDClass.h"
 #include "platform/SocketHIDManager.h"
-#include "simulator/ListeningSocket.h"
+#include "simulator/server/ListeningSocket.h"
 #include "upload/SlotUpload.h"
 
 #include <spawn.h>

@@ -10,12 +10,10 @@ namespace {
 // The all-data payload; the bytes between these fields are not read.
 constexpr std::size_t slotFlagOffset = 2;
 constexpr std::size_t firstNameOffset = 14;
-constexpr std::size_t nameSize = 16;
-static_assert(firstNameOffset + slotCount * nameSize <= maxFrameSize - framePayloadOffset);
+static_assert(firstNameOffset + slotCount * slotNameSize <= maxFrameSize - framePayloadOffset);
 
 constexpr std::int32_t nothingAppended = framePayloadOffset;
-constexpr std::size_t sentNameSize = 15;
-constexpr std::size_t halfBlock = 512; // samples whose one byte plane fills a frame
+constexpr std::size_t halfBlock = irPointCount / 2; // samples whose one byte plane fills a frame
 
 void storeLength() {
     DataBuff[frameLengthOffset] = static_cast<std::uint8_t>(datelen);
@@ -68,7 +66,7 @@ void Alldata_ReveiveData(const std::uint8_t* payload) {
     for (std::size_t i = 0; i < slotCount; ++i) {
         isInternalIRArray[i] = flag != 0 ? 1 : 0;
         isInternalIRArray2.setCharacters(i, {&flag, 1}); // the flag's code itself, not its digit
-        IRNameArr.setName(i, {payload + firstNameOffset + i * nameSize, nameSize});
+        IRNameArr.setName(i, {payload + firstNameOffset + i * slotNameSize, slotNameSize});
     }
     raiseDeviceEvent(deviceDataReceived);
 }

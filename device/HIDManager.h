@@ -7,6 +7,8 @@
 // Thread: after construction every call is made on the device thread, except whyNoDevice().
 #pragma once
 
+#include "base/Pedal.h"
+
 #include <array>
 #include <chrono>
 #include <cstddef>
@@ -49,7 +51,7 @@ struct HIDMatching {
 
 /// The pedal's.
 inline constexpr HIDMatching pedalMatching = {
-    .VendorID = 0x0483, .ProductID = 0x5703, .VersionNumber = 0x00C8};
+    .VendorID = pedalVendor, .ProductID = pedalProduct, .VersionNumber = pedalRelease};
 
 enum class HIDReportType { input, output };
 

@@ -8,6 +8,7 @@
 // again.
 #pragma once
 
+#include "base/Pedal.h"
 #include "device/Frame.h"
 #include "device/HIDManager.h"
 #include "device/SlotTexts.h"
@@ -50,7 +51,7 @@ extern std::atomic<std::uint8_t> isInportIR; ///< main writes 1: upload; device 
 extern std::atomic<std::uint32_t>
     CheckMCUInportIR_Finish; ///< 1: waiting for the confirmation; device writes 0: confirmed
 extern std::atomic<std::uint32_t> IR_InportNumber; ///< target slot, 1 to 4; the low byte is sent
-extern std::array<std::uint32_t, 1024>
+extern std::array<std::uint32_t, irPointCount>
     irdatabuff;                                   ///< the IR: 24-bit samples in the low three bytes
 extern std::array<std::uint8_t, 20> SendFileName; ///< the IR's name; bytes 0 to 14 are sent
 extern std::uint8_t SendisInternalIR;             ///< 1: the IR being sent is a factory IR

@@ -1,6 +1,8 @@
 // An array of up to four short texts, one a slot, that two threads may read and write.
 #pragma once
 
+#include "base/Pedal.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -10,14 +12,11 @@
 
 namespace cabslot {
 
-/// The user slots "User 1" to "User 4"; their indices are 0 to 3.
-inline constexpr std::size_t slotCount = 4;
-
 /// A growing array of UTF-8 texts with a lock inside: readers get copies, writers replace whole
 /// entries and allocate nothing. It holds up to four texts of up to 16 characters each.
 class SlotTexts {
 public:
-    static constexpr std::size_t maxCharacters = 16;
+    static constexpr std::size_t maxCharacters = slotNameSize;
 
     void clear();
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "fuzz/Fuzzing.h"
-#include "simulator/PedalStore.h"
+#include "simulator/pedal/PedalStore.h"
 
 #include <array>
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace cabslot::fuzz {
 struct StoredImports {
     std::size_t count = 0; ///< finished imports, into whichever slot
     /// The payloads of each slot's last seven frames; none: nothing was imported into it.
-    std::array<std::vector<Bytes>, simulator::slotCount> slots;
+    std::array<std::vector<Bytes>, slotCount> slots;
 };
 
 /// Seven import frames on end, steps 0 to 6, of one slot and one flag, each of the right size. Any

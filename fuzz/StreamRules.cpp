@@ -1,6 +1,6 @@
 #include "fuzz/StreamRules.h"
 
-#include "simulator/PedalFrames.h"
+#include "simulator/pedal/PedalFrames.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "fuzz/StreamScript.h"
 
-#include "simulator/PedalFrames.h"
+#include "simulator/pedal/PedalFrames.h"
 
 namespace cabslot::fuzz {
 

@@ -5,7 +5,7 @@
 #include "fuzz/ImportRules.h"
 #include "fuzz/StreamRules.h"
 #include "fuzz/StreamScript.h"
-#include "simulator/SimulatedPedal.h"
+#include "simulator/pedal/SimulatedPedal.h"
 #include "tests/support/Files.h"
 
 namespace cabslot::fuzz {
@@ -162,7 +162,7 @@ void demandPedalInOrder(View stream, Pieces pieces, std::uint8_t faults) {
     }
     pedal.wait(4);
     pedal.demandReplies(imports.count, canStore);
-    for (std::size_t i = 0; i < simulator::slotCount; ++i) {
+    for (std::size_t i = 0; i < slotCount; ++i) {
         demand(!canStore || imports.slots[i].empty() || holds(store.slot(i), imports.slots[i]),
                "a slot holds what its last import carried");
     }

@@ -7,6 +7,8 @@
 // looked at at once.
 #pragma once
 
+#include "base/Pedal.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -15,8 +17,7 @@
 
 namespace cabslot {
 
-inline constexpr std::size_t irPointCount = 1024; ///< points of an IR at 44.1 kHz
-inline constexpr std::size_t irWorkCount = 2240;  ///< the most points that any rate is read for
+inline constexpr std::size_t irWorkCount = 2240; ///< the most points that any rate is read for
 
 extern thread_local std::array<float, irWorkCount> EnterBufferF; ///< the resampler's input
 extern thread_local std::array<float, irPointCount> ResampOut;   ///< the resampler's output

@@ -20,7 +20,7 @@ namespace cabslot {
 
 class QNIRFile {
 public:
-    static constexpr std::size_t nameFieldSize = 15;
+    static constexpr std::size_t nameFieldSize = sentNameSize;
 
     QNIRFile();
     QNIRFile(const QNIRFile&) = delete;

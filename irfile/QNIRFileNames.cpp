@@ -13,8 +13,6 @@ namespace {
 constexpr std::size_t endOfName = QNIRFile::nameFieldSize;
 constexpr std::uint8_t blank = 0x20;
 
-constexpr std::string_view defaultName = "User ";
-
 /// Shows the name in SendFileName as that of `slot`.
 void showSentName(std::int64_t slot) {
     IRNameArr.setName(static_cast<std::size_t>(slot), {SendFileName.data(), endOfName});
@@ -28,9 +26,9 @@ void QNIRFile::copyIRName(std::int64_t slot) const {
 }
 
 void QNIRFile::nullIRName(std::int64_t slot) {
+    const std::string name = defaultSlotName(static_cast<std::size_t>(slot) + 1);
     SendFileName.fill(blank);
-    std::copy(defaultName.begin(), defaultName.end(), SendFileName.begin());
-    SendFileName[defaultName.size()] = static_cast<std::uint8_t>('1' + slot);
+    std::copy(name.begin(), name.end(), SendFileName.begin());
     SendFileName[endOfName] = 0;
     showSentName(slot);
 }

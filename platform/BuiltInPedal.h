@@ -4,7 +4,7 @@
 
 #include "device/HIDManager.h"
 #include "platform/SocketHIDManager.h"
-#include "simulator/PedalServer.h"
+#include "simulator/server/PedalServer.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 // cabslot-sim: a simulated pedal at a Unix socket or on a virtual USB port, for using and testing
 // Cabslot without hardware.
-#include "simulator/PedalServer.h"
-#include "simulator/UsbPedal.h"
+#include "simulator/server/PedalServer.h"
+#include "simulator/usb/UsbPedal.h"
 
 #include <CLI/CLI.hpp>
 

@@ -1,5 +1,5 @@
 // What is said of files whose faults are known.
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/WavBuilder.h"
 
 #include "analysis/IRSummary.h"
 

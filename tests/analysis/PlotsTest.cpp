@@ -1,5 +1,5 @@
 // The layout: labels that can be read, and a curve where the numbers say.
-#include "tests/analysis/Signals.h"
+#include "tests/support/Signals.h"
 
 #include "analysis/Plots.h"
 

@@ -1,5 +1,5 @@
 // Samples, envelope, level and response of signals whose answers theory gives.
-#include "tests/analysis/Signals.h"
+#include "tests/support/Signals.h"
 
 #include "analysis/Words.h"
 

@@ -1,5 +1,5 @@
 // cabslotctl preset: show, verify, new, export, import.
-#include "tests/cli/Programs.h"
+#include "tests/support/Programs.h"
 
 namespace cabslot::testing {
 namespace {

@@ -1,5 +1,5 @@
 // What a user does, and every way to get it wrong.
-#include "tests/cli/Programs.h"
+#include "tests/support/Programs.h"
 
 namespace cabslot::testing {
 namespace {

@@ -1,5 +1,5 @@
 // The handlers of received frames, the frame builders and the scheduler.
-#include "tests/device/FakePedal.h"
+#include "tests/support/FakePedal.h"
 
 #include "device/DeviceCommands.h"
 #include "device/DeviceObject.h"

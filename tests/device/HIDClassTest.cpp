@@ -1,5 +1,5 @@
 // The device link as a whole, on its thread, over a service under the test's hand.
-#include "tests/device/FakePedal.h"
+#include "tests/support/FakePedal.h"
 
 #include "device/HIDClass.h"
 #include "device/RepeatingTimer.h"

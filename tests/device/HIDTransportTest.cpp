@@ -1,5 +1,5 @@
 // Reports out, and the callbacks of the HID service.
-#include "tests/device/FakePedal.h"
+#include "tests/support/FakePedal.h"
 
 #include "device/DeviceObject.h"
 #include "device/HIDCallbacks.h"

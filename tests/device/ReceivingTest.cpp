@@ -1,5 +1,5 @@
 // The CRC, the ring buffer and the unpacker.
-#include "tests/device/FakePedal.h"
+#include "tests/support/FakePedal.h"
 
 #include "device/Crc16.h"
 #include "device/DataUnpacking.h"

@@ -4,7 +4,7 @@
 // after every step, and not from the code under test.
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/WavBuilder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Names and flags as they are sent and shown.
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/WavBuilder.h"
 
 #include <gtest/gtest.h>
 

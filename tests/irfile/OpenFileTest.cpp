@@ -1,7 +1,7 @@
 // What OpenFilePath takes, what it refuses, and in which words.
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/WavBuilder.h"
 
 #include <gtest/gtest.h>
 

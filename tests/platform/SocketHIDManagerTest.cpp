@@ -1,5 +1,5 @@
 // The HID service over sockets, and the trace around it, with the test at the pedal's end.
-#include "tests/platform/Journal.h"
+#include "tests/support/Journal.h"
 
 #include "platform/SocketHIDManager.h"
 #include "platform/TracingHIDManager.h"

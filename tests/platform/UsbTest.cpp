@@ -1,8 +1,8 @@
 // The HID service over USB: the unmodified hidapi on a mocked bus, with the test at the pedal's
 // end.
-#include "tests/device/FakePedal.h"
-#include "tests/platform/Journal.h"
 #include "tests/platform/MockedUsb.h"
+#include "tests/support/FakePedal.h"
+#include "tests/support/Journal.h"
 
 #include "cli/CommandLine.h"
 #include "device/HIDClass.h"

@@ -1,7 +1,7 @@
 // What the rows of the fault matrix do with a misbehaving pedal, and what they look at afterwards.
 #pragma once
 
-#include "tests/cli/Programs.h"
+#include "tests/support/Programs.h"
 
 #include <nlohmann/json.hpp>
 

@@ -2,7 +2,7 @@
 // takes at most, and what the pedal holds afterwards. The table stands in docs/reliability.md.
 #include "tests/reliability/FaultMatrix.h"
 
-#include "simulator/PedalOptions.h"
+#include "simulator/pedal/PedalOptions.h"
 
 #include <cstdio>
 #include <iterator>

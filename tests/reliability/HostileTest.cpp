@@ -1,12 +1,12 @@
 // Files, folders and sockets that are not what they should be: a clear word, a status, and nothing
 // that hangs or is left behind.
-#include "tests/cli/Programs.h"
+#include "tests/support/Programs.h"
 
 #include "cli/OutputFile.h"
 #include "irfile/QNIRFile.h"
 #include "platform/SocketHIDManager.h"
-#include "simulator/ListeningSocket.h"
-#include "simulator/PedalStore.h"
+#include "simulator/pedal/PedalStore.h"
+#include "simulator/server/ListeningSocket.h"
 
 #include <sys/stat.h>
 

@@ -6,13 +6,13 @@
 // Prints its figures. Status 0: no difference, no growth. The C library keeps small pieces of freed
 // memory in caches of every thread and counts them as used, so run it with
 // GLIBC_TUNABLES=glibc.malloc.tcache_count=0 as scripts/soak does.
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/WavBuilder.h"
 
 #include "device/HIDClass.h"
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
 #include "platform/SocketHIDManager.h"
-#include "simulator/PedalServer.h"
+#include "simulator/server/PedalServer.h"
 #include "upload/SlotUpload.h"
 
 #include <cstdio>

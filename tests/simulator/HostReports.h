@@ -1,8 +1,8 @@
 // What a host sends and reads, for the tests of the simulated pedal.
 #pragma once
 
-#include "simulator/PedalFrames.h"
-#include "simulator/PedalReplies.h"
+#include "simulator/pedal/PedalFrames.h"
+#include "simulator/pedal/PedalReplies.h"
 #include "tests/support/Files.h"
 
 #include <algorithm>

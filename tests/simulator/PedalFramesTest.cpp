@@ -1,4 +1,4 @@
-#include "simulator/PedalFrames.h"
+#include "simulator/pedal/PedalFrames.h"
 #include "tests/simulator/HostReports.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "simulator/PedalStore.h"
+#include "simulator/pedal/PedalStore.h"
 #include "tests/simulator/HostReports.h"
 
 #include <gtest/gtest.h>

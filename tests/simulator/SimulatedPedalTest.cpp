@@ -1,4 +1,4 @@
-#include "simulator/SimulatedPedal.h"
+#include "simulator/pedal/SimulatedPedal.h"
 #include "tests/simulator/HostReports.h"
 
 #include <gtest/gtest.h>

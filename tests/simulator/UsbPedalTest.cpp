@@ -1,4 +1,4 @@
-#include "simulator/UsbPedal.h"
+#include "simulator/usb/UsbPedal.h"
 #include "tests/simulator/HostReports.h"
 
 #include <gtest/gtest.h>

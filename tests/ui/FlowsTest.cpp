@@ -1,5 +1,5 @@
 // The import and the delete flow, from the button to the label.
-#include "tests/ui/WindowFixture.h"
+#include "tests/support/WindowFixture.h"
 
 #include "ui/IRWindow.h"
 #include "ui/SlotPicture.h"

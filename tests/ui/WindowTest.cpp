@@ -1,5 +1,5 @@
 // The shell, and the reaction to the device link's events.
-#include "tests/ui/WindowFixture.h"
+#include "tests/support/WindowFixture.h"
 
 #include <QSet>
 

@@ -1,6 +1,6 @@
 // A slot's upload without a thread: each wait runs scheduler ticks instead.
-#include "tests/device/FakePedal.h"
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/FakePedal.h"
+#include "tests/support/WavBuilder.h"
 
 #include "device/DeviceCommands.h"
 #include "device/SendScheduler.h"

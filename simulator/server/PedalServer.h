@@ -6,8 +6,8 @@
 #pragma once
 
 #include "simulator/FileDescriptor.h"
-#include "simulator/ListeningSocket.h"
-#include "simulator/SimulatedPedal.h"
+#include "simulator/pedal/SimulatedPedal.h"
+#include "simulator/server/ListeningSocket.h"
 
 #include <cstddef>
 #include <deque>

@@ -1,7 +1,7 @@
 // Runs the built programs as a user would: cabslotctl to its end, cabslot-sim beside it.
 #pragma once
 
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/WavBuilder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "simulator/SlotFile.h"
+#include "simulator/pedal/SlotFile.h"
 
 #include "simulator/FileDescriptor.h"
 
@@ -17,7 +17,7 @@ namespace cabslot::simulator {
 namespace {
 
 constexpr std::uint32_t sampleMask = 0xFFFFFF;
-constexpr std::size_t flagOffset = blockFileBytes + nameSize;
+constexpr std::size_t flagOffset = blockFileBytes + slotNameSize;
 
 using SlotBytes = std::array<std::uint8_t, slotFileBytes>;
 
@@ -34,7 +34,7 @@ PedalSlot fromBytes(const SlotBytes& bytes) {
     PedalSlot slot;
     for (std::size_t i = 0; i < blockFileBytes; ++i)
         slot.block[i / 4] |= (std::uint32_t{bytes[i]} << (8 * (i % 4))) & sampleMask;
-    std::copy_n(&bytes[blockFileBytes], nameSize, slot.name.begin());
+    std::copy_n(&bytes[blockFileBytes], slotNameSize, slot.name.begin());
     slot.factory = bytes[flagOffset] != 0;
     return slot;
 }

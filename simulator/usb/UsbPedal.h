@@ -7,7 +7,7 @@
 #pragma once
 
 #include "simulator/FileDescriptor.h"
-#include "simulator/UsbIp.h"
+#include "simulator/usb/UsbIp.h"
 
 #include <cstdint>
 #include <deque>

@@ -15,7 +15,7 @@
 // Data follow a submit that goes out, and the answer to one that comes in.
 #pragma once
 
-#include "simulator/UsbDescriptors.h"
+#include "simulator/usb/UsbDescriptors.h"
 
 #include <array>
 #include <cstddef>

@@ -2,11 +2,11 @@
 // presses buttons, answers panels and alerts, and reads what is shown.
 #pragma once
 
-#include "tests/irfile/WavBuilder.h"
+#include "tests/support/WavBuilder.h"
 
 #include "device/SharedState.h"
 #include "platform/SocketHIDManager.h"
-#include "simulator/PedalServer.h"
+#include "simulator/server/PedalServer.h"
 #include "ui/AppDelegate.h"
 
 #include <gtest/gtest.h>

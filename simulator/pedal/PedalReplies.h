@@ -3,8 +3,8 @@
 // Byte 0 of a report says how many stream bytes follow, 1 to 63; the bytes behind them are padding.
 #pragma once
 
-#include "simulator/PedalOptions.h"
-#include "simulator/PedalStore.h"
+#include "simulator/pedal/PedalOptions.h"
+#include "simulator/pedal/PedalStore.h"
 
 #include <array>
 #include <cstddef>

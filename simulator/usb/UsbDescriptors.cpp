@@ -1,4 +1,6 @@
-#include "simulator/UsbDescriptors.h"
+#include "simulator/usb/UsbDescriptors.h"
+
+#include "base/Pedal.h"
 
 #include <algorithm>
 #include <string_view>
@@ -9,16 +11,33 @@ namespace {
 
 // Two-byte fields are little-endian, as everywhere on USB.
 
+constexpr std::uint8_t low(std::uint16_t value) {
+    return static_cast<std::uint8_t>(value & 0xFF);
+}
+
+constexpr std::uint8_t high(std::uint16_t value) {
+    return static_cast<std::uint8_t>(value >> 8);
+}
+
 constexpr std::array<std::uint8_t, 18> deviceDescriptor{
-    18,   0x01,       // length, kind: device
-    0x00, 0x02,       // USB 2.0
-    0x00, 0x00, 0x00, // class, subclass, protocol: see the interface
-    64,               // largest packet of the control endpoint
-    0x83, 0x04,       // vendor 0x0483
-    0x03, 0x57,       // product 0x5703
-    0xC8, 0x00,       // release 0x00C8, which is not BCD
-    1,    2,    0,    // strings: maker, product, no serial number
-    1,                // configurations
+    18,
+    0x01, // length, kind: device
+    0x00,
+    0x02, // USB 2.0
+    0x00,
+    0x00,
+    0x00, // class, subclass, protocol: see the interface
+    64,   // largest packet of the control endpoint
+    low(pedalVendor),
+    high(pedalVendor),
+    low(pedalProduct),
+    high(pedalProduct),
+    low(pedalRelease),
+    high(pedalRelease),
+    1,
+    2,
+    0, // strings: maker, product, no serial number
+    1, // configurations
 };
 
 constexpr std::array<std::uint8_t, 25> reportDescriptor{

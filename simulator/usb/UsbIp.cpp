@@ -1,4 +1,4 @@
-#include "simulator/UsbIp.h"
+#include "simulator/usb/UsbIp.h"
 
 #include <algorithm>
 

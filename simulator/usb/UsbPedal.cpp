@@ -1,6 +1,6 @@
-#include "simulator/UsbPedal.h"
+#include "simulator/usb/UsbPedal.h"
 
-#include "simulator/PedalReplies.h"
+#include "simulator/pedal/PedalReplies.h"
 
 #include <algorithm>
 #include <array>

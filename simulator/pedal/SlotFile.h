@@ -8,6 +8,8 @@
 // The block comes first so that it can be compared, byte for byte, with a block written elsewhere.
 #pragma once
 
+#include "base/Pedal.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -16,14 +18,12 @@
 
 namespace cabslot::simulator {
 
-inline constexpr std::size_t blockSamples = 1024;
-inline constexpr std::size_t nameSize = 16;
-inline constexpr std::size_t blockFileBytes = 4 * blockSamples;
-inline constexpr std::size_t slotFileBytes = blockFileBytes + nameSize + 1;
+inline constexpr std::size_t blockFileBytes = 4 * irPointCount;
+inline constexpr std::size_t slotFileBytes = blockFileBytes + slotNameSize + 1;
 
 struct PedalSlot {
-    std::array<std::uint32_t, blockSamples> block{}; ///< 24-bit samples, the top byte is 0
-    std::array<std::uint8_t, nameSize> name{};       ///< as the pedal sends it, padding included
+    std::array<std::uint32_t, irPointCount> block{}; ///< 24-bit samples, the top byte is 0
+    std::array<std::uint8_t, slotNameSize> name{};   ///< as the pedal sends it, padding included
     bool factory = true;
 };
 

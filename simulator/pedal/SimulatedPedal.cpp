@@ -1,4 +1,4 @@
-#include "simulator/SimulatedPedal.h"
+#include "simulator/pedal/SimulatedPedal.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -20,14 +20,9 @@ constexpr std::size_t stepOffset = 0;
 constexpr std::size_t slotOffset = 1;
 constexpr std::size_t flagOffset = 2;
 constexpr std::size_t importDataOffset = 3;
-constexpr std::size_t importNameSize = 15;
-constexpr std::size_t planeSize = 512;
+constexpr std::size_t planeSize = irPointCount / 2;
 constexpr std::size_t planesPerHalf = 3;
 constexpr std::size_t lastStep = 6;
-
-std::string slotText(std::size_t number) {
-    return "User " + std::to_string(number);
-}
 
 std::string hexText(std::uint8_t byte) {
     char text[8];
@@ -95,7 +90,7 @@ std::string SimulatedPedal::whyNoImport(Bytes payload) const {
     if (payload.size() <= importDataOffset || payload[stepOffset] > lastStep)
         return "no such step";
     const std::size_t step = payload[stepOffset];
-    const std::size_t expected = importDataOffset + (step == 0 ? importNameSize : planeSize);
+    const std::size_t expected = importDataOffset + (step == 0 ? sentNameSize : planeSize);
     if (payload.size() != expected) {
         return "step " + std::to_string(step) + " has a payload of " +
                std::to_string(payload.size()) + " bytes, not " + std::to_string(expected);
@@ -150,13 +145,13 @@ void SimulatedPedal::finishImport(TimePoint now) {
     const PedalSlot& content = import_->content;
     std::string why;
     if (!store_.store(number - 1, content, why)) {
-        say("could not store " + slotText(number) + ", it will not be confirmed: " + why);
+        say("could not store " + defaultSlotName(number) + ", it will not be confirmed: " + why);
         return;
     }
-    say("stored " + slotText(number) + ": \"" + shownName(content) + "\" (" +
+    say("stored " + defaultSlotName(number) + ": \"" + shownName(content) + "\" (" +
         (content.factory ? "factory" : "not factory") + ")");
     if (options_.faults.neverConfirm || options_.faults.confirmEarly) {
-        say("will not confirm " + slotText(number));
+        say("will not confirm " + defaultSlotName(number));
         return;
     }
     const bool atOnce = options_.faults.confirmAtOnce;
@@ -168,7 +163,7 @@ std::vector<Report> SimulatedPedal::takeReports(TimePoint now) {
         if (confirmationDue_[i] && *confirmationDue_[i] <= now) {
             confirmationDue_[i].reset();
             send(confirmationReply(options_.faults));
-            say("confirmed " + slotText(i + 1));
+            say("confirmed " + defaultSlotName(i + 1));
         }
     }
     if (announcementDue_ && *announcementDue_ <= now) {

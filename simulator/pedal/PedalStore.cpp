@@ -1,4 +1,4 @@
-#include "simulator/PedalStore.h"
+#include "simulator/pedal/PedalStore.h"
 
 #include <algorithm>
 #include <system_error>
@@ -8,7 +8,7 @@ namespace cabslot::simulator {
 PedalStore::PedalStore(std::string_view namePrefix) {
     for (std::size_t i = 0; i < slotCount; ++i) {
         std::string name = std::string(namePrefix) + std::to_string(i + 1);
-        name.resize(nameSize, ' ');
+        name.resize(slotNameSize, ' ');
         std::copy(name.begin(), name.end(), slots_[i].name.begin());
     }
 }

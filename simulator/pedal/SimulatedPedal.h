@@ -5,10 +5,10 @@
 // connection.
 #pragma once
 
-#include "simulator/PedalFrames.h"
-#include "simulator/PedalOptions.h"
-#include "simulator/PedalReplies.h"
-#include "simulator/PedalStore.h"
+#include "simulator/pedal/PedalFrames.h"
+#include "simulator/pedal/PedalOptions.h"
+#include "simulator/pedal/PedalReplies.h"
+#include "simulator/pedal/PedalStore.h"
 
 #include <array>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "simulator/PedalServer.h"
+#include "simulator/server/PedalServer.h"
 
 #include <algorithm>
 #include <array>

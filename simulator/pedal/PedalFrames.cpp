@@ -1,4 +1,4 @@
-#include "simulator/PedalFrames.h"
+#include "simulator/pedal/PedalFrames.h"
 
 #include <algorithm>
 #include <utility>

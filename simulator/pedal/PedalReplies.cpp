@@ -1,6 +1,6 @@
-#include "simulator/PedalReplies.h"
+#include "simulator/pedal/PedalReplies.h"
 
-#include "simulator/PedalFrames.h"
+#include "simulator/pedal/PedalFrames.h"
 
 #include <algorithm>
 #include <span>

@@ -3,7 +3,7 @@
 // Belongs to one thread, the one that serves the pedal's hosts.
 #pragma once
 
-#include "simulator/SlotFile.h"
+#include "simulator/pedal/SlotFile.h"
 
 #include <array>
 #include <cstddef>
@@ -14,13 +14,10 @@
 
 namespace cabslot::simulator {
 
-/// Slots "User 1" to "User 4"; their indices are 0 to 3.
-inline constexpr std::size_t slotCount = 4;
-
 class PedalStore {
 public:
     /// A new pedal, kept in memory only: names "User 1" to "User 4", factory IRs, silent blocks.
-    explicit PedalStore() : PedalStore("User ") {}
+    explicit PedalStore() : PedalStore(slotNamePrefix) {}
 
     /// The same with other names: `namePrefix` (at most 15 characters) and the slot's number.
     explicit PedalStore(std::string_view namePrefix);

@@ -1,4 +1,4 @@
-#include "simulator/ListeningSocket.h"
+#include "simulator/server/ListeningSocket.h"
 
 #include <algorithm>
 #include <cerrno>

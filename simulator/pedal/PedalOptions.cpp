@@ -1,4 +1,4 @@
-#include "simulator/PedalOptions.h"
+#include "simulator/pedal/PedalOptions.h"
 
 #include <algorithm>
 #include <array>
