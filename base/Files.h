@@ -15,18 +15,20 @@ namespace cabslot {
 struct FileBytes {
     std::unique_ptr<std::uint8_t[]> bytes; ///< null: the file could not be read
     std::uint32_t size = 0;                ///< how many bytes
-    bool whole = false;                    ///< these are all bytes of the file
+    std::uint64_t fileSize = 0;            ///< how many the file has
     std::string whyNot;                    ///< why `bytes` is null
 
+    bool whole() const { return size == fileSize; }
     std::span<const std::uint8_t> span() const { return {bytes.get(), size}; }
 };
 
-inline constexpr std::uint32_t wholeFile = std::numeric_limits<std::uint32_t>::max();
+/// The most bytes that are read, just under 4 GiB.
+inline constexpr std::uint32_t mostFileBytes = std::numeric_limits<std::uint32_t>::max();
 
-/// Reads the first `most` bytes, or all, of a regular file of less than 4 GiB. Anything else (a
-/// folder, a pipe, a device) is refused without waiting for it. A file that shrinks meanwhile is
-/// refused; of one that grows, the part that was there at the start is taken.
-FileBytes readFile(const std::string& path, std::uint32_t most = wholeFile);
+/// Reads the first `most` bytes, or all, of a regular file. Anything else (a folder, a pipe, a
+/// device) is refused without waiting for it. A file that shrinks meanwhile is refused; of one that
+/// grows, the part that was there at the start is taken.
+FileBytes readFile(const std::string& path, std::uint32_t most = mostFileBytes);
 
 enum class FileAccess {
     asUsual,   ///< a new file gets what the process's umask gives

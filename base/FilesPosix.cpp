@@ -172,13 +172,10 @@ FileBytes readFile(const std::string& path, std::uint32_t most) {
         return refused(whyNotOpened(errno));
     if (std::string why = whyNotAFile(status.st_mode); !why.empty())
         return refused(std::move(why));
-    if (std::cmp_greater(status.st_size, wholeFile))
-        return refused("it is too large: files of 4 GiB and more are not read");
 
     FileBytes file;
-    const auto all = static_cast<std::uint32_t>(status.st_size);
-    file.size = std::min(all, most);
-    file.whole = file.size == all;
+    file.fileSize = static_cast<std::uint64_t>(status.st_size);
+    file.size = static_cast<std::uint32_t>(std::min<std::uint64_t>(file.fileSize, most));
     file.bytes.reset(new (std::nothrow) std::uint8_t[file.size]);
     if (!file.bytes)
         return refused("there is not enough memory to read its " + std::to_string(file.size) +

@@ -40,17 +40,17 @@ TEST_F(Hostile, WhatIsNoFileIsRefusedAtOnce) {
     struct Row {
         std::string path;
         std::string asIR;
-        std::string asPreset;
+        std::string asPreset{};
     };
     const Row rows[] = {
-        {folder.path("pipe"), "a pipe", "not a regular file"}, // nobody will ever write into it
-        {folder.path("one"), "leads back to itself", "Too many levels of symbolic links"},
+        {folder.path("pipe"), "a pipe"}, // nobody will ever write into it
+        {folder.path("one"), "leads back to itself"},
         {folder.path("huge.wav"), "too large: files of 4 GiB", "more than 2048 bytes"},
-        {socket, "a socket", "not a regular file"},
-        {"/dev/zero", "a device", "not a regular file"},
-        {"/dev/full", "a device", "not a regular file"},
-        {"/proc/self/mem", "it is empty", "Input/output error"},
-        {"/", "a folder", "Is a directory"},
+        {socket, "a socket"},
+        {"/dev/zero", "a device"},
+        {"/dev/full", "a device"},
+        {"/proc/self/mem", "it is empty", "0 bytes long"},
+        {"/", "a folder"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.path);
@@ -60,7 +60,8 @@ TEST_F(Hostile, WhatIsNoFileIsRefusedAtOnce) {
             EXPECT_NE(err.find(row.asIR), std::string::npos) << err;
         }
         EXPECT_EQ(run({"preset", "show", row.path}), 1);
-        EXPECT_NE(err.find(row.asPreset), std::string::npos) << err;
+        EXPECT_NE(err.find(row.asPreset.empty() ? row.asIR : row.asPreset), std::string::npos)
+            << err;
     }
 }
 

@@ -76,7 +76,7 @@ TEST(PedalStoreTest, refusesWhatIsNoSlotFileOrNoFolder) {
     fs::remove(file);
     fs::create_directory(file);
     EXPECT_FALSE(PedalStore::open(folder.path(), why));
-    EXPECT_NE(why.find("is not a file"), std::string::npos) << why;
+    EXPECT_NE(why.find("it is a folder"), std::string::npos) << why;
 }
 
 TEST(PedalStoreTest, failedSaveLeavesAllAsItWas) {
