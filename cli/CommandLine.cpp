@@ -1,5 +1,6 @@
 #include "cli/CommandLine.h"
 
+#include "cli/AuditionCommand.h"
 #include "cli/Command.h"
 #include "cli/Console.h"
 #include "cli/DoctorCommand.h"
@@ -28,7 +29,7 @@ constexpr const char* description =
 constexpr const char* footer = R"(Exit status:
   0    done, and confirmed by the pedal
   1    the file was refused
-  2    wrong usage, or an output file cannot be written
+  2    wrong usage, an output file cannot be written, or no sound device
   3    no pedal, or it was lost
   4    the pedal did not answer or confirm in time
   130  interrupted
@@ -39,6 +40,7 @@ Examples:
   cabslotctl clear 2
   cabslotctl inspect Cab.wav --json
   cabslotctl inspect Cab.wav --plot Cab.svg
+  cabslotctl audition Cab.wav --dry driven
   cabslotctl preset show Live.preset
   cabslotctl doctor)";
 
@@ -67,9 +69,10 @@ struct KnownCommand {
 };
 
 constexpr KnownCommand knownCommands[] = {
-    {"list", make<ListCommand>},     {"load", make<LoadCommand>},
-    {"clear", make<ClearCommand>},   {"inspect", make<InspectCommand>},
-    {"preset", make<PresetCommand>}, {"doctor", make<DoctorCommand>},
+    {"list", make<ListCommand>},         {"load", make<LoadCommand>},
+    {"clear", make<ClearCommand>},       {"inspect", make<InspectCommand>},
+    {"audition", make<AuditionCommand>}, {"preset", make<PresetCommand>},
+    {"doctor", make<DoctorCommand>},
 };
 
 // The command that `first` names alone, if it names one: to put all of them together takes longer

@@ -20,6 +20,8 @@ const char* nameOf(UsbStatus status) {
         return "other_release";
     case UsbStatus::failing:
         return "failing";
+    case UsbStatus::noService:
+        return "no_service";
     case UsbStatus::noPedal:
         break;
     }

@@ -12,6 +12,7 @@ constexpr std::size_t slotFlagOffset = 2;
 constexpr std::size_t firstNameOffset = 14;
 static_assert(firstNameOffset + slotCount * slotNameSize <= maxFrameSize - framePayloadOffset);
 
+constexpr std::uint32_t lastUploadStep = uploadFrameCount - 1;
 constexpr std::int32_t nothingAppended = framePayloadOffset;
 constexpr std::size_t halfBlock = irPointCount / 2; // samples whose one byte plane fills a frame
 
@@ -38,7 +39,7 @@ void appendPlane(std::size_t firstSample, unsigned shift) {
 void appendUploadStep(std::uint32_t uploadStep) {
     if (uploadStep == 0) {
         appendName();
-    } else if (uploadStep < uploadFrameCount) {
+    } else if (uploadStep <= lastUploadStep) {
         const std::uint32_t plane = uploadStep - 1;
         appendPlane(plane < 3 ? 0 : halfBlock, 16 - 8 * (plane % 3));
     }
@@ -61,7 +62,7 @@ void CMD_Callback(const std::uint8_t* frame) {
 }
 
 void Alldata_ReveiveData(const std::uint8_t* payload) {
-    // One flag for all four slots, on purpose: the pedal sends no more.
+    // The pedal sends one flag for all four slots.
     const std::uint8_t flag = payload[slotFlagOffset];
     for (std::size_t i = 0; i < slotCount; ++i) {
         isInternalIRArray[i] = flag != 0 ? 1 : 0;
@@ -88,9 +89,9 @@ void IMPORTIR_SendData() {
         append(IR_InportNumber);
         append(SendisInternalIR);
         appendUploadStep(current);
-        if (current + 1 < uploadFrameCount) {
+        if (current < lastUploadStep) {
             step = current + 1;
-        } else if (current + 1 == uploadFrameCount) {
+        } else if (current == lastUploadStep) {
             step = 0;
             if (armWithLastFrame == 1)
                 CheckMCUInportIR_Finish = 1;
@@ -102,8 +103,11 @@ void IMPORTIR_SendData() {
 }
 
 void RESET_SendData() {
-    datelen = iSReset == 1 ? 1 : 0;
-    iSReset = 0;
+    datelen = 0;
+    if (iSReset == 1) {
+        iSReset = 0;
+        datelen = 1;
+    }
     storeLength();
 }
 

@@ -45,7 +45,7 @@ bool identityMatches(const std::uint8_t* report) {
     return true;
 }
 
-// Only model 'A' has its version compared, on purpose; all six pairs are printed either way.
+// Only model 'A' has its version compared; all six pairs are printed either way.
 bool versionAccepted(const std::uint8_t* report) {
     if (static_cast<char>(report[modelOffset]) != modelWithVersionCheck)
         return true;
@@ -57,25 +57,25 @@ bool versionAccepted(const std::uint8_t* report) {
     return accepted;
 }
 
-// Remembers which of the known devices is the pedal and closes the others.
-void keepIdentifiedDevice(const std::vector<HIDDeviceRef>& devices) {
-    const auto found = std::find(devices.begin(), devices.end(), HID_Device);
-    deveiceIndex = found == devices.end() ? -1 : static_cast<std::int32_t>(found - devices.begin());
-    for (const HIDDeviceRef& device : devices) {
-        if (device != HID_Device)
-            device->close();
-    }
+// -1 when the device is none of them.
+std::int32_t indexIn(const std::vector<HIDDeviceRef>& devices, const HIDDeviceRef& device) {
+    const auto found = std::find(devices.begin(), devices.end(), device);
+    return found == devices.end() ? -1 : static_cast<std::int32_t>(found - devices.begin());
 }
 
 void shakeHands(const std::uint8_t* report) {
     if (!identityMatches(report))
         return;
+    const auto devices = object == nullptr ? std::vector<HIDDeviceRef>{} : object->deviceRefs();
+    deveiceIndex = indexIn(devices, HID_Device);
     deviceModel = static_cast<char>(report[modelOffset]);
     // A wrong version is noted, but the device is accepted all the same.
     isVersionTrue = versionAccepted(report) ? 1 : 0;
     deviceDidTrue = 1;
-    if (object != nullptr)
-        keepIdentifiedDevice(object->deviceRefs());
+    for (const HIDDeviceRef& device : devices) {
+        if (device != HID_Device)
+            device->close();
+    }
     passOn(report);
 }
 

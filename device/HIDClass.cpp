@@ -40,7 +40,9 @@ HIDClass::~HIDClass() {
 }
 
 void HIDClass::OpenDevice() {
+    const std::lock_guard lock(workMutex_);
     thread_ = std::thread([this] { myThreadMainMethod(); });
+    deviceThread_ = thread_.get_id();
 }
 
 void HIDClass::HID_SendData() {
@@ -60,6 +62,7 @@ void HIDClass::myThreadMainMethod() {
     if (!manager_.open(pedalMatching, callbacks))
         std::fprintf(stderr, "IOHIDManagerOpen failed.\n");
     runLoop();
+    endHandedWork();
 }
 
 void HIDClass::runLoop() {

@@ -10,10 +10,11 @@
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <functional>
+#include <future>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 namespace cabslot {
 
@@ -53,6 +54,7 @@ private:
     void runLoop();
     void onDeviceThread(const std::function<void()>& work);
     void runHandedWork();
+    void endHandedWork();
     void moveToNextDevice();
     void countProbe();
 
@@ -62,9 +64,9 @@ private:
 
     std::thread thread_;
     std::atomic<bool> stop_{false};
-    std::mutex workMutex_;
-    std::condition_variable workChanged_;
-    const std::function<void()>* work_ = nullptr; ///< handed to the device thread, not yet run
+    std::recursive_mutex workMutex_; ///< work may raise an event whose observer hands in more
+    std::thread::id deviceThread_;   ///< the running device thread, or none
+    std::vector<std::packaged_task<void()>> work_; ///< handed to it, not yet run
 };
 
 } // namespace cabslot

@@ -56,8 +56,8 @@ bool HIDClass::checkUSBDevice() {
     }
 }
 
-// A bad report puts the count at 40 before it is raised here, so it runs past both limits and the
-// scan stays with this device. On purpose.
+// A bad report puts the count at 40 before it is raised here. It then runs past both limits, and
+// the scan stays with the device that has answered, if badly.
 void HIDClass::countProbe() {
     ++timer;
     if (timer == probesAfterBadReport || timer == probesPerDevice) {
@@ -75,25 +75,32 @@ void HIDClass::moveToNextDevice() {
     HID_Device = deviceAt(deviceRefs(), deveiceIndex);
 }
 
-// Runs `work` between two ticks of the device thread and waits for its end; here and now while that
-// thread does not run.
+// Runs `work` between two ticks of the device thread and waits for its end; here and now when that
+// thread is the caller or does not run.
 void HIDClass::onDeviceThread(const std::function<void()>& work) {
-    if (!thread_.joinable() || std::this_thread::get_id() == thread_.get_id()) {
-        work();
-        return;
-    }
     std::unique_lock lock(workMutex_);
-    work_ = &work;
-    workChanged_.wait(lock, [this] { return work_ == nullptr; });
+    if (deviceThread_ == std::thread::id() || deviceThread_ == std::this_thread::get_id())
+        return work();
+    const std::future<void> done = work_.emplace_back(work).get_future();
+    lock.unlock();
+    done.wait();
 }
 
 void HIDClass::runHandedWork() {
+    std::vector<std::packaged_task<void()>> work;
+    {
+        const std::lock_guard lock(workMutex_);
+        work.swap(work_);
+    }
+    for (auto& task : work)
+        task();
+}
+
+// What was handed in before the thread's end is still run, by it; what comes later, by its caller.
+void HIDClass::endHandedWork() {
     const std::lock_guard lock(workMutex_);
-    if (work_ == nullptr)
-        return;
-    (*work_)();
-    work_ = nullptr;
-    workChanged_.notify_all();
+    deviceThread_ = {};
+    runHandedWork();
 }
 
 void HIDClass::sleepFor(std::chrono::milliseconds time) {

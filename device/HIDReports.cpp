@@ -9,16 +9,19 @@ namespace cabslot {
 
 namespace {
 
-bool sendReport(HIDReport& report, const std::uint8_t* data, std::size_t size) {
+void fill(HIDReport& report, const std::uint8_t* data, std::size_t size) {
     report[0] = static_cast<std::uint8_t>(size);
     std::copy_n(data, size, report.begin() + 1);
+}
+
+bool send(const HIDReport& report) {
     return HID_Device != nullptr && HID_Device->SetReport(report);
 }
 
 } // namespace
 
 int WriteHid(const std::uint8_t* data, std::int32_t len) {
-    // Kept between calls: the bytes behind a partial report's data are the previous report's.
+    // Kept between calls: behind a partial report's data stand the previous report's bytes.
     static HIDReport WriteReportBuffer{};
 
     const std::size_t size = len > 0 ? static_cast<std::size_t>(len) : 0;
@@ -27,18 +30,19 @@ int WriteHid(const std::uint8_t* data, std::int32_t len) {
 
     WriteReportBuffer[0] = 0;
     for (std::size_t i = 0; i < full; ++i, data += reportDataSize) {
-        if (!sendReport(WriteReportBuffer, data, reportDataSize))
+        fill(WriteReportBuffer, data, reportDataSize);
+        if (!send(WriteReportBuffer))
             return 0;
     }
     if (rest == 0)
         return 1;
-    // The connection is looked at before the partial report only, on purpose: a full report that
-    // finds no device fails without an event.
+    fill(WriteReportBuffer, data, rest);
+    // Checked here only: the protocol wants a full report that finds no device to fail silently.
     if (isDeviceConnent != 1) {
         raiseDeviceEvent(deviceLost);
         return 0;
     }
-    return sendReport(WriteReportBuffer, data, rest) ? 1 : 0;
+    return send(WriteReportBuffer) ? 1 : 0;
 }
 
 } // namespace cabslot

@@ -8,14 +8,13 @@ namespace cabslot {
 
 namespace {
 
-constexpr std::int32_t startStep = 1000;
 constexpr std::int32_t requestStep = commandRequestAllData;
 constexpr std::int32_t importStep = commandImportIR;
 constexpr std::int32_t idleStep = commandIdle;
 
 void buildFrame() {
     switch (SendStep) {
-    case startStep:
+    case schedulerStart:
         // Any value but 0 sends; the length field is still 0, so AA 55 00 00 FF FF leaves, once.
         datelen = 16;
         SendStep = requestStep;

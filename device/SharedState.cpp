@@ -1,10 +1,19 @@
 #include "device/SharedState.h"
 
+#include <memory>
+
 namespace cabslot {
 
 namespace {
 
-constexpr std::int32_t schedulerStart = 1000;
+// Start values that are not 0, with schedulerStart.
+constexpr std::uint8_t factoryIR = 1;
+constexpr std::uint8_t matched = 1;
+
+template<typename... Values>
+void restart(Values&... values) {
+    ((std::destroy_at(&values), std::construct_at(&values)), ...);
+}
 
 } // namespace
 
@@ -33,7 +42,8 @@ std::uint8_t SendisInternalIR = 0;
 std::uint8_t armWithLastFrame = 0;
 
 SlotTexts IRNameArr;
-std::array<std::atomic<std::uint8_t>, slotCount> isInternalIRArray{1, 1, 1, 1};
+std::array<std::atomic<std::uint8_t>, slotCount> isInternalIRArray{factoryIR, factoryIR, factoryIR,
+                                                                   factoryIR};
 SlotTexts isInternalIRArray2;
 
 DeviceObject* object = nullptr;
@@ -41,7 +51,7 @@ HIDDeviceRef HID_Device;
 std::atomic<std::uint8_t> isDeviceConnent{0};
 std::int32_t HIDDeviceID_int = 0;
 std::atomic<std::int32_t> deviceDidTrue{0};
-std::uint8_t deviceTrue = 1;
+std::uint8_t deviceTrue = matched;
 std::uint8_t isVersionTrue = 0;
 char deviceModel = 0;
 std::atomic<std::int32_t> deveiceIndex{0};
@@ -50,42 +60,19 @@ std::atomic<std::int32_t> checkNumber{0};
 std::array<std::uint8_t, 80> deviceInfoBuff{};
 
 void resetSharedState() {
-    rx_buffer.fill(0);
-    rx_buffer_count = rx_buffer_writep = rx_buffer_readp = 0;
-    FrameBuffer.fill(0);
-    vaildDataCount = 0;
-    Step = 0;
-
-    DataBuff.fill(0);
-    datelen = 0;
-    SendStep = schedulerStart;
-    IsRecDataEnd = 0;
-    iSReset = 0;
-    step = 0;
-
-    isInportIR = 0;
-    CheckMCUInportIR_Finish = 0;
-    IR_InportNumber = 0;
-    irdatabuff.fill(0);
-    SendFileName.fill(0);
-    SendisInternalIR = 0;
-    armWithLastFrame = 0;
-
+    restart(rx_buffer, rx_buffer_count, rx_buffer_writep, rx_buffer_readp);
+    restart(FrameBuffer, vaildDataCount, Step);
+    restart(DataBuff, datelen, IsRecDataEnd, iSReset, step);
+    restart(isInportIR, CheckMCUInportIR_Finish, IR_InportNumber);
+    restart(irdatabuff, SendFileName, SendisInternalIR, armWithLastFrame);
+    restart(object, HID_Device, isDeviceConnent, HIDDeviceID_int, deviceDidTrue, isVersionTrue);
+    restart(deviceModel, deveiceIndex, timer, checkNumber, deviceInfoBuff);
     IRNameArr.clear();
-    for (auto& flag : isInternalIRArray)
-        flag = 1;
     isInternalIRArray2.clear();
-
-    object = nullptr;
-    HID_Device = nullptr;
-    isDeviceConnent = 0;
-    HIDDeviceID_int = 0;
-    deviceDidTrue = 0;
-    deviceTrue = 1;
-    isVersionTrue = 0;
-    deviceModel = 0;
-    deveiceIndex = timer = checkNumber = 0;
-    deviceInfoBuff.fill(0);
+    SendStep = schedulerStart;
+    for (auto& flag : isInternalIRArray)
+        flag = factoryIR;
+    deviceTrue = matched;
 }
 
 } // namespace cabslot

@@ -37,10 +37,12 @@ extern std::uint8_t Step;            ///< the unpacker's state, 0 to 6
 
 // --- Sending: the scheduler and the frame builders -----------------------------------------------
 
+inline constexpr std::int32_t schedulerStart = 1000; ///< the scheduler's first state
+
 extern std::array<std::uint8_t, 10240> DataBuff; ///< the one outgoing frame
 extern std::int32_t
     datelen; ///< next write offset in DataBuff, then its length L; 0: nothing to send
-extern std::int32_t SendStep;           ///< the scheduler's state; 1000 at the start
+extern std::int32_t SendStep;           ///< the scheduler's state
 extern std::uint8_t IsRecDataEnd;       ///< 1 while the scheduler acts: no re-entry
 extern std::uint8_t iSReset;            ///< 1: RESET_SendData has something to send
 extern std::atomic<std::uint32_t> step; ///< upload step 0 to 6; main reads it for progress

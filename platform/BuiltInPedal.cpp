@@ -1,53 +1,85 @@
 #include "platform/BuiltInPedal.h"
 
-#include <sys/socket.h>
+#include "simulator/pedal/SimulatedPedal.h"
 
-#include <array>
-#include <cerrno>
+#include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
+#include <thread>
 #include <utility>
 
 namespace cabslot {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+static_assert(hidReportSize == simulator::reportSize);
+
+} // namespace
+
+class BuiltInDevice final : public HIDDevice {
+public:
+    explicit BuiltInDevice(simulator::PedalStore store)
+        : store_(std::move(store)), pedal_(store_, {}, {}) {}
+
+    bool SetReport(const HIDReport& report) override {
+        if (open_)
+            pedal_.receiveReport(report, Clock::now());
+        return open_;
+    }
+
+    void close() override { open_ = false; }
+
+    // What the pedal has to say by now.
+    std::vector<simulator::Report> takeReports() {
+        auto reports = pedal_.takeReports(Clock::now());
+        return open_ ? std::move(reports) : std::vector<simulator::Report>{};
+    }
+
+    Clock::time_point nextDue() const {
+        return pedal_.nextDue().value_or(Clock::time_point::max());
+    }
+
+private:
+    simulator::PedalStore store_;
+    simulator::SimulatedPedal pedal_;
+    bool open_ = true;
+};
 
 std::unique_ptr<BuiltInPedal> BuiltInPedal::make(const std::string& stateFolder, std::string& why) {
     auto store = simulator::PedalStore::open(stateFolder, why);
     if (!store)
         return nullptr;
-    std::array<int, 2> ends{};
-    if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-        why = std::string("no socket pair: ") + std::strerror(errno);
-        return nullptr;
-    }
-    return std::unique_ptr<BuiltInPedal>(new BuiltInPedal(*std::move(store), ends[0], ends[1]));
+    auto device = std::make_shared<BuiltInDevice>(*std::move(store));
+    return std::unique_ptr<BuiltInPedal>(new BuiltInPedal(std::move(device)));
 }
 
-BuiltInPedal::BuiltInPedal(simulator::PedalStore store, int pedalSocket, int hostSocket)
-    : store_(std::move(store)), pedal_(store_, {}, {}), host_(hostSocket) {
-    pedal_.adopt(pedalSocket);
-    thread_ = std::thread([this] { pedal_.run(); });
-}
+BuiltInPedal::BuiltInPedal(std::shared_ptr<BuiltInDevice> device) : device_(std::move(device)) {}
 
-BuiltInPedal::~BuiltInPedal() {
-    pedal_.stop();
-    thread_.join();
-}
+BuiltInPedal::~BuiltInPedal() = default;
 
-bool BuiltInPedal::open(const HIDMatching& matching, const HIDCallbacks& callbacks) {
-    return host_.open(matching, callbacks);
+bool BuiltInPedal::open(const HIDMatching& /*matching*/, const HIDCallbacks& callbacks) {
+    callbacks_ = callbacks;
+    return true;
 }
 
 void BuiltInPedal::waitForEvents(TimePoint deadline) {
-    host_.waitForEvents(deadline);
+    if (!std::exchange(announced_, true))
+        callbacks_.matching(callbacks_.context, 0, this, device_);
+    do {
+        for (const simulator::Report& report : device_->takeReports())
+            callbacks_.report(callbacks_.context, 0, device_, HIDReportType::input, 0,
+                              report.data(), report.size());
+        std::this_thread::sleep_until(std::min(deadline, device_->nextDue()));
+    } while (Clock::now() < deadline);
 }
 
 std::vector<HIDDeviceRef> BuiltInPedal::copyDevices() const {
-    return host_.copyDevices();
+    return {device_};
 }
 
 std::string BuiltInPedal::whyNoDevice() const {
-    return host_.whyNoDevice();
+    return {}; // it is always there
 }
 
 std::string builtInPedalFolder() {

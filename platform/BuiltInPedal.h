@@ -1,16 +1,15 @@
-// The simulated pedal inside the program: a pedal on a thread of its own at one end of a socket
-// pair, the HID service at the other.
+// The simulated pedal inside the program: the HID service hands reports straight to the pedal's
+// behaviour and back. No socket, no thread of its own.
 #pragma once
 
 #include "device/HIDManager.h"
-#include "platform/SocketHIDManager.h"
-#include "simulator/server/PedalServer.h"
 
 #include <memory>
 #include <string>
-#include <thread>
 
 namespace cabslot {
+
+class BuiltInDevice;
 
 class BuiltInPedal final : public HIDManager {
 public:
@@ -18,7 +17,6 @@ public:
     /// folder cannot be used.
     static std::unique_ptr<BuiltInPedal> make(const std::string& stateFolder, std::string& why);
 
-    /// Ends the pedal's thread.
     ~BuiltInPedal() override;
 
     bool open(const HIDMatching& matching, const HIDCallbacks& callbacks) override;
@@ -27,12 +25,11 @@ public:
     std::string whyNoDevice() const override;
 
 private:
-    BuiltInPedal(simulator::PedalStore store, int pedalSocket, int hostSocket);
+    explicit BuiltInPedal(std::shared_ptr<BuiltInDevice> device);
 
-    simulator::PedalStore store_;
-    simulator::PedalServer pedal_;
-    std::thread thread_;
-    SocketHIDManager host_;
+    std::shared_ptr<BuiltInDevice> device_;
+    HIDCallbacks callbacks_;
+    bool announced_ = false;
 };
 
 /// Where the built-in pedal keeps its slots: cabslot/pedal in $XDG_STATE_HOME, which is

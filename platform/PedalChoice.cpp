@@ -26,7 +26,7 @@ public:
     explicit AbsentHIDManager(std::string why) : why_(std::move(why)) {}
 
     bool open(const HIDMatching& /*matching*/, const HIDCallbacks& /*callbacks*/) override {
-        return true;
+        return false;
     }
     void waitForEvents(TimePoint deadline) override { std::this_thread::sleep_until(deadline); }
     std::vector<HIDDeviceRef> copyDevices() const override { return {}; }

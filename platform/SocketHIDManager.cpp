@@ -20,6 +20,7 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto sendTimeout = 1s; // a pedal that takes nothing for so long has refused the report
+constexpr auto lookInterval = 500ms;
 constexpr const char* secondDeviceSuffix = ".2";
 
 bool isFinal(int error) {
@@ -43,7 +44,8 @@ std::string whyNotConnected(const std::string& path, int error) {
 
 class SocketDevice final : public HIDDevice {
 public:
-    explicit SocketDevice(FileDescriptor socket) : socket_(std::move(socket)) {}
+    SocketDevice(std::string path, FileDescriptor socket)
+        : path_(std::move(path)), socket_(std::move(socket)) {}
 
     bool SetReport(const HIDReport& report) override {
         const auto deadline = Clock::now() + sendTimeout;
@@ -63,47 +65,63 @@ public:
     void close() override { socket_.close(); }
 
     int socket() const { return socket_.get(); }
+    const std::string& path() const { return path_; }
 
 private:
+    std::string path_;
     FileDescriptor socket_;
 };
 
-SocketHIDManager::SocketHIDManager(std::string path) : path_(std::move(path)) {}
+SocketHIDManager::SocketHIDManager(const std::string& path)
+    : paths_{path, path + secondDeviceSuffix} {}
 
 SocketHIDManager::SocketHIDManager(int connectedSocket) {
-    connected_.push_back(std::make_shared<SocketDevice>(FileDescriptor(connectedSocket)));
+    connected_.push_back(std::make_shared<SocketDevice>("", FileDescriptor(connectedSocket)));
 }
 
 SocketHIDManager::~SocketHIDManager() = default;
 
 bool SocketHIDManager::open(const HIDMatching& /*matching*/, const HIDCallbacks& callbacks) {
     callbacks_ = callbacks;
-    if (path_.empty())
-        return true;
-    connectTo(path_);
-    const std::string second = path_ + secondDeviceSuffix;
-    if (!connected_.empty() && ::access(second.c_str(), F_OK) == 0)
-        connectTo(second);
+    lookForDevices();
     return true;
 }
 
-void SocketHIDManager::connectTo(const std::string& path) {
+void SocketHIDManager::lookForDevices() {
+    nextLook_ = Clock::now() + lookInterval;
+    for (const std::string& path : paths_) {
+        const bool known = std::any_of(devices_.begin(), devices_.end(),
+                                       [&](const auto& device) { return device->path() == path; });
+        if (known)
+            continue;
+        const std::string why = connectTo(path);
+        if (why.empty())
+            setWhyNoDevice({});
+        else if (!hadDevice_ && path == paths_.front())
+            setWhyNoDevice(why);
+    }
+}
+
+std::string SocketHIDManager::connectTo(const std::string& path) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     if (path.size() >= sizeof address.sun_path)
-        return setWhyNoDevice("the socket path " + path + " is too long; " +
-                              std::to_string(sizeof address.sun_path - 1) + " bytes are possible");
+        return "the socket path " + path + " is too long; " +
+               std::to_string(sizeof address.sun_path - 1) + " bytes are possible";
     std::copy(path.begin(), path.end(), std::begin(address.sun_path));
 
     FileDescriptor fd(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     // The socket API takes every address family through this one cast.
     if (!fd ||
         ::connect(fd.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-        return setWhyNoDevice(whyNotConnected(path, errno));
-    connected_.push_back(std::make_shared<SocketDevice>(std::move(fd)));
+        return whyNotConnected(path, errno);
+    connected_.push_back(std::make_shared<SocketDevice>(path, std::move(fd)));
+    return {};
 }
 
 void SocketHIDManager::waitForEvents(TimePoint deadline) {
+    if (Clock::now() >= nextLook_)
+        lookForDevices();
     announceNewDevices();
     polled_.clear(); // keeps its memory
     for (const auto& device : devices_)
@@ -120,6 +138,7 @@ void SocketHIDManager::waitForEvents(TimePoint deadline) {
 
 void SocketHIDManager::announceNewDevices() {
     for (auto& device : std::exchange(connected_, {})) {
+        hadDevice_ = true;
         devices_.push_back(device);
         callbacks_.matching(callbacks_.context, 0, this, device);
     }

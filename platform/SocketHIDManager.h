@@ -17,9 +17,9 @@ class SocketDevice;
 
 class SocketHIDManager final : public HIDManager {
 public:
-    /// Connects to the socket at `path` when it is opened, and to `path`.2 if that exists: a second
-    /// device beside the first. Nothing connects again later.
-    explicit SocketHIDManager(std::string path);
+    /// Connects to the socket at `path`, and to `path`.2 for a second device, as soon as they
+    /// answer: it tries when it is opened and twice a second from then on.
+    explicit SocketHIDManager(const std::string& path);
 
     /// Uses a socket that is connected already; owns it from now on.
     explicit SocketHIDManager(int connectedSocket);
@@ -33,14 +33,17 @@ public:
     std::string whyNoDevice() const override;
 
 private:
-    void connectTo(const std::string& path);
+    void lookForDevices();
+    std::string connectTo(const std::string& path);
     void announceNewDevices();
     void takeReports(const std::shared_ptr<SocketDevice>& device, TimePoint deadline);
     void remove(const std::shared_ptr<SocketDevice>& device);
     void setWhyNoDevice(std::string why);
 
-    std::string path_;
+    std::vector<std::string> paths_;
     HIDCallbacks callbacks_;
+    TimePoint nextLook_{}; ///< not before then
+    bool hadDevice_ = false;
     std::vector<std::shared_ptr<SocketDevice>> connected_; ///< not announced yet
     std::vector<std::shared_ptr<SocketDevice>> devices_;   ///< announced
     std::vector<pollfd> polled_;                           ///< one for each of devices_

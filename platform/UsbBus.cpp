@@ -4,14 +4,10 @@
 
 #include <hidapi.h>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
+#include <utility>
 
 namespace cabslot {
 
@@ -34,25 +30,13 @@ std::string messageFor(const UsbFinding& finding, const HIDMatching& wanted) {
     case UsbStatus::otherRelease:
         return "the pedal at " + finding.path + " has release " + releaseText(finding.release) +
                "; only release " + releaseText(wanted.VersionNumber) + " can be used";
+    case UsbStatus::noService:
+        return "the USB service cannot be had: hidapi does not start; restart the computer and try "
+               "again";
     default:
         return "the pedal at " + finding.path + " cannot be opened: " + finding.systemText +
                "; unplug it and plug it in again";
     }
-}
-
-// hidapi does not say why a node cannot be opened in a form that can be relied on; asking again
-// without it does.
-void findOutWhyClosed(UsbFinding& finding) {
-    const int fd = ::open(finding.path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
-    if (fd >= 0) {
-        ::close(fd);
-        finding.systemText = "it does not answer as a HID device";
-        return;
-    }
-    if (errno == EACCES || errno == EPERM)
-        finding.status = UsbStatus::notPermitted;
-    else
-        finding.systemText = std::strerror(errno);
 }
 
 } // namespace
@@ -61,8 +45,16 @@ void UsbHandleCloser::operator()(hid_device_* device) const {
     ::hid_close(device);
 }
 
+bool joinUsb() {
+    return ::hid_init() == 0;
+}
+
 std::vector<UsbFinding> findOnUsb(const HIDMatching& wanted) {
     std::vector<UsbFinding> found;
+    if (!joinUsb()) {
+        found.emplace_back().status = UsbStatus::noService;
+        return found;
+    }
     hid_device_info* const all = ::hid_enumerate(static_cast<std::uint16_t>(wanted.VendorID),
                                                  static_cast<std::uint16_t>(wanted.ProductID));
     for (const hid_device_info* one = all; one != nullptr; one = one->next) {
@@ -81,17 +73,24 @@ std::vector<UsbFinding> findOnUsb(const HIDMatching& wanted) {
     return found;
 }
 
+void openOnUsb(UsbFinding& finding) {
+    if (finding.status != UsbStatus::failing)
+        return;
+    finding.handle.reset(::hid_open_path(finding.path.c_str()));
+    if (finding.handle) {
+        finding.status = UsbStatus::ok;
+        return;
+    }
+    NodeRefusal refusal = whyNodeStaysClosed(finding.path);
+    finding.systemText = std::move(refusal.systemText);
+    if (refusal.notPermitted)
+        finding.status = UsbStatus::notPermitted;
+}
+
 std::vector<UsbFinding> inspectUsb(const HIDMatching& wanted) {
     std::vector<UsbFinding> findings = findOnUsb(wanted);
-    for (UsbFinding& finding : findings) {
-        if (finding.status == UsbStatus::otherRelease)
-            continue;
-        finding.handle.reset(::hid_open_path(finding.path.c_str()));
-        if (finding.handle)
-            finding.status = UsbStatus::ok;
-        else
-            findOutWhyClosed(finding);
-    }
+    for (UsbFinding& finding : findings)
+        openOnUsb(finding);
     return findings;
 }
 

@@ -1,7 +1,7 @@
 // What USB has to say about the pedal: where it is, whether it can be used, and if not, why.
 //
-// One inspection for all who ask: the HID service takes the opened devices out of it, the doctor
-// command shows the verdict.
+// The HID service takes the opened devices out of the findings; the doctor command shows the
+// verdict.
 //
 // Thread: hidapi has none of its own and keeps global state; one thread of the process at a time.
 #pragma once
@@ -22,8 +22,15 @@ struct UsbHandleCloser {
 };
 using UsbHandle = std::unique_ptr<hid_device_, UsbHandleCloser>;
 
-/// From the best news to the worst, but for the last, which no node has.
-enum class UsbStatus { ok, notPermitted, failing, otherRelease, noPedal };
+/// From the best news to the worst.
+enum class UsbStatus {
+    ok,
+    notPermitted,
+    failing,
+    otherRelease,
+    noPedal,   ///< no node, so of a verdict only
+    noService, ///< hidapi does not start; stands alone, for no node
+};
 
 /// One hidraw node of a device with the right vendor and product.
 struct UsbFinding {
@@ -34,9 +41,15 @@ struct UsbFinding {
     UsbHandle handle;       ///< ok: the device, open
 };
 
+/// Starts hidapi, once or more. False: the USB service cannot be had.
+bool joinUsb();
+
 /// The nodes with the wanted vendor and product, of any release, each path once. Opens nothing:
 /// the status is otherRelease or still open (failing). Takes milliseconds.
 std::vector<UsbFinding> findOnUsb(const HIDMatching& wanted);
+
+/// Opens the node if its status is failing, and sets the status to what comes of it.
+void openOnUsb(UsbFinding& finding);
 
 /// Finds the nodes and opens those that match in all three.
 std::vector<UsbFinding> inspectUsb(const HIDMatching& wanted);

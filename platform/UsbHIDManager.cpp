@@ -18,10 +18,12 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
+// A look takes about a millisecond of the device thread's time.
 constexpr auto lookInterval = 500ms;
-constexpr int turnOfEach = 1;       // ms, when several devices share the time
-constexpr int interruptedTries = 3; // a signal ends a system call early
-constexpr int failuresThatLose = 5; // in a row
+constexpr auto lookIntervalForMore = 1s; // while a device is announced
+constexpr int turnOfEach = 1;            // ms, when several devices share the time
+constexpr int interruptedTries = 3;      // a signal ends a system call early
+constexpr int failuresThatLose = 5;      // in a row
 constexpr std::uint8_t noReportID = 0;
 
 bool isFinal(int error) {
@@ -53,7 +55,7 @@ public:
             if (errno != EINTR)
                 break;
         }
-        lost_ = isFinal(errno) || ++failedWrites_ >= failuresThatLose;
+        lost_ = lost_ || isFinal(errno) || ++failedWrites_ >= failuresThatLose;
         return false;
     }
 
@@ -66,13 +68,14 @@ public:
         for (int i = 1; size < 0 && i < interruptedTries; ++i)
             size = ::hid_read_timeout(handle_.get(), buffer.data(), buffer.size(), 0);
         failedReads_ = size < 0 ? failedReads_ + 1 : 0;
+        lost_ = lost_ || failedReads_ >= failuresThatLose;
         return size;
     }
 
     const std::string& path() const { return path_; }
     bool isOpen() const { return handle_ != nullptr; }
-    bool writesAreLost() const { return lost_; }
-    bool readsAreLost() const { return failedReads_ >= failuresThatLose; }
+    // One failed read or write proves nothing: a signal may have ended it.
+    bool isLost() const { return lost_; }
 
 private:
     std::string path_;
@@ -93,35 +96,57 @@ UsbHIDManager::~UsbHIDManager() {
 bool UsbHIDManager::open(const HIDMatching& matching, const HIDCallbacks& callbacks) {
     matching_ = matching;
     callbacks_ = callbacks;
-    return ::hid_init() == 0;
+    return joinUsb();
 }
 
 void UsbHIDManager::waitForEvents(TimePoint deadline) {
-    dropClosedAndLost();
-    if (devices_.empty() && mayLook())
+    removeLost();
+    if (Clock::now() >= nextLook_)
         lookForDevices();
     do {
         listen(deadline);
-        dropClosedAndLost(); // a callback may have closed or written
+        removeLost(); // a callback may have written
     } while (Clock::now() < deadline);
 }
 
-bool UsbHIDManager::mayLook() const {
-    return Clock::now() >= nextLook_;
-}
-
 void UsbHIDManager::lookForDevices() {
-    std::vector<UsbFinding> findings = inspectUsb(matching_);
-    nextLook_ = Clock::now() + lookInterval;
-    const UsbVerdict verdict = verdictOn(findings, matching_);
-    if (verdict.status == UsbStatus::ok)
-        setWhyNoDevice({});
-    else if (verdict.status != UsbStatus::noPedal || !hadDevice_)
-        setWhyNoDevice(verdict.message + (verdict.fix.empty() ? "" : "; run: " + verdict.fix));
+    std::vector<UsbFinding> findings = findOnUsb(matching_);
+    removeClosedBut(findings);
+    for (UsbFinding& finding : findings) {
+        if (!isKnown(finding.path))
+            openOnUsb(finding);
+    }
+    if (devices_.empty())
+        explain(verdictOn(findings, matching_));
     for (UsbFinding& finding : findings) {
         if (finding.handle)
             announce(std::make_shared<UsbDevice>(std::move(finding)));
     }
+    nextLook_ = Clock::now() + (devices_.empty() ? lookInterval : lookIntervalForMore);
+}
+
+bool UsbHIDManager::isKnown(const std::string& path) const {
+    return std::any_of(devices_.begin(), devices_.end(),
+                       [&](const Device& device) { return device->path() == path; });
+}
+
+// Only the bus tells of a closed device that it was unplugged.
+void UsbHIDManager::removeClosedBut(const std::vector<UsbFinding>& there) {
+    for (std::size_t i = devices_.size(); i-- > 0;) {
+        const Device device = devices_[i];
+        const bool found = std::any_of(there.begin(), there.end(), [&](const UsbFinding& finding) {
+            return finding.path == device->path();
+        });
+        if (!found && !device->isOpen())
+            remove(device);
+    }
+}
+
+void UsbHIDManager::explain(const UsbVerdict& verdict) {
+    if (verdict.status == UsbStatus::ok)
+        setWhyNoDevice({});
+    else if (verdict.status != UsbStatus::noPedal || !hadDevice_)
+        setWhyNoDevice(verdict.message + (verdict.fix.empty() ? "" : "; run: " + verdict.fix));
 }
 
 void UsbHIDManager::announce(const Device& device) {
@@ -133,9 +158,11 @@ void UsbHIDManager::announce(const Device& device) {
 // One turn: all the time is the only device's, or each of several has a little.
 void UsbHIDManager::listen(TimePoint deadline) {
     const int left = millisecondsUntil(deadline);
-    if (devices_.empty())
+    const auto open = std::count_if(devices_.begin(), devices_.end(),
+                                    [](const Device& device) { return device->isOpen(); });
+    if (open == 0)
         std::this_thread::sleep_for(std::chrono::milliseconds(left));
-    const int turn = devices_.size() > 1 ? std::min(left, turnOfEach) : left;
+    const int turn = open > 1 ? std::min(left, turnOfEach) : left;
     // From the back, since a device that is gone leaves the list.
     for (std::size_t i = devices_.size(); i-- > 0;)
         readFrom(Device(devices_[i]), turn);
@@ -149,36 +176,15 @@ void UsbHIDManager::readFrom(const Device& device, int milliseconds) {
     if (size > 0)
         callbacks_.report(callbacks_.context, 0, device, HIDReportType::input, 0, report.data(),
                           static_cast<std::size_t>(size));
-    if (size < 0)
-        considerLoss(device, milliseconds);
-}
-
-// A failed read alone proves nothing. The bus is asked, unless it was a moment ago; in that case
-// the next reads decide.
-void UsbHIDManager::considerLoss(const Device& device, int milliseconds) {
-    if (device->readsAreLost() || isKnownToBeGone(device))
-        remove(device);
-    else // the read returned early
+    if (size < 0 && !device->isLost()) // the read returned early
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }
 
-bool UsbHIDManager::isKnownToBeGone(const Device& device) {
-    if (!mayLook())
-        return false;
-    const std::vector<UsbFinding> there = findOnUsb(matching_);
-    nextLook_ = Clock::now() + lookInterval;
-    return std::none_of(there.begin(), there.end(),
-                        [&](const UsbFinding& finding) { return finding.path == device->path(); });
-}
-
-// A device that the link has closed is forgotten, so that it can be found anew when it is the only
-// one left.
-void UsbHIDManager::dropClosedAndLost() {
+void UsbHIDManager::removeLost() {
     for (std::size_t i = devices_.size(); i-- > 0;) {
-        if (devices_[i]->writesAreLost())
+        if (devices_[i]->isLost())
             remove(Device(devices_[i]));
     }
-    std::erase_if(devices_, [](const Device& device) { return !device->isOpen(); });
 }
 
 void UsbHIDManager::remove(const Device& device) {

@@ -1,8 +1,7 @@
 // The HID service over USB: hidapi on hidraw nodes.
 //
-// hidapi tells of nothing by itself. Devices are found by looking, twice a second while none is
-// announced; a loss shows in a failing read or write. While a device is announced the bus is left
-// alone: a second one that is plugged in later is not seen before the first has gone.
+// hidapi does not tell when devices come and go. They are found by looking, twice a second while
+// none is announced and once a second afterwards; a loss shows in failing reads or writes.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -32,20 +31,20 @@ public:
 private:
     using Device = std::shared_ptr<UsbDevice>;
 
-    bool mayLook() const;
     void lookForDevices();
+    bool isKnown(const std::string& path) const;
+    void removeClosedBut(const std::vector<UsbFinding>& there);
+    void explain(const UsbVerdict& verdict);
     void announce(const Device& device);
     void listen(TimePoint deadline);
     void readFrom(const Device& device, int milliseconds);
-    void considerLoss(const Device& device, int milliseconds);
-    bool isKnownToBeGone(const Device& device);
-    void dropClosedAndLost();
+    void removeLost();
     void remove(const Device& device);
     void setWhyNoDevice(std::string why);
 
     HIDMatching matching_{};
     HIDCallbacks callbacks_;
-    std::vector<Device> devices_; ///< announced and open
+    std::vector<Device> devices_; ///< announced; the link may have closed some
     TimePoint nextLook_{};        ///< not before then
     bool hadDevice_ = false;
 

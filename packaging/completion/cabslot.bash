@@ -30,7 +30,8 @@ _cabslot_value() {
     local before=${COMP_WORDS[COMP_CWORD - 1]} two=${COMP_WORDS[COMP_CWORD - 2]:-}
     if [[ $before == --pedal || $two == --pedal && $1 == : || $before == : ]]; then
         _cabslot_pedal "$1"
-    elif [[ $before == --trace || $before == --block || $before == --plot || $before == --data ]]; then
+    elif [[ $before == --trace || $before == --block || $before == --plot || $before == --data ||
+        $before == --dry || $before == --out ]]; then
         _cabslot_files '*' "$1"
     else
         return 1
@@ -49,7 +50,7 @@ _cabslotctl_command() {
     for ((i = 1; i < COMP_CWORD; ++i)); do
         word=${COMP_WORDS[i]}
         case $word in
-        --pedal | --trace | --timeout | --confirm-timeout | --block | --plot | --data)
+        --pedal | --trace | --timeout | --confirm-timeout | --block | --plot | --data | --dry | --out)
             ((++i))
             while [[ ${COMP_WORDS[i + 1]:-} == : ]]; do ((i += 2)); done
             ;;
@@ -74,6 +75,7 @@ _cabslotctl() {
         list) options+=' --json --timeout' ;;
         load | clear) options+=' --timeout --confirm-timeout' ;;
         inspect) options+=' --json --block --plot' ;;
+        audition) options+=' --dry --out --raw-level' ;;
         doctor | 'preset show') options+=' --json' ;;
         'preset new') options+=' --data' ;;
         esac
@@ -81,10 +83,10 @@ _cabslotctl() {
         return
     fi
     case $command:$given in
-    :*) _cabslot_words 'list load clear inspect preset doctor' "$2" ;;
+    :*) _cabslot_words 'list load clear inspect audition preset doctor' "$2" ;;
     preset:*) _cabslot_words 'show verify new export import' "$2" ;;
     load:0 | clear:0) _cabslot_words '1 2 3 4' "$2" ;;
-    load:1 | inspect:0) _cabslot_files '*.@(wav|bin)' "$2" ;;
+    load:1 | inspect:0 | audition:0) _cabslot_files '*.@(wav|bin)' "$2" ;;
     preset*:0 | 'preset verify':* | preset*port:1) _cabslot_files '*' "$2" ;;
     esac
 }

@@ -12,7 +12,7 @@ function __cabslotctl_words
     for word in (commandline -opc)[2..-1]
         if test $skip = yes
             set skip no
-        else if contains -- $word --pedal --trace --timeout --confirm-timeout --block --plot --data
+        else if contains -- $word --pedal --trace --timeout --confirm-timeout --block --plot --data --dry --out
             set skip yes
         else if not string match -q -- '-*' $word
             echo $word
@@ -29,7 +29,7 @@ end
 # Whether a slot, but no file follows the command load.
 function __cabslotctl_wants_ir
     set -l words (__cabslotctl_words)
-    test (count $words) -eq 2 -a "$words[1]" = load; or __cabslotctl_is inspect
+    test (count $words) -eq 2 -a "$words[1]" = load; or __cabslotctl_is inspect; or __cabslotctl_is audition
 end
 
 complete -c cabslotctl -f
@@ -42,6 +42,7 @@ complete -c cabslotctl -n __cabslotctl_is -a list -d 'Show the names of the four
 complete -c cabslotctl -n __cabslotctl_is -a load -d 'Load an impulse response into a slot'
 complete -c cabslotctl -n __cabslotctl_is -a clear -d 'Put silence into a slot'
 complete -c cabslotctl -n __cabslotctl_is -a inspect -d 'Show what a file would put into the pedal'
+complete -c cabslotctl -n __cabslotctl_is -a audition -d 'Play a dry phrase through a file'
 complete -c cabslotctl -n __cabslotctl_is -a preset -d 'Show, check and make preset files'
 complete -c cabslotctl -n __cabslotctl_is -a doctor -d 'Look for the pedal on USB'
 
@@ -65,6 +66,9 @@ for command in load clear
 end
 complete -c cabslotctl -n '__cabslotctl_in inspect' -l block -r -F -d 'Write the 1024 points'
 complete -c cabslotctl -n '__cabslotctl_in inspect' -l plot -r -F -d 'Draw it as SVG'
+complete -c cabslotctl -n '__cabslotctl_in audition' -l dry -r -F -a 'clean driven' -d 'The phrase'
+complete -c cabslotctl -n '__cabslotctl_in audition' -l out -r -F -d 'Write a WAV file instead'
+complete -c cabslotctl -n '__cabslotctl_in audition' -l raw-level -d 'Leave it as loud as it is'
 complete -c cabslotctl -n '__cabslotctl_in preset new' -l data -r -F -d 'The data area'
 complete -c cabslotctl -n __cabslotctl_wants_ir -k \
     -a '(__fish_complete_suffix .wav; __fish_complete_suffix .WAV; __fish_complete_suffix .bin)'

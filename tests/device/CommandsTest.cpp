@@ -188,6 +188,9 @@ TEST_F(Commands, AStepAboveSixAppendsNothingAndStays) {
     EXPECT_EQ(tick(1)[0], makeFrame({0xE9, 7, 0, 0}));
     EXPECT_EQ(step, 7U);
     EXPECT_EQ(isInportIR, 1);
+    step = 0xFFFFFFFF;
+    tick(2);
+    EXPECT_EQ(step, 0xFFFFFFFF);
 }
 
 TEST_F(Commands, TheResetBuilderSendsOnRequestOnly) {
@@ -197,6 +200,11 @@ TEST_F(Commands, TheResetBuilderSendsOnRequestOnly) {
     RESET_SendData();
     EXPECT_EQ(datelen, 1);
     EXPECT_EQ(iSReset, 0);
+    iSReset = 2;
+    RESET_SendData();
+    EXPECT_EQ(iSReset, 2) << "no request, so left alone";
+    iSReset = 1;
+    RESET_SendData();
     EXPECT_EQ(DataBuff[2], 1);
     EXPECT_EQ(DataBuff[3], 0);
 }

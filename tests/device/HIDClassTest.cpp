@@ -29,11 +29,13 @@ public:
         std::this_thread::sleep_until(deadline);
     }
     std::vector<HIDDeviceRef> copyDevices() const override {
+        ++copies;
         return {devices.begin(), devices.end()};
     }
     std::string whyNoDevice() const override { return {}; }
 
     bool opens = true;
+    mutable std::atomic<int> copies{0}; ///< calls of copyDevices()
     HIDMatching matching{};
     std::vector<std::shared_ptr<FakeDevice>> devices = {std::make_shared<FakeDevice>()};
     std::vector<HIDReport> reports;
@@ -138,6 +140,27 @@ TEST_F(Link, ConnectHIDTakesTheDeviceAtTheIndex) {
     manager.devices.clear();
     link.connectHID();
     EXPECT_EQ(HID_Device, nullptr);
+}
+
+// Before the device thread runs, and beside it.
+TEST_F(Link, ConnectHIDFromSeveralThreadsLosesNoCall) {
+    HIDClass link(manager);
+    link.setHIDManager(&manager);
+    const auto callFromFourThreads = [&link](int calls) {
+        std::vector<std::thread> callers;
+        for (int i = 0; i < 4; ++i)
+            callers.emplace_back([&link, calls] {
+                for (int call = 0; call < calls; ++call)
+                    link.connectHID();
+            });
+        for (std::thread& caller : callers)
+            caller.join();
+    };
+    callFromFourThreads(25);
+    EXPECT_EQ(manager.copies, 100);
+    link.OpenDevice();
+    callFromFourThreads(5);
+    EXPECT_EQ(manager.copies, 120);
 }
 
 class Probing : public Link {

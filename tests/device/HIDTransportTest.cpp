@@ -49,6 +49,10 @@ TEST_F(Transport, WriteHidLooksAtTheConnectionBeforeAPartialReportOnly) {
     EXPECT_TRUE(seen.empty());
     EXPECT_EQ(WriteHid(data.data(), 10), 0);
     EXPECT_EQ(seen, std::vector<std::int64_t>{1});
+    isDeviceConnent = 1;
+    EXPECT_EQ(WriteHid(data.data() + 20, 1), 1);
+    EXPECT_EQ(device->reports[2][10], 10)
+        << "the report that was not sent was filled in all the same";
 
     HID_Device = nullptr;
     EXPECT_EQ(WriteHid(data.data(), 127), 0) << "fails at the first full report, without an event";

@@ -30,5 +30,9 @@ with tempfile.TemporaryDirectory() as folder:
     clear_slot(os.path.join(prefix, "bin/cabslotctl"))
     os.rename(prefix, moved)
     clear_slot(os.path.join(moved, "bin/cabslotctl"))
+    # The sound's module and phrases lie beside the program, too.
+    subprocess.run([os.path.join(moved, "bin/cabslotctl"), "audition", "--dry", "driven",
+                    os.path.join(moved, "share/cabslot/examples/Demo 1x12.wav"),
+                    "--out", os.path.join(folder, "out.wav")], check=True)
     os.symlink(os.path.join(moved, "bin/cabslotctl"), link)
     clear_slot("ctl", env={**os.environ, "PATH": folder})

@@ -1,8 +1,10 @@
 // The HID service over sockets, and the trace around it, with the test at the pedal's end.
+#include "tests/support/Files.h"
 #include "tests/support/Journal.h"
 
 #include "platform/SocketHIDManager.h"
 #include "platform/TracingHIDManager.h"
+#include "simulator/server/ListeningSocket.h"
 
 #include <gtest/gtest.h>
 
@@ -120,6 +122,33 @@ TEST(SocketPath, SaysWhyThereIsNoPedal) {
     SocketHIDManager tooLong(std::string(200, 'x'));
     EXPECT_TRUE(tooLong.open({}, journal.callbacks()));
     EXPECT_NE(tooLong.whyNoDevice().find("too long; 107 bytes"), std::string::npos);
+}
+
+TEST(SocketPath, ASecondPedalIsFoundBesideTheFirstAndAnotherFirstOneAfterIt) {
+    const TempFolder folder;
+    const std::string path = folder.path("pedal");
+    std::string why;
+    simulator::ListeningSocket first;
+    simulator::ListeningSocket second;
+    ASSERT_TRUE(first.open(path, why)) << why;
+
+    Journal journal;
+    SocketHIDManager manager(path);
+    EXPECT_TRUE(manager.open({}, journal.callbacks()));
+    const auto says = [&](const std::string& text) {
+        for (int i = 0; i < 500 && journal.text.size() < text.size(); ++i)
+            manager.waitForEvents(std::chrono::steady_clock::now() + 10ms);
+        return journal.text == text;
+    };
+    EXPECT_TRUE(says("+ "));
+    ASSERT_TRUE(second.open(path + ".2", why)) << why;
+    EXPECT_TRUE(says("+ + "));
+    EXPECT_EQ(manager.copyDevices().size(), 2U);
+    first.accept(); // and closes it at once
+    first.close();
+    EXPECT_TRUE(says("+ + - "));
+    ASSERT_TRUE(first.open(path, why)) << why;
+    EXPECT_TRUE(says("+ + - + "));
 }
 
 } // namespace

@@ -230,12 +230,30 @@ TEST_F(Usb, TwoPedalsAreBothReadAndEachGoesAlone) {
     EXPECT_EQ(manager->whyNoDevice(), "");
 }
 
-TEST_F(Usb, ADeviceThatTheLinkHasClosedIsFoundAgainWhenItIsTheOnlyOne) {
+TEST_F(Usb, ASecondPedalIsFoundBesideTheFirstAndAThirdAfterIt) {
+    usb.plugIn(0);
+    open();
+    wait();
+    usb.plugIn(1);
+    EXPECT_TRUE(says("+ + "));
+    EXPECT_EQ(manager->copyDevices().size(), 2U);
+    usb.unplug(0);
+    EXPECT_TRUE(says("+ + - "));
+    usb.plugIn(2);
+    EXPECT_TRUE(says("+ + - + "));
+}
+
+TEST_F(Usb, ADeviceThatTheLinkHasClosedStaysClosedUntilItIsPluggedInAgain) {
     usb.plugIn(0);
     open();
     wait();
     journal.lastDevice->close();
-    EXPECT_TRUE(says("+ + "));
+    wait(1100ms);
+    EXPECT_EQ(journal.text, "+ ");
+    EXPECT_EQ(manager->copyDevices().size(), 1U) << "still plugged in";
+    usb.unplug(0);
+    usb.plugIn(1);
+    EXPECT_TRUE(says("+ - + "));
 }
 
 // The whole link on the bus.

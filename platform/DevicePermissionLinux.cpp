@@ -4,8 +4,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace cabslot {
 
@@ -42,6 +47,17 @@ bool ruleIsInstalled() {
 }
 
 } // namespace
+
+NodeRefusal whyNodeStaysClosed(const std::string& path) {
+    const int fd = ::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+    if (fd >= 0) {
+        ::close(fd);
+        return {.systemText = "it does not answer as a HID device"};
+    }
+    if (errno == EACCES || errno == EPERM)
+        return {.notPermitted = true};
+    return {.systemText = std::strerror(errno)};
+}
 
 std::string commandThatPermits() {
     std::string apply =

@@ -1,0 +1,54 @@
+#include "audition/SoundFile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace cabslot {
+
+namespace {
+
+constexpr std::uint32_t rate = 44100;
+constexpr unsigned sampleSize = 3;
+constexpr unsigned bits = 8 * sampleSize;
+constexpr float fullScale = 1 << (bits - 1);
+constexpr std::uint32_t headerSize = 36; // what the RIFF size counts beside the samples
+constexpr std::uint32_t formatSize = 16;
+
+void append(std::vector<std::uint8_t>& bytes, std::string_view tag) {
+    bytes.insert(bytes.end(), tag.begin(), tag.end());
+}
+
+void append(std::vector<std::uint8_t>& bytes, std::uint32_t value, unsigned width) {
+    for (unsigned i = 0; i < width; ++i)
+        bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i) & 0xFF));
+}
+
+} // namespace
+
+std::vector<std::uint8_t> soundFile(std::span<const float> samples) {
+    const auto dataSize = static_cast<std::uint32_t>(samples.size() * sampleSize);
+    const std::uint32_t padding = dataSize % 2; // chunks have an even size
+    std::vector<std::uint8_t> bytes;
+    bytes.reserve(headerSize + 8 + dataSize + padding);
+    append(bytes, "RIFF");
+    append(bytes, headerSize + dataSize + padding, 4);
+    append(bytes, "WAVEfmt ");
+    append(bytes, formatSize, 4);
+    append(bytes, 1, 2); // integer samples
+    append(bytes, 1, 2); // channel
+    append(bytes, rate, 4);
+    append(bytes, rate * sampleSize, 4);
+    append(bytes, sampleSize, 2);
+    append(bytes, bits, 2);
+    append(bytes, "data");
+    append(bytes, dataSize, 4);
+    for (const float sample : samples) {
+        const float scaled = std::clamp(sample * fullScale, -fullScale, fullScale - 1);
+        append(bytes, static_cast<std::uint32_t>(std::lround(scaled)), sampleSize);
+    }
+    append(bytes, 0, padding);
+    return bytes;
+}
+
+} // namespace cabslot

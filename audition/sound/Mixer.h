@@ -1,0 +1,47 @@
+// What is played next, sample by sample: a rendering in a loop, and the cross-fade to another one.
+#pragma once
+
+#include "audition/Sound.h"
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <span>
+
+namespace cabslot {
+
+class Mixer {
+public:
+    static constexpr std::size_t fadeSize = 882; // samples: 20 ms
+
+    /// Fades over to `next` at the same place of the phrase; null: to silence. During a fade the
+    /// latest `next` waits for its end. From any thread but the one that pulls.
+    void play(std::shared_ptr<const Rendering> next);
+
+    /// Fills `output`. Never waits and frees nothing, as an audio thread must not.
+    void pull(std::span<float> output);
+
+    std::size_t played() const { return played_; } ///< samples, from the first rendering's start
+    unsigned changes() const { return changes_; }  ///< renderings that have begun to sound
+
+    /// Nothing is to be heard, and nothing waits to be.
+    bool isSilent() const { return silent_; }
+
+private:
+    void takeNext();
+
+    std::mutex mutex_; ///< over the next three; the puller only tries it
+    bool pending_ = false;
+    std::shared_ptr<const Rendering> next_;
+    std::shared_ptr<const Rendering> faded_; ///< for play() to let go
+
+    std::shared_ptr<const Rendering> from_;
+    std::shared_ptr<const Rendering> to_;
+    std::size_t fade_ = fadeSize; ///< samples of the fade that are done
+
+    std::atomic<std::size_t> played_ = 0;
+    std::atomic<unsigned> changes_ = 0;
+    std::atomic<bool> silent_ = true;
+};
+
+} // namespace cabslot

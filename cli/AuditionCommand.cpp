@@ -1,0 +1,115 @@
+#include "cli/AuditionCommand.h"
+
+#include "analysis/Words.h"
+#include "audition/LoadSound.h"
+#include "audition/SoundFile.h"
+#include "cli/Console.h"
+#include "cli/OutputFile.h"
+#include "cli/Playback.h"
+#include "irfile/QNIRFile.h"
+#include "platform/BundlePath.h"
+
+#include <utility>
+
+namespace cabslot {
+
+namespace {
+
+std::string lengthText(const Rendering& rendering) {
+    return fixedText(static_cast<double>(rendering.samples.size()) / soundRate, 1) + " s";
+}
+
+std::string loudnessText(const Rendering& rendering) {
+    if (rendering.loudness == quietest)
+        return "nothing to be heard";
+    return fixedText(rendering.loudness, 1) + " LUFS";
+}
+
+void tellHeld(Level level) {
+    complain(level == Level::matched
+                 ? "its peaks do not allow it to be made as loud as others"
+                 : "it was made quieter than it is: its peaks would be beyond full scale");
+}
+
+ExitStatus write(const std::string& path, const Rendering& rendering) {
+    std::string why;
+    if (writeOutputFile(path, soundFile(rendering.samples), why))
+        return ExitStatus::done;
+    complain(why);
+    return ExitStatus::wrongUsage;
+}
+
+ExitStatus play(std::unique_ptr<Player> player, Rendering rendering) {
+    ProgressLine progress;
+    const std::string end = " of " + lengthText(rendering) + ", " + loudnessText(rendering);
+    Playback playback(std::move(player), std::move(rendering));
+    while (playback.wait()) {
+        if (interrupted())
+            return ExitStatus::interrupted;
+        progress.show("Playing, " + fixedText(playback.seconds(), 1) + end);
+    }
+    if (playback.whyNot().empty())
+        return ExitStatus::done;
+    complain(playback.whyNot());
+    return ExitStatus::wrongUsage;
+}
+
+} // namespace
+
+AuditionCommand::AuditionCommand(CLI::App& app)
+    : Command(app, "audition",
+              "Play a dry guitar phrase through a file, at the same loudness as any other file; "
+              "needs no pedal") {
+    subcommand().add_option("FILE", file_, "A WAV or factory IR file")->required()->type_name("");
+    subcommand()
+        .add_option("--dry", dry_, "The phrase: clean, driven, or a sound file; clean if not given")
+        ->type_name("PHRASE");
+    subcommand()
+        .add_option("--out", out_, "Write the sound to this WAV file instead of playing it")
+        ->type_name("OUT");
+    subcommand().add_flag("--raw-level", rawLevel_,
+                          "Leave it as loud as it is, unless its peaks would be beyond full scale");
+}
+
+std::string AuditionCommand::phrasePath() const {
+    if (dry_ == "clean")
+        return cleanPhrasePath(bundlePath());
+    return dry_ == "driven" ? drivenPhrasePath(bundlePath()) : dry_;
+}
+
+ExitStatus AuditionCommand::run() {
+    QNIRFile file;
+    Block block{};
+    if (!file.openForInspection(file_) || !file.GetIRDataBuffer(block)) {
+        complain(file_ + ": " + file.whyRefused());
+        return ExitStatus::fileRefused;
+    }
+    std::string why;
+    const SoundLibrary* const library = loadSound(installPrefix(), why);
+    if (library == nullptr) {
+        complain(why);
+        return ExitStatus::wrongUsage;
+    }
+    return sound(*library, samplesOf(block));
+}
+
+ExitStatus AuditionCommand::sound(const SoundLibrary& library, const Samples& ir) const {
+    std::string why;
+    const std::unique_ptr<Phrase> phrase = library.openPhrase(phrasePath(), why);
+    if (!phrase) {
+        complain(phrasePath() + ": " + why);
+        return ExitStatus::fileRefused;
+    }
+    const Level level = rawLevel_ ? Level::asItIs : Level::matched;
+    Rendering rendering = phrase->render(ir, level);
+    rendering.loop = 0; // once
+    if (rendering.loudness == quietest)
+        complain(file_ + ": it is silent, so there is nothing to be heard");
+    if (rendering.heldByPeaks)
+        tellHeld(level);
+    if (phrase->isCut())
+        complain(phrasePath() + ": it is long; the first 30 seconds are used");
+    return out_.empty() ? play(library.makePlayer(), std::move(rendering)) : write(out_, rendering);
+}
+
+} // namespace cabslot

@@ -1,0 +1,25 @@
+// audition FILE: plays a dry guitar phrase through an IR, or writes that into a WAV file; needs no
+// pedal.
+#pragma once
+
+#include "audition/Sound.h"
+#include "cli/Command.h"
+
+namespace cabslot {
+
+class AuditionCommand final : public Command {
+public:
+    explicit AuditionCommand(CLI::App& app);
+    ExitStatus run() override;
+
+private:
+    ExitStatus sound(const SoundLibrary& library, const Samples& ir) const;
+    std::string phrasePath() const;
+
+    std::string file_;
+    std::string dry_ = "clean";
+    std::string out_;
+    bool rawLevel_ = false;
+};
+
+} // namespace cabslot

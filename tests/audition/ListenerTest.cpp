@@ -1,0 +1,192 @@
+// The listener on a player under the test's hand.
+#include "audition/Listener.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <mutex>
+#include <thread>
+
+namespace cabslot::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using State = Listener::State;
+
+/// What a test says of the device, and what the device was given.
+struct Device {
+    std::mutex mutex;
+    std::string whyNone;
+    std::string whyLost;
+    std::vector<double> heard; ///< the first point of each IR; 0: silence
+    int stops = 0;
+    std::atomic<bool> hangs = false;
+
+    template<typename Use>
+    auto use(const Use& with) {
+        const std::lock_guard lock(mutex);
+        return with();
+    }
+};
+
+class FakePlayer final : public Player {
+public:
+    explicit FakePlayer(std::shared_ptr<Device> device) : device_(std::move(device)) {}
+
+    std::string whyNoDevice() override {
+        while (device_->hangs)
+            std::this_thread::sleep_for(1ms);
+        return device_->use([&] { return device_->whyNone; });
+    }
+    std::string start() override { return {}; }
+    void play(std::shared_ptr<const Rendering> next) override {
+        device_->use([&] { device_->heard.push_back(next ? next->gain : 0); });
+    }
+    void stop() override {
+        device_->use([&] { ++device_->stops; });
+    }
+    std::string whyStopped() override {
+        return device_->use([&] { return device_->whyLost; });
+    }
+    std::size_t played() const override { return 0; }
+    unsigned changes() const override { return 0; }
+
+private:
+    std::shared_ptr<Device> device_;
+};
+
+class FakePhrase final : public Phrase {
+public:
+    std::size_t size() const override { return 1; }
+    bool isCut() const override { return false; }
+    Rendering render(const Samples& ir, Level level) const override {
+        Rendering rendering;
+        rendering.gain = level == Level::matched ? ir[0] : -ir[0];
+        return rendering;
+    }
+};
+
+class FakeLibrary final : public SoundLibrary {
+public:
+    std::unique_ptr<Phrase> openPhrase(const std::string& path, std::string& why) const override {
+        if (path == "good")
+            return std::make_unique<FakePhrase>();
+        why = "it is bad";
+        return nullptr;
+    }
+    std::unique_ptr<Player> makePlayer() const override {
+        return std::make_unique<FakePlayer>(device);
+    }
+
+    std::shared_ptr<Device> device = std::make_shared<Device>();
+};
+
+class ListenerTest : public ::testing::Test {
+protected:
+    ListenerTest() { listener.setPhrase("good"); }
+
+    bool becomes(State state) {
+        return eventually([&] { return listener.status().state == state; });
+    }
+    bool isHeard(const std::vector<double>& what) {
+        return eventually([&] { return device.use([&] { return device.heard == what; }); });
+    }
+    template<typename Check>
+    static bool eventually(const Check& check) {
+        for (int i = 0; i < 2000 && !check(); ++i)
+            std::this_thread::sleep_for(1ms);
+        return check();
+    }
+
+    Samples ir(double first) {
+        Samples samples{};
+        samples[0] = first;
+        return samples;
+    }
+
+    FakeLibrary library;
+    Device& device = *library.device;
+    std::atomic<int> loads = 0;
+    Listener listener{[this](std::string&) {
+                          ++loads;
+                          return &library;
+                      },
+                      [] {}};
+};
+
+TEST_F(ListenerTest, LoadsNothingBeforeItIsWanted) {
+    listener.setIR(ir(1));
+    listener.setLevel(Level::asItIs);
+    listener.listen(false);
+    std::this_thread::sleep_for(20ms);
+    EXPECT_EQ(loads, 0);
+    EXPECT_EQ(listener.status().state, State::unknown);
+    listener.listen(true);
+    EXPECT_TRUE(isHeard({-1}));
+}
+
+TEST_F(ListenerTest, FollowsTheSelection) {
+    listener.listen(true);
+    ASSERT_TRUE(becomes(State::playing));
+    listener.setIR(ir(1));
+    ASSERT_TRUE(eventually([&] {
+        return device.use([&] { return !device.heard.empty() && device.heard.back() == 1; });
+    }));
+    device.use([&] { device.heard.clear(); });
+    listener.setIR(std::nullopt);
+    EXPECT_TRUE(isHeard({0}));
+    listener.setIR(ir(2));
+    EXPECT_TRUE(isHeard({0, 2}));
+    listener.listen(false);
+    EXPECT_TRUE(becomes(State::ready));
+    EXPECT_TRUE(eventually([&] { return device.use([&] { return device.stops == 1; }); }));
+    listener.setIR(ir(3)); // not heard: the switch is off
+    listener.listen(true);
+    EXPECT_TRUE(isHeard({0, 2, 3}));
+}
+
+TEST_F(ListenerTest, SaysWhyThereIsNoSoundAndLooksAgain) {
+    device.whyNone = "no device";
+    listener.look();
+    ASSERT_TRUE(becomes(State::unavailable));
+    EXPECT_EQ(listener.status().why, "Sound cannot be played: no device");
+    device.use([&] { device.whyNone = ""; });
+    listener.look();
+    EXPECT_TRUE(becomes(State::ready));
+}
+
+TEST_F(ListenerTest, ALostServerTurnsTheSwitchOff) {
+    listener.listen(true);
+    ASSERT_TRUE(becomes(State::playing));
+    device.use([&] { device.whyLost = "it is gone"; });
+    ASSERT_TRUE(becomes(State::ready));
+    EXPECT_EQ(listener.status().why, "Listening has stopped: it is gone");
+    device.use([&] { device.whyLost = ""; });
+    std::this_thread::sleep_for(20ms);
+    EXPECT_EQ(listener.status().state, State::ready); // it does not go on by itself
+    listener.listen(true);
+    EXPECT_TRUE(becomes(State::playing));
+}
+
+TEST_F(ListenerTest, ABadPhraseTurnsTheSwitchOff) {
+    listener.setPhrase("bad");
+    listener.listen(true);
+    ASSERT_TRUE(eventually([&] { return !listener.status().why.empty(); }));
+    EXPECT_EQ(listener.status().why, "The phrase bad: it is bad");
+    EXPECT_EQ(listener.status().state, State::ready);
+}
+
+TEST(Listener, IsNotHeldUpByAServerThatHangs) {
+    static FakeLibrary library;
+    library.device->hangs = true;
+    {
+        Listener listener([](std::string&) { return &library; }, [] {});
+        listener.listen(true);
+        listener.setIR(Samples{});
+    }
+    library.device->hangs = false; // only now: to wait for the thread would be to wait for ever
+}
+
+} // namespace
+} // namespace cabslot::testing

@@ -1,0 +1,265 @@
+// The numbers of the sound, without a sound device.
+#include "tests/support/WavBuilder.h"
+
+#include "audition/SoundFile.h"
+#include "audition/sound/Convolver.h"
+#include "audition/sound/Loudness.h"
+#include "audition/sound/Mixer.h"
+#include "audition/sound/PhraseFile.h"
+#include "irfile/QNIRFile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <numeric>
+#include <random>
+
+namespace cabslot::testing {
+namespace {
+
+std::vector<float> noise(std::size_t count) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<float> value(-1, 1);
+    std::vector<float> samples(count);
+    std::generate(samples.begin(), samples.end(), [&] { return value(random); });
+    return samples;
+}
+
+Samples impulse(double level, std::size_t at = 0) {
+    Samples ir{};
+    ir[at] = level;
+    return ir;
+}
+
+/// A decaying noise, whose sum cannot pass full scale, through a one-pole low-pass filter.
+Samples decay(double level, double share) {
+    const std::vector<float> random = noise(irPointCount);
+    Samples ir{};
+    double state = 0;
+    for (std::size_t i = 0; i < irPointCount; ++i) {
+        state += share * (random[i] * std::exp(-static_cast<double>(i) / 80) - state);
+        ir[i] = level / 40 * state;
+    }
+    return ir;
+}
+
+double peakOf(const std::vector<float>& samples) {
+    return std::abs(*std::ranges::max_element(samples, {}, [](float x) { return std::abs(x); }));
+}
+
+// Sizes around the parts that the convolver cuts a phrase into.
+TEST(Convolver, EqualsDirectConvolution) {
+    const Samples ir = decay(1, 1);
+    for (const std::size_t size : {1UL, 5UL, 7168UL, 7169UL, 7170UL, 14338UL, 14339UL, 30000UL}) {
+        const std::vector<float> phrase = noise(size);
+        const std::vector<float> found = Convolver(phrase).convolve(ir);
+        ASSERT_EQ(found.size(), size + 1023);
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            double sum = 0;
+            for (std::size_t k = i < size ? 0 : i - size + 1; k < std::min(i + 1, ir.size()); ++k)
+                sum += ir[k] * static_cast<double>(phrase[i - k]);
+            ASSERT_NEAR(found[i], sum, 1e-6) << size << " samples, at " << i;
+        }
+    }
+}
+
+// ITU-R BS.1770: 997 Hz at full scale in one channel is -3.01 LUFS.
+TEST(Loudness, OfTheReferenceTone) {
+    std::vector<float> tone(44100);
+    for (std::size_t i = 0; i < tone.size(); ++i)
+        tone[i] = std::sin(2 * std::numbers::pi_v<float> * 997 * static_cast<float>(i) / 44100);
+    EXPECT_NEAR(loudnessOf(tone), -3.01, 0.05);
+    EXPECT_EQ(loudnessOf(std::vector<float>(44100)), quietest);
+}
+
+class ShippedPhrase : public ::testing::TestWithParam<const char*> {
+protected:
+    ShippedPhrase() : found(readPhrase(std::string(SHARE_FOLDER "/phrases/") + GetParam())) {}
+
+    PhraseSamples found;
+};
+
+TEST_P(ShippedPhrase, IsEquallyLoudThroughAnyIR) {
+    ASSERT_EQ(found.whyNot, "");
+    EXPECT_LE(found.samples.size(), 441000U);
+    const std::unique_ptr<Phrase> phrase = makePhrase(found);
+    QNIRFile demo;
+    Block block{};
+    ASSERT_TRUE(demo.openForInspection(SHARE_FOLDER "/examples/Demo 1x12.wav"));
+    ASSERT_TRUE(demo.GetIRDataBuffer(block));
+    for (const Samples& ir : {samplesOf(block), impulse(1), impulse(0.001, 500), decay(1, 1),
+                              decay(0.02, 0.01), decay(1, 0.05)}) {
+        const Rendering rendering = phrase->render(ir, Level::matched);
+        EXPECT_NEAR(loudnessOf(rendering.samples), matchedLoudness, 0.25);
+        EXPECT_NEAR(rendering.loudness, matchedLoudness, 0.25);
+        EXPECT_FALSE(rendering.heldByPeaks);
+    }
+}
+
+TEST_P(ShippedPhrase, SoundsAsItIsThroughAnImpulse) {
+    const Rendering rendering = makePhrase(found)->render(impulse(0.5), Level::asItIs);
+    EXPECT_NEAR(rendering.gain, 0, 1e-6);
+    EXPECT_EQ(rendering.loop, found.samples.size());
+    for (std::size_t i = 0; i < found.samples.size(); i += 101)
+        ASSERT_NEAR(rendering.samples[i], found.samples[i] / 2, 1e-6);
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, ShippedPhrase, ::testing::Values("clean.wav", "driven.wav"));
+
+// A click has a peak far above its loudness, and so has an IR that sums up a whole phrase.
+TEST(Level, PeaksStayBelowFullScale) {
+    const double highest = std::pow(10, highestPeak / 20) + 1e-6;
+    std::vector<float> clicks(44100);
+    for (std::size_t i = 0; i < clicks.size(); i += 11025)
+        clicks[i] = 0.5F;
+    Samples summing{};
+    summing.fill(0.9);
+    for (const auto& [samples, ir] :
+         {std::pair(clicks, impulse(1)), std::pair(noise(44100), summing)})
+        for (const Level level : {Level::matched, Level::asItIs}) {
+            const Rendering rendering = makePhrase({samples, false, {}})->render(ir, level);
+            EXPECT_LE(peakOf(rendering.samples), highest);
+            EXPECT_EQ(rendering.heldByPeaks,
+                      ir[1] != 0 ? level == Level::asItIs : level == Level::matched);
+        }
+    // Where the end of the loop and its start sound together, a peak may be that neither has alone.
+    Rendering overlap{.samples = std::vector<float>(4), .loop = 3};
+    overlap.samples[0] = overlap.samples[3] = 0.8F;
+    setLevel(overlap, Level::asItIs);
+    EXPECT_LE(overlap.samples[0] + overlap.samples[3], highest);
+}
+
+TEST(Level, OfSilenceIsLeftAlone) {
+    Rendering silence{.samples = std::vector<float>(44100), .loop = 44000};
+    setLevel(silence, Level::matched);
+    EXPECT_EQ(silence.gain, 0);
+    EXPECT_EQ(silence.loudness, quietest);
+}
+
+std::shared_ptr<Rendering> sounding(std::vector<float> samples, std::size_t loop) {
+    return std::make_shared<Rendering>(Rendering{.samples = std::move(samples), .loop = loop});
+}
+
+std::vector<float> pull(Mixer& mixer, std::size_t count) {
+    std::vector<float> output(count, -7);
+    mixer.pull(output);
+    return output;
+}
+
+TEST(Mixer, LoopsWithTheEndOfTheTimeBefore) {
+    Mixer mixer;
+    EXPECT_EQ(pull(mixer, 2), (std::vector<float>{0, 0}));
+    std::vector<float> samples(1200);
+    std::iota(samples.begin(), samples.end(), 0.0F);
+    mixer.play(sounding(samples, 1000));
+    const std::vector<float> found = pull(mixer, 2300);
+    EXPECT_LT(found[1], 0.01F); // it fades in
+    EXPECT_EQ(found[900], 900);
+    EXPECT_EQ(found[1000], 0 + 1000);
+    EXPECT_EQ(found[1199], 199 + 1199);
+    EXPECT_EQ(found[1200], 200);
+    EXPECT_EQ(found[2001], 1 + 1001);
+}
+
+TEST(Mixer, CrossFadesAtTheSamePlaceWithoutAStep) {
+    Mixer mixer;
+    constexpr std::size_t size = 10000;
+    std::vector<float> up(size);
+    std::iota(up.begin(), up.end(), 0.0F);
+    std::vector<float> down(size);
+    std::ranges::transform(up, down.begin(), std::negate{});
+    mixer.play(sounding(up, size));
+    pull(mixer, 2000);
+    mixer.play(sounding(std::vector<float>(size, 5000), size)); // is overtaken: never heard
+    mixer.play(sounding(down, size));
+    const std::vector<float> found = pull(mixer, 2000);
+    EXPECT_NEAR(found[0], 2000, 5);
+    EXPECT_NEAR(found[Mixer::fadeSize / 2], 0, 10);
+    EXPECT_EQ(found[Mixer::fadeSize], -2000 - static_cast<float>(Mixer::fadeSize));
+    for (std::size_t i = 1; i < found.size(); ++i)
+        ASSERT_NEAR(found[i], found[i - 1], 12); // 5800 over 20 ms, at its steepest
+    EXPECT_EQ(mixer.changes(), 2U);
+}
+
+TEST(Mixer, AChangeDuringAFadeWaitsForItsEnd) {
+    Mixer mixer;
+    mixer.play(sounding(std::vector<float>(100, 1), 100));
+    pull(mixer, 100);
+    mixer.play(sounding(std::vector<float>(100, 0.5), 100));
+    float before = pull(mixer, 1).front();
+    for (const float sample : pull(mixer, 3 * Mixer::fadeSize)) {
+        ASSERT_NEAR(sample, before, 0.002);
+        before = sample;
+    }
+    EXPECT_EQ(before, 0.5F);
+    mixer.play(nullptr);
+    EXPECT_FALSE(mixer.isSilent());
+    pull(mixer, Mixer::fadeSize + 1);
+    EXPECT_TRUE(mixer.isSilent());
+}
+
+TEST(Mixer, PlaysOnceWhatHasNoLoop) {
+    Mixer mixer;
+    mixer.play(sounding(std::vector<float>(1000, 1), 0));
+    const std::vector<float> found = pull(mixer, 1100);
+    EXPECT_EQ(found[999], 1);
+    EXPECT_EQ(found[1000], 0);
+    EXPECT_EQ(mixer.played(), 1100U);
+}
+
+TEST(PhraseFile, IsMixedAndBroughtToItsRate) {
+    const TempFolder folder;
+    WavBuilder wav{.rate = 96000, .channels = 2};
+    for (int i = 0; i < 96000; ++i)
+        wav.add(static_cast<int>(16000 * std::sin(2 * std::numbers::pi * 441 * i / 96000))).add(0);
+    const PhraseSamples phrase = readPhrase(folder.write("Mine.wav", wav.bytes()));
+    ASSERT_EQ(phrase.samples.size(), 44100U);
+    for (std::size_t i = 1000; i < 43000; i += 25) // a quarter of a period
+        ASSERT_NEAR(phrase.samples[i],
+                    16000.0 / 65536 * std::sin(std::numbers::pi / 50 * static_cast<double>(i)),
+                    1e-3);
+}
+
+TEST(PhraseFile, RefusesWhatIsNoPhrase) {
+    const TempFolder folder;
+    WavBuilder brief{.samples = std::string(40000, 'x')};
+    WavBuilder silent{.samples = std::string(2 * 44100, '\0')};
+    const std::pair<std::string, std::string> cases[] = {
+        {folder.write("brief.wav", brief.bytes()), "it is shorter than half a second"},
+        {folder.write("silent.wav", silent.bytes()), "it is silent"},
+        {folder.path("none.wav"), "there is no such file"},
+        {folder.path().string(), "it is not a file"},
+    };
+    for (const auto& [path, why] : cases)
+        EXPECT_EQ(readPhrase(path).whyNot, why);
+    const std::string text = folder.write("text.wav", "hello");
+    EXPECT_TRUE(readPhrase(text).whyNot.starts_with("it is no sound file that can be read: "));
+}
+
+TEST(PhraseFile, OfALongOneTheStartIsUsed) {
+    const TempFolder folder;
+    WavBuilder wav{.rate = 8000, .bits = 8, .samples = std::string(31 * 8000, 'x')};
+    const PhraseSamples phrase = readPhrase(folder.write("Long.wav", wav.bytes()));
+    EXPECT_EQ(phrase.samples.size(), 30U * 44100);
+    EXPECT_TRUE(phrase.isCut);
+}
+
+TEST(SoundFile, IsReadAsItWasWritten) {
+    const TempFolder folder;
+    std::vector<float> samples = noise(44101); // an odd number of bytes
+    samples[0] = 1.5F;
+    samples[1] = -1.5F;
+    const std::vector<std::uint8_t> bytes = soundFile(samples);
+    EXPECT_EQ(bytes.size(), 44U + 3 * 44101 + 1);
+    const auto found = readPhrase(folder.write("Out.wav", {bytes.begin(), bytes.end()})).samples;
+    ASSERT_EQ(found.size(), samples.size());
+    EXPECT_NEAR(found[0], 1, 1e-6);
+    EXPECT_EQ(found[1], -1);
+    for (std::size_t i = 2; i < samples.size(); ++i)
+        ASSERT_NEAR(found[i], samples[i], 1e-7);
+}
+
+} // namespace
+} // namespace cabslot::testing
