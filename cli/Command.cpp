@@ -13,6 +13,14 @@ constexpr double longestWait = 24 * 60 * 60; // seconds
 
 } // namespace
 
+void Command::addFile(const std::string& name, std::string& file, const std::string& description) {
+    subcommand().add_option(name, file, description)->required()->type_name("");
+}
+
+void Command::addJson(bool& json) {
+    subcommand().add_flag("--json", json, "Print JSON instead of lines of text");
+}
+
 void Command::addSeconds(const std::string& option, double& seconds,
                          const std::string& description) {
     std::ostringstream help;
@@ -23,8 +31,8 @@ void Command::addSeconds(const std::string& option, double& seconds,
         ->type_name("SECONDS");
 }
 
-void Command::addTimeout(PedalOptions& pedal) {
-    addSeconds("--timeout", pedal.timeout, "How long to wait for the pedal's data");
+void Command::addTimeout(double& seconds) {
+    addSeconds("--timeout", seconds, "How long to wait for the pedal's data");
 }
 
 } // namespace cabslot

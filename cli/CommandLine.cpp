@@ -1,9 +1,12 @@
 #include "cli/CommandLine.h"
 
 #include "cli/AuditionCommand.h"
-#include "cli/Command.h"
+#include "cli/ClearCommand.h"
 #include "cli/Console.h"
 #include "cli/DoctorCommand.h"
+#include "cli/InspectCommand.h"
+#include "cli/ListCommand.h"
+#include "cli/LoadCommand.h"
 #include "cli/PresetCommand.h"
 #include "platform/PedalChoice.h"
 
@@ -11,11 +14,9 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
-#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <type_traits>
 #include <vector>
 
@@ -36,7 +37,7 @@ constexpr const char* footer = R"(Exit status:
 
 Examples:
   cabslotctl list
-  cabslotctl load 2 "Room 4x12.wav"
+  cabslotctl load 2 "Vintage 4x12.wav"
   cabslotctl clear 2
   cabslotctl inspect Cab.wav --json
   cabslotctl inspect Cab.wav --plot Cab.svg
@@ -55,38 +56,21 @@ void addPedalOptions(CLI::App& app, PedalOptions& pedal) {
         ->type_name("FILE");
 }
 
+using CommandMaker = std::unique_ptr<Command> (*)(CLI::App& app, PedalOptions& pedal);
+
 template<typename T>
 std::unique_ptr<Command> make(CLI::App& app, PedalOptions& pedal) {
     if constexpr (std::is_constructible_v<T, CLI::App&, PedalOptions&>)
         return std::make_unique<T>(app, pedal);
     else
-        return std::make_unique<T>(app);
+        return std::make_unique<T>(app); // it needs no pedal
 }
 
-struct KnownCommand {
-    std::string_view name;
-    std::unique_ptr<Command> (*make)(CLI::App& app, PedalOptions& pedal);
+// In the order of the help.
+constexpr CommandMaker commandTable[] = {
+    make<ListCommand>,     make<LoadCommand>,   make<ClearCommand>,  make<InspectCommand>,
+    make<AuditionCommand>, make<PresetCommand>, make<DoctorCommand>,
 };
-
-constexpr KnownCommand knownCommands[] = {
-    {"list", make<ListCommand>},         {"load", make<LoadCommand>},
-    {"clear", make<ClearCommand>},       {"inspect", make<InspectCommand>},
-    {"audition", make<AuditionCommand>}, {"preset", make<PresetCommand>},
-    {"doctor", make<DoctorCommand>},
-};
-
-// The command that `first` names alone, if it names one: to put all of them together takes longer
-// than most of them do.
-std::vector<std::unique_ptr<Command>> makeCommands(std::string_view first, CLI::App& app,
-                                                   PedalOptions& pedal) {
-    const bool isName = std::ranges::count(knownCommands, first, &KnownCommand::name) > 0;
-    std::vector<std::unique_ptr<Command>> commands;
-    for (const KnownCommand& known : knownCommands) {
-        if (!isName || known.name == first)
-            commands.push_back(known.make(app, pedal));
-    }
-    return commands;
-}
 
 ExitStatus runGiven(const std::vector<std::unique_ptr<Command>>& commands) {
     for (const auto& command : commands) {
@@ -96,7 +80,7 @@ ExitStatus runGiven(const std::vector<std::unique_ptr<Command>>& commands) {
     return ExitStatus::wrongUsage; // not reached: a command is required
 }
 
-// A full disk must not look like success.
+/// Makes a standard output that cannot be written (a full disk) a failure.
 ExitStatus flushOutput(ExitStatus status) {
     if (std::cout.flush())
         return status;
@@ -108,15 +92,17 @@ ExitStatus flushOutput(ExitStatus status) {
 
 int runCommandLine(int argc, const char* const* argv) {
     CLI::App app(description, "cabslotctl");
-    app.set_version_flag("--version", "cabslotctl " CABSLOT_VERSION, "Show the version and end");
-    app.set_help_flag("-h,--help", "Show this help and end; also behind a command");
+    app.set_version_flag("--version", "cabslotctl " CABSLOT_VERSION, "Print the version and exit");
+    app.set_help_flag("-h,--help", "Print this help message and exit");
     app.footer(std::string(pedalHelp) + footer);
     app.require_subcommand(1);
-    app.fallthrough(); // --pedal may stand behind the command, too
+    app.fallthrough(); // --pedal may follow the command, too
 
     PedalOptions pedal;
     addPedalOptions(app, pedal);
-    const auto commands = makeCommands(argc > 1 ? argv[1] : "", app, pedal);
+    std::vector<std::unique_ptr<Command>> commands;
+    for (const CommandMaker makeCommand : commandTable)
+        commands.push_back(makeCommand(app, pedal));
 
     try {
         app.parse(argc, argv);

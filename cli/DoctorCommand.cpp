@@ -43,14 +43,14 @@ void printJson(const UsbVerdict& verdict) {
 void printLines(const UsbVerdict& verdict) {
     std::cout << verdict.message << '\n';
     if (!verdict.fix.empty())
-        std::cout << "This puts it right:\n  " << verdict.fix << '\n';
+        std::cout << "To fix it:\n  " << verdict.fix << '\n';
 }
 
 } // namespace
 
 DoctorCommand::DoctorCommand(CLI::App& app)
     : Command(app, "doctor", "Look for the pedal on USB and say what to do if it cannot be used") {
-    subcommand().add_flag("--json", json_, "Print JSON instead of lines of text");
+    addJson(json_);
 }
 
 ExitStatus DoctorCommand::run() {

@@ -5,8 +5,8 @@
 
 namespace cabslot {
 
-/// Looks at USB whatever --pedal says; talks to no pedal. The answer goes to standard output.
-/// `done` when a pedal can be used, else `noPedal`.
+/// Looks at USB whatever --pedal says and talks to no pedal. Ends with `done` when a pedal can be
+/// used, else with `noPedal`.
 class DoctorCommand final : public Command {
 public:
     explicit DoctorCommand(CLI::App& app);

@@ -1,6 +1,7 @@
+#include "cli/InspectCommand.h"
+
 #include "analysis/Plots.h"
 #include "analysis/Words.h"
-#include "cli/Command.h"
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
 #include "cli/SvgFile.h"
@@ -91,8 +92,8 @@ InspectCommand::InspectCommand(CLI::App& app)
     : Command(
           app, "inspect",
           "Show what a file would put into the pedal, and what is odd about it; needs no pedal") {
-    subcommand().add_option("FILE", file_, "A WAV or factory IR file")->required()->type_name("");
-    subcommand().add_flag("--json", json_, "Print JSON instead of lines of text");
+    addFile("FILE", file_, "A WAV or factory IR file");
+    addJson(json_);
     subcommand()
         .add_option("--block", blockFile_,
                     "Write the 1024 points to this file, as little-endian 32-bit words")

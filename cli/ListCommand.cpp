@@ -1,4 +1,5 @@
-#include "cli/Command.h"
+#include "cli/ListCommand.h"
+
 #include "cli/Console.h"
 #include "device/SharedState.h"
 
@@ -28,8 +29,8 @@ void printLines() {
 
 ListCommand::ListCommand(CLI::App& app, PedalOptions& pedal)
     : Command(app, "list", "Show the names of the four user slots"), pedal_(pedal) {
-    subcommand().add_flag("--json", json_, "Print JSON instead of lines of text");
-    addTimeout(pedal);
+    addJson(json_);
+    addTimeout(pedal.timeout);
 }
 
 ExitStatus ListCommand::run() {

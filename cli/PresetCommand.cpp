@@ -3,9 +3,8 @@
 #include "base/Files.h"
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
+#include "cli/PresetShow.h"
 #include "preset/QNPresetFile.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
@@ -44,17 +43,13 @@ ExitStatus saveWithData(QNPresetFile& preset, const std::string& file, const std
     return save(preset, file);
 }
 
-/// What all have in common but verify: one preset file.
+/// A command about one preset file.
 class PresetFileCommand : public Command {
 protected:
     PresetFileCommand(CLI::App& app, const std::string& name, const std::string& description,
                       const std::string& fileDescription = "A preset file")
         : Command(app, name, description) {
         addFile("FILE", file_, fileDescription);
-    }
-
-    void addFile(const std::string& name, std::string& file, const std::string& description) {
-        subcommand().add_option(name, file, description)->required()->type_name("");
     }
 
     const std::string& file() const { return file_; }
@@ -71,71 +66,6 @@ private:
     std::string file_;
 };
 
-class PresetShow final : public PresetFileCommand {
-public:
-    explicit PresetShow(CLI::App& app)
-        : PresetFileCommand(app, "show", "Show the fields of a preset and whether it is good") {
-        subcommand().add_flag("--json", json_, "Print JSON instead of lines of text");
-    }
-
-    ExitStatus run() override {
-        const PresetFinding found = examinePreset(file());
-        if (found.error == presetUnreadable || found.error == presetWrongLength)
-            return refuse(file(), presetVerdict(found));
-        json_ ? printJson(found) : printText(found);
-        return found.error == presetGood ? ExitStatus::done : ExitStatus::fileRefused;
-    }
-
-private:
-    static std::size_t usedBytes(const PresetBuffUnion& image, PresetField field) {
-        const auto bytes = image.bytes(field);
-        return bytes.size() - static_cast<std::size_t>(std::ranges::count(bytes, 0));
-    }
-
-    static std::string bytesText(const PresetBuffUnion& image, PresetField field) {
-        const std::size_t used = usedBytes(image, field);
-        return std::to_string(field.size) + " bytes, " +
-               (used == 0 ? "all 0" : std::to_string(used) + " of them not 0");
-    }
-
-    static const char* sizeRemark(const PresetBuffUnion& image) {
-        const bool usual = image.number(buff_S::FileSize) == presetSize;
-        return usual ? "" : " (should be 2048, but is not checked)";
-    }
-
-    static void printJson(const PresetFinding& found) {
-        const PresetBuffUnion& image = found.image;
-        const nlohmann::ordered_json json = {
-            {"version", 1},
-            {"file_size", image.number(buff_S::FileSize)},
-            {"device_id", image.number(buff_S::DeviceID)},
-            {"preset_version", image.number(buff_S::PresetVersion)},
-            {"reserve_nonzero_bytes", usedBytes(image, buff_S::Reserve)},
-            {"checksum_stored", image.number(buff_S::CheckSum)},
-            {"checksum_computed", image.dataSum()},
-            {"data_nonzero_bytes", usedBytes(image, buff_S::DataStart)},
-            {"error", static_cast<std::int32_t>(found.error)},
-            {"verdict", presetVerdict(found)}};
-        std::cout << json.dump(2) << '\n';
-    }
-
-    static void printText(const PresetFinding& found) {
-        const PresetBuffUnion& image = found.image;
-        const std::string code = "error " + std::to_string(found.error) + ": ";
-        std::cout << "size      " << image.number(buff_S::FileSize) << sizeRemark(image) << '\n'
-                  << "device    " << image.number(buff_S::DeviceID) << '\n'
-                  << "version   " << image.number(buff_S::PresetVersion) << '\n'
-                  << "reserve   " << bytesText(image, buff_S::Reserve) << '\n'
-                  << "checksum  " << image.number(buff_S::CheckSum) << " stored, "
-                  << image.dataSum() << " computed\n"
-                  << "data      " << bytesText(image, buff_S::DataStart) << '\n'
-                  << "verdict   " << (found.error == presetGood ? "" : code) << presetVerdict(found)
-                  << '\n';
-    }
-
-    bool json_ = false;
-};
-
 class PresetVerify final : public Command {
 public:
     explicit PresetVerify(CLI::App& app)
@@ -149,7 +79,7 @@ public:
             const PresetFinding found = examinePreset(file);
             if (found.error == presetGood)
                 std::cout << file << ": " << presetVerdict(found)
-                          << std::endl; // in step with errors
+                          << std::endl; // flushed, to keep the order with the refusals
             else
                 status = refuse(file, presetVerdict(found));
         }
@@ -182,7 +112,7 @@ public:
     }
 
 private:
-    const CLI::Option* data_ = nullptr; // an empty name is a name, too
+    const CLI::Option* data_ = nullptr; // tells an empty name from none
     std::string binary_;
 };
 
@@ -228,17 +158,26 @@ private:
     std::string binary_;
 };
 
+using CommandMaker = std::unique_ptr<Command> (*)(CLI::App& app);
+
+template<typename T>
+std::unique_ptr<Command> make(CLI::App& app) {
+    return std::make_unique<T>(app);
+}
+
+// In the order of the help.
+constexpr CommandMaker commandTable[] = {
+    make<PresetShow>, make<PresetVerify>, make<PresetNew>, make<PresetExport>, make<PresetImport>,
+};
+
 } // namespace
 
 PresetCommand::PresetCommand(CLI::App& app)
     : Command(app, "preset", "Show, check and make preset files; needs no pedal") {
     CLI::App& own = subcommand();
     own.require_subcommand(1);
-    commands_.push_back(std::make_unique<PresetShow>(own));
-    commands_.push_back(std::make_unique<PresetVerify>(own));
-    commands_.push_back(std::make_unique<PresetNew>(own));
-    commands_.push_back(std::make_unique<PresetExport>(own));
-    commands_.push_back(std::make_unique<PresetImport>(own));
+    for (const CommandMaker makeCommand : commandTable)
+        commands_.push_back(makeCommand(own));
 }
 
 ExitStatus PresetCommand::run() {

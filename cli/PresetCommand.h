@@ -1,4 +1,5 @@
-// preset: looks at preset files and makes them; needs no pedal.
+// preset: shows, checks and makes preset files; needs no pedal. It has commands of its own: show
+// (in PresetShow.h), verify, new, export and import.
 #pragma once
 
 #include "cli/Command.h"
@@ -8,7 +9,6 @@
 
 namespace cabslot {
 
-/// preset show, verify, new, export, import
 class PresetCommand final : public Command {
 public:
     explicit PresetCommand(CLI::App& app);

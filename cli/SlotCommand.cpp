@@ -1,5 +1,5 @@
-// load and clear.
-#include "cli/Command.h"
+#include "cli/SlotCommand.h"
+
 #include "cli/Console.h"
 #include "device/DeviceCommands.h"
 #include "device/SharedState.h"
@@ -25,7 +25,7 @@ public:
     UploadProgress(const PedalSession& session, std::string slotName)
         : session_(session), slotName_(std::move(slotName)) {}
 
-    // A Ctrl-C waits here: seven frames take 0.14 s, and half an IR in the pedal is no use.
+    // Ctrl-C is not looked at here: seven frames take 0.14 s, and half an IR is of no use.
     bool waitForUpload() override {
         line_.show(slotName_ + ": sending frame " + std::to_string(step + 1) + " of " +
                    std::to_string(uploadFrameCount));
@@ -62,7 +62,7 @@ ExitStatus checkFile(const std::string& path) {
 }
 
 ExitStatus tellEnd(UploadEnd end, std::uint32_t slot, const PedalSession& session) {
-    const std::string name = "User " + std::to_string(slot);
+    const std::string name = defaultSlotName(slot);
     switch (end) {
     case UploadEnd::confirmed:
         std::cout << name << ": " << shownName(IRNameArr.at(slot - 1)) << '\n';
@@ -93,7 +93,7 @@ SlotCommand::SlotCommand(CLI::App& app, PedalOptions& pedal, const std::string& 
             const bool known = slot.size() == 1 && slot[0] >= '1' && slot[0] <= '4';
             return known ? std::string{} : "there is no slot " + slot + "; there are 1 to 4";
         });
-    addTimeout(pedal);
+    addTimeout(pedal.timeout);
     addSeconds("--confirm-timeout", confirmTimeout_, "How long to wait for the pedal to confirm");
 }
 
@@ -109,34 +109,13 @@ ExitStatus SlotCommand::loadIntoSlot(const std::string& file, bool clearing) {
         .confirmationPolls = static_cast<std::uint32_t>(confirmTimeout_ * (1s / pollInterval))};
     UploadResult result{};
     {
-        UploadProgress progress(session, "User " + std::to_string(slot_));
+        UploadProgress progress(session, defaultSlotName(slot_));
         result = clearing ? clearSlot(slot_, bundlePath(), options, progress)
                           : loadSlot(slot_, {.path = file}, options, progress);
     }
     if (isRefused(result.end)) // it changed since it was checked
         return refuse(file, result.whyRefused);
     return tellEnd(result.end, slot_, session);
-}
-
-LoadCommand::LoadCommand(CLI::App& app, PedalOptions& pedal)
-    : SlotCommand(app, pedal, "load", "Load an impulse response into a slot") {
-    subcommand()
-        .add_option("FILE", file_,
-                    "A WAV file (44.1, 48, 88.2 or 96 kHz; 8, 16, 24 or 32-bit float) or a "
-                    "factory IR file")
-        ->required()
-        ->type_name("");
-}
-
-ExitStatus LoadCommand::run() {
-    return loadIntoSlot(file_, false);
-}
-
-ClearCommand::ClearCommand(CLI::App& app, PedalOptions& pedal)
-    : SlotCommand(app, pedal, "clear", "Clear a slot: silence, under its default name") {}
-
-ExitStatus ClearCommand::run() {
-    return loadIntoSlot(blankIRPath(bundlePath()), true);
 }
 
 } // namespace cabslot

@@ -50,7 +50,8 @@ void DUP_Unpack() {
 void DUP_UnpackCASE0() {
     if (getRX_buffer(1, FrameBuffer.data()) == 0)
         return;
-    // Any other byte is lost and the state stays: one stray byte a call, on purpose.
+    // Any other byte is dropped. The state stays, which ends the call: the protocol has it that one
+    // call drops one stray byte.
     if (FrameBuffer[0] == frameSync1) {
         vaildDataCount = 1;
         Step = unpackSync2;
@@ -89,7 +90,7 @@ void DUP_UnpackCASE5() {
         Step = unpackSync1;
         return;
     }
-    // The surplus goes behind offset 0, on purpose: the resync starts its search at offset 1.
+    // The surplus goes behind offset 0, because the resync starts its search at offset 1.
     std::copy(FrameBuffer.begin() + size, FrameBuffer.begin() + vaildDataCount,
               FrameBuffer.begin() + 1);
     vaildDataCount = static_cast<std::uint16_t>(1 + vaildDataCount - size);

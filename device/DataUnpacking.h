@@ -20,8 +20,8 @@ enum UnpackStep : std::uint8_t {
     unpackResync,
 };
 
-/// Runs states until one leaves `Step` as it was: it wants more bytes, or it has just thrown away
-/// one stray byte. Every good frame goes to CMD_Callback.
+/// Runs states until one leaves `Step` unchanged: it needs more bytes, or it has just dropped one
+/// stray byte. Every good frame goes to CMD_Callback.
 void DUP_Unpack();
 
 void DUP_UnpackCASE0(); ///< sync 1: takes one byte; anything but AA is dropped

@@ -19,8 +19,8 @@ inline constexpr std::int64_t deviceLost = 1;         ///< unplugged, or a write
 
 class DeviceObject {
 public:
-    /// Runs on the thread that sets the value (the device thread): be brief, and do not add
-    /// observers from inside. It is told nothing: read KVOValue(), which may have moved on.
+    /// Runs on the thread that sets the value, the device thread: be brief, and do not add
+    /// observers from inside. Gets no argument: KVOValue() has the value, or a newer one.
     using Observer = std::function<void()>;
 
     DeviceObject() = default;

@@ -20,8 +20,8 @@ void Handle_DeviceRemovalCallback(void* context, int result, void* sender,
                                   const HIDDeviceRef& device);
 
 /// Puts the report's valid bytes into the ring buffer. Reports of another device, or of another
-/// length than 64, are dropped. With the handshake on, so is everything before the device has shown
-/// its identity.
+/// length than 64, are dropped. With the handshake on, so are all reports until one shows the right
+/// identity.
 void deviceReportCallback(void* context, int result, const HIDDeviceRef& sender, HIDReportType type,
                           std::uint32_t reportID, const std::uint8_t* report,
                           std::size_t reportLength);

@@ -1,8 +1,7 @@
-// The narrow waist between the device link and whatever carries its reports.
+// The HID service: the interface between the device link and whatever carries its reports.
 //
-// The device link sees a bus through this interface only: it is told of devices and reports, sends
-// reports, and waits. Who implements it (USB, a socket, a simulated pedal) is decided by a
-// program's main and passed in.
+// Through it the link is told of devices and reports, sends reports, and waits. The implementation
+// (USB, a socket, a simulated pedal) is chosen by the front end and passed in.
 //
 // Thread: after construction every call is made on the device thread, except whyNoDevice().
 #pragma once
@@ -78,12 +77,13 @@ public:
     /// device is no failure. Callbacks run inside waitForEvents() only.
     virtual bool open(const HIDMatching& matching, const HIDCallbacks& callbacks) = 0;
 
-    /// Hands out what has happened, then waits for more until `deadline`. Devices that were there
-    /// before open() are announced on the first call, however near the deadline is. Returns at the
-    /// deadline also when the bus never falls silent.
+    /// Makes the callbacks for what has happened, then waits for more until `deadline`. Devices
+    /// that were there before open() are announced on the first call, however near the deadline is;
+    /// devices that come later are announced also while another is current. Returns at the deadline
+    /// even if reports keep coming.
     virtual void waitForEvents(TimePoint deadline) = 0;
 
-    /// The announced devices that are still there, oldest first.
+    /// The announced devices that are still plugged in, oldest first; also those that were closed.
     virtual std::vector<HIDDeviceRef> copyDevices() const = 0;
 
     /// Why there is no device, in words that a person can act on; empty when nothing is known.

@@ -1,7 +1,7 @@
 // The ring buffer between input reports and the unpacker: `rx_buffer` and its count and indices.
 //
-// Both ends run on the device thread; there is no lock. Nothing empties it when a device goes: the
-// unpacker finds its way through what is left.
+// Both ends run on the device thread; there is no lock. It is not emptied when a device goes: the
+// unpacker copes with what is left.
 #pragma once
 
 #include <cstdint>

@@ -144,8 +144,8 @@ void SocketHIDManager::announceNewDevices() {
     }
 }
 
-// Hands out what is there. Stops at the deadline, so that a pedal that never falls silent does not
-// keep the timers from running.
+// Reads what has arrived. Stops at the deadline, so that a pedal that sends without a pause does
+// not keep the timers from running.
 void SocketHIDManager::takeReports(const std::shared_ptr<SocketDevice>& device,
                                    TimePoint deadline) {
     std::array<std::uint8_t, 2 * hidReportSize> packet{}; // more than a report: a long one shows

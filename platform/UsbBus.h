@@ -1,9 +1,9 @@
-// What USB has to say about the pedal: where it is, whether it can be used, and if not, why.
+// The pedal on USB: where it is, whether it can be used, and if not, why.
 //
 // The HID service takes the opened devices out of the findings; the doctor command shows the
 // verdict.
 //
-// Thread: hidapi has none of its own and keeps global state; one thread of the process at a time.
+// Thread: hidapi keeps global state without a lock; one thread of the process at a time.
 #pragma once
 
 #include "device/HIDManager.h"

@@ -21,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 // A look takes about a millisecond of the device thread's time.
 constexpr auto lookInterval = 500ms;
 constexpr auto lookIntervalForMore = 1s; // while a device is announced
-constexpr int turnOfEach = 1;            // ms, when several devices share the time
+constexpr int turnOfEach = 1;            // ms, with several open devices
 constexpr int interruptedTries = 3;      // a signal ends a system call early
 constexpr int failuresThatLose = 5;      // in a row
 constexpr std::uint8_t noReportID = 0;
@@ -155,7 +155,7 @@ void UsbHIDManager::announce(const Device& device) {
     callbacks_.matching(callbacks_.context, 0, this, device);
 }
 
-// One turn: all the time is the only device's, or each of several has a little.
+// One turn: a single device is waited for until the deadline, several get a short wait each.
 void UsbHIDManager::listen(TimePoint deadline) {
     const int left = millisecondsUntil(deadline);
     const auto open = std::count_if(devices_.begin(), devices_.end(),

@@ -35,8 +35,8 @@ end
 complete -c cabslotctl -f
 complete -c cabslotctl -l pedal -x -a 'usb sim unix:' -d 'The pedal to use'
 complete -c cabslotctl -l trace -r -F -d 'Write every report to this file'
-complete -c cabslotctl -s h -l help -d 'Show the help and end'
-complete -c cabslotctl -n __cabslotctl_is -l version -d 'Show the version and end'
+complete -c cabslotctl -s h -l help -d 'Print the help and exit'
+complete -c cabslotctl -n __cabslotctl_is -l version -d 'Print the version and exit'
 
 complete -c cabslotctl -n __cabslotctl_is -a list -d 'Show the names of the four user slots'
 complete -c cabslotctl -n __cabslotctl_is -a load -d 'Load an impulse response into a slot'

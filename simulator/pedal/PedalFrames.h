@@ -7,8 +7,7 @@
 //   5       L-1   payload
 //   L+4     2     CRC-16 of the length, the command and the payload, big-endian
 //
-// The host's side has frame code of its own. The two are kept apart on purpose, so that a fault in
-// one shows against the other.
+// It shares no code with the host's side, so that a fault in one side shows against the other.
 #pragma once
 
 #include <cstddef>

@@ -8,7 +8,7 @@
 
 namespace cabslot::simulator {
 
-/// What goes wrong; several faults may be on at once. A pedal without faults has them all off.
+/// What goes wrong; several faults may be on at once.
 struct Faults {
     bool corruptCrc = false;    ///< every reply has a wrong CRC
     bool garbage = false;       ///< five stray bytes before every reply

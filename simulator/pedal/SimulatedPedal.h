@@ -1,7 +1,7 @@
 // The pedal as one connected host meets it: reports in, reports out.
 //
-// It does no input or output and asks no clock: whoever carries the reports hands in the time. One
-// connection, one SimulatedPedal; the store behind it is shared and holds what outlives a
+// It does no input or output and reads no clock: whoever carries the reports passes in the time.
+// One connection, one SimulatedPedal; the store behind it is shared and holds what outlives a
 // connection.
 #pragma once
 

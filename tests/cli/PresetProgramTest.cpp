@@ -62,15 +62,15 @@ TEST_F(CabslotctlPreset, TellsWhatIsWrongAndWhatWouldBeRight) {
     struct Row {
         std::string path;
         std::string says;
-        int error; ///< 0: there is nothing to show
+        int error; ///< 1 and 2: there are no fields to show
     };
     const Row rows[] = {
-        {folder.path("none"), "it cannot be read: there is no such file", 0},
-        {folder.path(""), "it cannot be read: it is a folder; choose a file in it", 0},
-        {"/dev/null", "it cannot be read: it is not a file but a device", 0},
-        {folder.write("short", "abc"), "it is 3 bytes long; a preset is 2048", 0},
+        {folder.path("none"), "it cannot be read: there is no such file", 1},
+        {folder.path(""), "it cannot be read: it is a folder; choose a file in it", 1},
+        {"/dev/null", "it cannot be read: it is not a file but a device", 1},
+        {folder.write("short", "abc"), "it is 3 bytes long; a preset is 2048", 2},
         {folder.write("long", std::string(5000, 'x')),
-         "it is more than 2048 bytes long; a preset is 2048", 0},
+         "it is more than 2048 bytes long; a preset is 2048", 2},
         {damaged("device", 4, 7), "it is for the device 7; this pedal's is 1", 3},
         {damaged("sum", 512, 7), "its checksum is 0; its data add up to 7", 6},
         {damaged("version", 8, 7), "its layout is of version 7; only version 0 is known", 9},
@@ -90,10 +90,12 @@ TEST_F(CabslotctlPreset, TellsWhatIsWrongAndWhatWouldBeRight) {
 
         const std::string code = std::to_string(row.error);
         EXPECT_EQ(preset({"show", row.path}), 1);
-        EXPECT_EQ(err, row.error == 0 ? line : "");
-        EXPECT_EQ(holds("verdict   error " + code + ": " + row.says + "\n"), row.error != 0) << out;
+        const bool fields = row.error > 2;
+        EXPECT_EQ(err, fields ? "" : line);
+        EXPECT_EQ(holds("verdict   error " + code + ": " + row.says + "\n"), fields) << out;
         EXPECT_EQ(preset({"show", row.path, "--json"}), 1);
-        EXPECT_EQ(holds("\"error\": " + code + ","), row.error != 0) << out;
+        EXPECT_TRUE(holds("\"error\": " + code + ",\n  \"verdict\": \"" + row.says)) << out;
+        EXPECT_EQ(holds("\"device_id\": null,"), !fields) << out;
         EXPECT_EQ(contentOf(row.path), before);
     }
     EXPECT_FALSE(std::filesystem::exists(outFile));

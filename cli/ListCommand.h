@@ -1,0 +1,19 @@
+// list: the names of the four slots, as the pedal sends them.
+#pragma once
+
+#include "cli/Command.h"
+#include "cli/PedalSession.h"
+
+namespace cabslot {
+
+class ListCommand final : public Command {
+public:
+    ListCommand(CLI::App& app, PedalOptions& pedal);
+    ExitStatus run() override;
+
+private:
+    PedalOptions& pedal_;
+    bool json_ = false;
+};
+
+} // namespace cabslot

@@ -1,0 +1,84 @@
+#include "cli/PresetShow.h"
+
+#include "cli/Console.h"
+#include "preset/PresetCheck.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <iostream>
+
+namespace cabslot {
+
+namespace {
+
+bool hasFields(const PresetFinding& found) {
+    return found.error != presetUnreadable && found.error != presetWrongLength;
+}
+
+std::size_t nonzeroBytes(const PresetBuffUnion& image, PresetField field) {
+    const auto bytes = image.bytes(field);
+    return bytes.size() - static_cast<std::size_t>(std::ranges::count(bytes, 0));
+}
+
+std::string bytesText(const PresetBuffUnion& image, PresetField field) {
+    const std::size_t nonzero = nonzeroBytes(image, field);
+    return std::to_string(field.size) + " bytes, " +
+           (nonzero == 0 ? "all 0" : std::to_string(nonzero) + " of them not 0");
+}
+
+void printJson(const PresetFinding& found) {
+    const PresetBuffUnion& image = found.image;
+    const auto shown = [&](std::size_t value) {
+        return hasFields(found) ? nlohmann::ordered_json(value) : nullptr;
+    };
+    const nlohmann::ordered_json json = {
+        {"version", 1},
+        {"file_size", shown(image.number(buff_S::FileSize))},
+        {"device_id", shown(image.number(buff_S::DeviceID))},
+        {"preset_version", shown(image.number(buff_S::PresetVersion))},
+        {"reserve_nonzero_bytes", shown(nonzeroBytes(image, buff_S::Reserve))},
+        {"checksum_stored", shown(image.number(buff_S::CheckSum))},
+        {"checksum_computed", shown(image.dataSum())},
+        {"data_nonzero_bytes", shown(nonzeroBytes(image, buff_S::DataStart))},
+        {"error", static_cast<std::int32_t>(found.error)},
+        {"verdict", presetVerdict(found)}};
+    std::cout << json.dump(2) << '\n';
+}
+
+void printText(const PresetFinding& found) {
+    const PresetBuffUnion& image = found.image;
+    const bool usualSize = image.number(buff_S::FileSize) == presetSize;
+    const std::string code = "error " + std::to_string(found.error) + ": ";
+    std::cout << "size      " << image.number(buff_S::FileSize)
+              << (usualSize ? "" : " (should be 2048, but is not checked)") << '\n'
+              << "device    " << image.number(buff_S::DeviceID) << '\n'
+              << "version   " << image.number(buff_S::PresetVersion) << '\n'
+              << "reserve   " << bytesText(image, buff_S::Reserve) << '\n'
+              << "checksum  " << image.number(buff_S::CheckSum) << " stored, " << image.dataSum()
+              << " computed\n"
+              << "data      " << bytesText(image, buff_S::DataStart) << '\n'
+              << "verdict   " << (found.error == presetGood ? "" : code) << presetVerdict(found)
+              << '\n';
+}
+
+} // namespace
+
+PresetShow::PresetShow(CLI::App& app)
+    : Command(app, "show", "Show the fields of a preset and whether it is good") {
+    addFile("FILE", file_, "A preset file");
+    addJson(json_);
+}
+
+ExitStatus PresetShow::run() {
+    const PresetFinding found = examinePreset(file_);
+    if (json_)
+        printJson(found);
+    else if (hasFields(found))
+        printText(found);
+    else
+        complain(file_ + ": " + presetVerdict(found));
+    return found.error == presetGood ? ExitStatus::done : ExitStatus::fileRefused;
+}
+
+} // namespace cabslot
