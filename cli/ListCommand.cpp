@@ -22,7 +22,7 @@ void printJson() {
 
 void printLines() {
     for (std::size_t i = 0; i < slotCount; ++i)
-        std::cout << "User " << i + 1 << ": " << shownName(IRNameArr.at(i)) << '\n';
+        std::cout << defaultSlotName(i + 1) << ": " << shownName(IRNameArr.at(i)) << '\n';
 }
 
 } // namespace

@@ -3,7 +3,9 @@
 
 #include "cli/Command.h"
 #include "cli/PedalSession.h"
+#include "upload/SlotUpload.h"
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 
@@ -21,7 +23,8 @@ protected:
 private:
     PedalOptions& pedal_;
     std::uint32_t slot_ = 0;
-    double confirmTimeout_ = 600;
+    double confirmTimeout_ =
+        std::chrono::duration<double>(confirmationPollLimit * pollPeriod).count();
 };
 
 } // namespace cabslot
