@@ -144,15 +144,15 @@ void serveUntilSignal(const std::vector<PedalServer*>& servers, const sigset_t& 
 /// Until a signal comes or the pedal vanishes.
 int serveOnUsb(PedalServer& pedal, const sigset_t& signals) {
     std::string why;
-    FileDescriptor bus = plugIntoVirtualPort(why);
+    cabslot::FileDescriptor bus = plugIntoVirtualPort(why);
     if (!bus)
         return fail(why);
-    const FileDescriptor stop(::signalfd(-1, &signals, SFD_CLOEXEC));
+    const cabslot::FileDescriptor stop(::signalfd(-1, &signals, SFD_CLOEXEC));
     int ends[2];
     if (!stop || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
         return fail("the system gives no descriptors");
     pedal.adopt(ends[0]);
-    UsbPedal cable(std::move(bus), FileDescriptor(ends[1]));
+    UsbPedal cable(std::move(bus), cabslot::FileDescriptor(ends[1]));
     printLine("plugged in");
     std::thread thread([&pedal] { pedal.run(); }); // ends when the cable is pulled
     cable.run(stop.get());
