@@ -1,14 +1,13 @@
 #include "cli/PresetCommand.h"
 
+#include "base/Files.h"
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
 #include "cli/PresetShow.h"
 #include "preset/QNPresetFile.h"
-#include "preset/SmallFile.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -26,20 +25,20 @@ ExitStatus save(QNPresetFile& preset, const std::string& file) {
     std::int32_t error = presetGood;
     if (preset.SavePresetToFilePath(file, &error))
         return ExitStatus::done;
-    const int why = errno;
-    complain(file + " cannot be written: " + fileErrorText(why));
+    complain(file + " cannot be written: " + preset.whyNotSaved());
     return ExitStatus::wrongUsage;
 }
 
 /// Saves `preset` with the bytes of the file `binary` as its data; what they do not fill is 0.
 ExitStatus saveWithData(QNPresetFile& preset, const std::string& file, const std::string& binary) {
-    std::array<std::uint8_t, presetDataSize + 1> data{}; // one byte more shows what is too long
-    std::size_t length = 0;
-    if (const int error = readFileStart(binary, data, length))
-        return refuse(binary, "it cannot be read: " + fileErrorText(error));
-    if (length > presetDataSize)
+    const FileBytes bytes = readFile(binary, presetDataSize + 1); // one more shows what is too long
+    if (!bytes.bytes)
+        return refuse(binary, "it cannot be read: " + bytes.whyNot);
+    if (bytes.size > presetDataSize)
         return refuse(binary, "it is more than " + std::to_string(presetDataSize) +
                                   " bytes long; the data area of a preset holds no more");
+    std::array<std::uint8_t, presetDataSize> data{};
+    std::ranges::copy(bytes.span(), data.begin());
     preset.WritePresetBufferPresetData(data.data(), presetDataSize);
     return save(preset, file);
 }

@@ -32,6 +32,21 @@ TEST_F(Cabslotctl, ListsLoadsAndClears) {
     EXPECT_EQ(out, "User 1: User 1\nUser 2: User 2\nUser 3: User 3\nUser 4: User 4\n");
 }
 
+TEST_F(Cabslotctl, OutputFollowsALinkAndKeepsTheFilesMode) {
+    using std::filesystem::perms;
+    const perms mode = perms::owner_read | perms::owner_write | perms::group_read;
+    for (const char* option : {"--block", "--plot"}) {
+        const std::string file = folder.write("kept.svg", "old");
+        const std::string link = folder.path(std::string(option) + ".svg");
+        std::filesystem::permissions(file, mode);
+        std::filesystem::create_symlink("kept.svg", link);
+        EXPECT_EQ(run({"inspect", wav(), option, link}), 0) << err;
+        EXPECT_TRUE(std::filesystem::is_symlink(link));
+        EXPECT_GT(contentOf(file).size(), 1000U);
+        EXPECT_EQ(std::filesystem::status(file).permissions(), mode);
+    }
+}
+
 TEST_F(Cabslotctl, LoadsAFactoryIR) {
     startPedal();
     const std::string factory = folder.write("x.bin", factoryFile(16, std::string(3072, '\x11')));
