@@ -5,7 +5,6 @@
 #include "device/SharedState.h"
 #include "fuzz/StandIn.h"
 #include "irfile/FactoryNames.h"
-#include "irfile/LittleEndian.h"
 #include "irfile/QNIRFile.h"
 
 #include <string_view>
@@ -34,8 +33,11 @@ struct Expected {
     std::size_t find(std::string_view tag) const { return content.find(tag); }
     /// Bytes that the file does not have are 0.
     std::uint32_t number(std::size_t at, std::size_t width) const {
-        const std::string bytes = at < content.size() ? content.substr(at, width) : "";
-        return littleEndian(Bytes(bytes.begin(), bytes.end()));
+        std::uint32_t value = 0;
+        for (std::size_t i = width; i-- > 0;)
+            value = value << 8 |
+                    (at + i < content.size() ? static_cast<std::uint8_t>(content[at + i]) : 0U);
+        return value;
     }
     std::uint32_t channels() const { return factory ? 1 : number(fmt + 10, 2); }
     std::uint32_t rate() const { return factory ? 44100 : number(fmt + 12, 4); }
