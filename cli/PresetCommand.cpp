@@ -58,7 +58,7 @@ protected:
         const PresetFinding found = examinePreset(file_); // once: what is told is what was found
         if (found.error != presetGood)
             return refuse(file_, presetVerdict(found));
-        ChangeData(found.image.Buff_A, preset.NewPreset.Buff_A);
+        ChangeData(found.image, preset.NewPreset);
         return ExitStatus::done;
     }
 
@@ -130,7 +130,7 @@ public:
         std::string why;
         if (std::error_code unknown; std::filesystem::equivalent(file(), out_, unknown))
             why = out_ + " is the preset itself; give another name";
-        else if (writeOutputFile(out_, preset.NewPreset.bytes(buff_S::DataStart), why))
+        else if (writeOutputFile(out_, preset.NewPreset.buff_S.DataStart, why))
             return ExitStatus::done;
         complain(why);
         return ExitStatus::wrongUsage;
