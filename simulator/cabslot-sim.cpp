@@ -104,7 +104,7 @@ PedalOptions optionsOf(const Arguments& arguments) {
     return options;
 }
 
-/// One call, one line at once, also from two threads and into a pipe.
+/// One write per line: lines of two threads do not mix, and a pipe gets them at once.
 void printLine(const std::string& line) {
     std::fputs((line + "\n").c_str(), stdout);
     std::fflush(stdout);
@@ -122,7 +122,8 @@ sigset_t blockEndSignals() {
     sigaddset(&signals, SIGINT);
     sigaddset(&signals, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    // A log that nobody reads any more (`| head`) is no reason to leave the sockets behind.
+    // When the reader of the log goes (`| head`), the program must not end without removing its
+    // sockets.
     std::signal(SIGPIPE, SIG_IGN);
     return signals;
 }
