@@ -18,8 +18,7 @@ std::string originText(const QNIRFile& file) {
 
 IRSummary summaryOf(const QNIRFile& file, const Block& block, const std::string& name) {
     const Samples samples = samplesOf(block);
-    const FileFacts facts = factsOf(file);
-    return {name, originText(file), framesText(facts), samples, findingsOf(samples, facts)};
+    return {name, originText(file), samples, findingsOf(samples, factsOf(file))};
 }
 
 std::string levelsText(const Samples& samples) {
