@@ -55,11 +55,10 @@ protected:
     const std::string& file() const { return file_; }
 
     ExitStatus read(QNPresetFile& preset) const {
-        const PresetFinding found = examinePreset(file_); // once: what is told is what was found
-        if (found.error != presetGood)
-            return refuse(file_, presetVerdict(found));
-        ChangeData(found.image.Buff_A, preset.NewPreset.Buff_A);
-        return ExitStatus::done;
+        std::int32_t error = presetGood;
+        if (preset.ReadFileToPresetPath(file_, &error))
+            return ExitStatus::done;
+        return refuse(file_, preset.whyNotRead());
     }
 
 private:
@@ -127,10 +126,12 @@ public:
         QNPresetFile preset;
         if (const ExitStatus status = read(preset); status != ExitStatus::done)
             return status;
+        std::array<std::uint8_t, presetDataSize> data{};
+        preset.ReadPresetBufferPresetData(data.data(), presetDataSize);
         std::string why;
         if (std::error_code unknown; std::filesystem::equivalent(file(), out_, unknown))
             why = out_ + " is the preset itself; give another name";
-        else if (writeOutputFile(out_, preset.NewPreset.bytes(buff_S::DataStart), why))
+        else if (writeOutputFile(out_, data, why))
             return ExitStatus::done;
         complain(why);
         return ExitStatus::wrongUsage;

@@ -9,6 +9,7 @@ namespace cabslot {
 bool QNPresetFile::ReadFileToPresetPath(const std::string& path, std::int32_t* Errormsg) {
     const PresetFinding found = examinePreset(path);
     *Errormsg = found.error;
+    whyNotRead_ = found.error == presetGood ? std::string() : presetVerdict(found);
     if (found.error != presetGood)
         return false;
     ChangeData(found.image.Buff_A, NewPreset.Buff_A);

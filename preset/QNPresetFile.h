@@ -30,6 +30,9 @@ public:
     /// Leaves the checksum alone: saving brings it up to date.
     bool WritePresetBufferPresetData(const std::uint8_t* source, std::uint32_t Len);
 
+    /// Why the last read failed, in words to follow "PATH: ".
+    const std::string& whyNotRead() const { return whyNotRead_; }
+
     /// Why the last save failed, in words to follow "PATH cannot be written: ".
     const std::string& whyNotSaved() const { return whyNotSaved_; }
 
@@ -37,6 +40,7 @@ public:
     PresetBuffUnion NewPreset;
 
 private:
+    std::string whyNotRead_;
     std::string whyNotSaved_;
 };
 
