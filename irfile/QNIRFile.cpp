@@ -59,15 +59,15 @@ QNIRFile::QNIRFile() {
 
 bool QNIRFile::OpenFilePath(const std::string& path) {
     staging_ = true;
-    return open(path);
+    return open(path, Extent::asNeeded);
 }
 
-bool QNIRFile::openForInspection(const std::string& path) {
+bool QNIRFile::openForInspection(const std::string& path, Extent extent) {
     staging_ = false;
-    return open(path);
+    return open(path, extent);
 }
 
-bool QNIRFile::open(const std::string& path) {
+bool QNIRFile::open(const std::string& path, Extent extent) {
     for (const std::uint32_t most : {usualPart, wholeFile}) {
         releaseFile();
         FileBytes file = readFile(path, most);
@@ -78,6 +78,8 @@ bool QNIRFile::open(const std::string& path) {
         const bool accepted = examine({readBytes_.get(), file.size}, path);
         if (file.whole || (accepted && holdsItsPoints()))
             return accepted;
+        if (extent == Extent::start)
+            return refuse("it is long, and its samples are not within its first megabyte");
     }
     return false; // not reached: the second time the file is whole
 }
