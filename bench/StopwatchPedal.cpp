@@ -20,7 +20,7 @@ constexpr std::uint8_t importCommand = 0xE9;
 
 } // namespace
 
-StopwatchPedal::StopwatchPedal(simulator::FileDescriptor socket) : socket_(std::move(socket)) {
+StopwatchPedal::StopwatchPedal(FileDescriptor socket) : socket_(std::move(socket)) {
     ::fcntl(socket_.get(), F_SETFL, 0); // it waits
     thread_ = std::thread([this] { serve(); });
 }

@@ -1,7 +1,7 @@
 // A simulated pedal at one end of a socket, on a thread of its own, that notes when what happened.
 #pragma once
 
-#include "simulator/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 #include "simulator/pedal/PedalStore.h"
 
 #include <chrono>
@@ -26,7 +26,7 @@ struct UploadTimes {
 /// Serves until the other end closes or it is destroyed. Confirms at once.
 class StopwatchPedal {
 public:
-    explicit StopwatchPedal(simulator::FileDescriptor socket);
+    explicit StopwatchPedal(FileDescriptor socket);
     ~StopwatchPedal();
 
     /// The uploads that were confirmed since the last call; any thread.
@@ -36,7 +36,7 @@ private:
     void serve();
     void note(const std::uint8_t* report, Clock::time_point now);
 
-    simulator::FileDescriptor socket_;
+    FileDescriptor socket_;
     simulator::PedalStore store_;
     UploadTimes upload_;
     std::mutex mutex_;

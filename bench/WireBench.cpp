@@ -69,7 +69,7 @@ void measureUploads(int count, const std::string& file) {
     int ends[2];
     if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
         fail("no socket pair");
-    StopwatchPedal pedal{simulator::FileDescriptor(ends[0])};
+    StopwatchPedal pedal{FileDescriptor(ends[0])};
     SocketHIDManager manager(ends[1]);
     HIDClass link(manager);
     std::atomic<bool> ready{false};

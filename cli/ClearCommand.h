@@ -1,4 +1,4 @@
-// clear: silence into a slot, under its default name.
+// clear: silence into slots, under their default names.
 #pragma once
 
 #include "cli/SlotCommand.h"
@@ -9,6 +9,12 @@ class ClearCommand final : public SlotCommand {
 public:
     ClearCommand(CLI::App& app, PedalOptions& pedal);
     ExitStatus run() override;
+
+private:
+    void checkUsage();
+
+    std::vector<std::uint32_t> slots_;
+    bool all_ = false;
 };
 
 } // namespace cabslot

@@ -1,8 +1,7 @@
 #include "cli/DoctorCommand.h"
 
+#include "cli/Json.h"
 #include "platform/UsbBus.h"
-
-#include <nlohmann/json.hpp>
 
 #include <iostream>
 
@@ -37,7 +36,7 @@ void printJson(const UsbVerdict& verdict) {
     json["message"] = verdict.message;
     if (!verdict.fix.empty())
         json["fix"] = verdict.fix;
-    std::cout << json.dump(2) << '\n';
+    printDocument(json);
 }
 
 void printLines(const UsbVerdict& verdict) {

@@ -3,12 +3,11 @@
 #include "analysis/Plots.h"
 #include "analysis/Words.h"
 #include "cli/Console.h"
+#include "cli/Json.h"
 #include "cli/OutputFile.h"
 #include "cli/SvgFile.h"
 #include "cli/TerminalWave.h"
 #include "irfile/QNIRFile.h"
-
-#include <nlohmann/json.hpp>
 
 #include <cmath>
 #include <iostream>
@@ -46,7 +45,7 @@ void printJson(const QNIRFile& file, const IRSummary& summary) {
                                    {"findings", nlohmann::ordered_json::array()}};
     for (const Finding& finding : summary.findings)
         json["findings"].push_back({{"kind", nameOf(finding.kind)}, {"text", finding.text}});
-    std::cout << json.dump(2) << '\n';
+    printDocument(json);
 }
 
 const char* channelRemark(const QNIRFile& file) {

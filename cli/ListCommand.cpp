@@ -1,9 +1,9 @@
 #include "cli/ListCommand.h"
 
 #include "cli/Console.h"
+#include "cli/Json.h"
 #include "device/SharedState.h"
-
-#include <nlohmann/json.hpp>
+#include "memory/SlotMemory.h"
 
 #include <iostream>
 
@@ -11,18 +11,31 @@ namespace cabslot {
 
 namespace {
 
-void printJson() {
+nlohmann::ordered_json rememberedJson(SlotMemory& memory, std::uint32_t slot) {
+    const auto record = memory.recall(slot, IRNameArr.at(slot - 1));
+    if (!record)
+        return nullptr;
+    nlohmann::ordered_json json = {{"name", record->name}, {"source", nullptr}};
+    if (!record->source.empty())
+        json["source"] = record->source;
+    json["time"] = isoTime(record->time);
+    return json;
+}
+
+void printJson(SlotMemory memory) {
     nlohmann::ordered_json slots = nlohmann::ordered_json::array();
-    for (std::size_t i = 0; i < slotCount; ++i) {
-        slots.push_back(
-            {{"slot", i + 1}, {"name", IRNameArr.at(i)}, {"factory", isInternalIRArray[i] == 1}});
+    for (std::uint32_t slot = 1; slot <= slotCount; ++slot) {
+        slots.push_back({{"slot", slot},
+                         {"name", IRNameArr.at(slot - 1)},
+                         {"factory", isInternalIRArray[slot - 1] == 1},
+                         {"remembered", rememberedJson(memory, slot)}});
     }
-    std::cout << nlohmann::ordered_json{{"version", 1}, {"slots", slots}}.dump(2) << '\n';
+    printDocument({{"version", 1}, {"slots", slots}});
 }
 
 void printLines() {
     for (std::size_t i = 0; i < slotCount; ++i)
-        std::cout << "User " << i + 1 << ": " << shownName(IRNameArr.at(i)) << '\n';
+        std::cout << defaultSlotName(i + 1) << ": " << shownName(IRNameArr.at(i)) << '\n';
 }
 
 } // namespace
@@ -37,7 +50,7 @@ ExitStatus ListCommand::run() {
     PedalSession session(pedal_);
     if (const ExitStatus connected = session.connect(); connected != ExitStatus::done)
         return connected;
-    json_ ? printJson() : printLines();
+    json_ ? printJson(SlotMemory(pedal_.pedal, complain)) : printLines();
     return ExitStatus::done;
 }
 

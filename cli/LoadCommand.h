@@ -1,17 +1,29 @@
-// load: an IR file into a slot.
+// load: IR files into slots.
 #pragma once
 
 #include "cli/SlotCommand.h"
 
 namespace cabslot {
 
+/// All files are checked before the pedal is touched: one that is refused means that nothing is
+/// sent.
 class LoadCommand final : public SlotCommand {
 public:
     LoadCommand(CLI::App& app, PedalOptions& pedal);
     ExitStatus run() override;
 
 private:
+    struct Pair {
+        std::uint32_t slot;
+        std::string file;
+    };
+
+    std::vector<Pair> pairs() const;
+    void checkUsage() const;
+
+    std::uint32_t slot_ = 0;
     std::string file_;
+    std::vector<std::string> more_; ///< slot, file, slot, file ...
 };
 
 } // namespace cabslot

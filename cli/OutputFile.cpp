@@ -1,10 +1,9 @@
 #include "cli/OutputFile.h"
 
-#include <unistd.h>
+#include "base/Files.h"
+#include "base/SystemError.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
@@ -13,12 +12,14 @@ namespace cabslot {
 
 namespace {
 
-bool writeStraight(const std::string& path, std::span<const std::uint8_t> bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    for (const std::uint8_t byte : bytes)
-        out.put(static_cast<char>(byte));
+/// Writes to what is there and is no regular file; returns why that failed, or an empty text.
+std::string writeTo(const std::string& path, std::span<const std::uint8_t> bytes) {
+    errno = 0;
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(bytes.data()),
+              static_cast<std::streamsize>(bytes.size()));
     out.close();
-    return out.good();
+    return out.good() ? std::string() : systemErrorText(errno);
 }
 
 } // namespace
@@ -27,16 +28,11 @@ bool writeOutputFile(const std::string& path, std::span<const std::uint8_t> byte
                      std::string& why) {
     std::error_code unknown;
     const auto status = std::filesystem::status(path, unknown);
-    const bool replace = !std::filesystem::exists(status) || is_regular_file(status);
-    const std::string target = replace ? path + "." + std::to_string(::getpid()) + ".part" : path;
-
-    errno = 0;
-    if (writeStraight(target, bytes) &&
-        (!replace || std::rename(target.c_str(), path.c_str()) == 0))
+    const bool replaces = !exists(status) || is_regular_file(status);
+    const std::string failure = replaces ? replaceFile(path, bytes) : writeTo(path, bytes);
+    if (failure.empty())
         return true;
-    why = path + " cannot be written: " + std::strerror(errno);
-    if (replace)
-        std::remove(target.c_str());
+    why = path + " cannot be written: " + failure;
     return false;
 }
 

@@ -1,14 +1,13 @@
 #include "cli/PresetCommand.h"
 
+#include "base/Files.h"
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
 #include "cli/PresetShow.h"
 #include "preset/QNPresetFile.h"
-#include "preset/SmallFile.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -26,20 +25,20 @@ ExitStatus save(QNPresetFile& preset, const std::string& file) {
     std::int32_t error = presetGood;
     if (preset.SavePresetToFilePath(file, &error))
         return ExitStatus::done;
-    const int why = errno;
-    complain(file + " cannot be written: " + fileErrorText(why));
+    complain(file + " cannot be written: " + preset.whyNotSaved());
     return ExitStatus::wrongUsage;
 }
 
 /// Saves `preset` with the bytes of the file `binary` as its data; what they do not fill is 0.
 ExitStatus saveWithData(QNPresetFile& preset, const std::string& file, const std::string& binary) {
-    std::array<std::uint8_t, presetDataSize + 1> data{}; // one byte more shows what is too long
-    std::size_t length = 0;
-    if (const int error = readFileStart(binary, data, length))
-        return refuse(binary, "it cannot be read: " + fileErrorText(error));
-    if (length > presetDataSize)
+    const FileBytes bytes = readFile(binary, presetDataSize + 1); // one more shows what is too long
+    if (!bytes.bytes)
+        return refuse(binary, "it cannot be read: " + bytes.whyNot);
+    if (bytes.size > presetDataSize)
         return refuse(binary, "it is more than " + std::to_string(presetDataSize) +
                                   " bytes long; the data area of a preset holds no more");
+    std::array<std::uint8_t, presetDataSize> data{};
+    std::ranges::copy(bytes.span(), data.begin());
     preset.WritePresetBufferPresetData(data.data(), presetDataSize);
     return save(preset, file);
 }
@@ -56,11 +55,10 @@ protected:
     const std::string& file() const { return file_; }
 
     ExitStatus read(QNPresetFile& preset) const {
-        const PresetFinding found = examinePreset(file_); // once: what is told is what was found
-        if (found.error != presetGood)
-            return refuse(file_, presetVerdict(found));
-        ChangeData(found.image.Buff_A, preset.NewPreset.Buff_A);
-        return ExitStatus::done;
+        std::int32_t error = presetGood;
+        if (preset.ReadFileToPresetPath(file_, &error))
+            return ExitStatus::done;
+        return refuse(file_, preset.whyNotRead());
     }
 
 private:
@@ -128,10 +126,12 @@ public:
         QNPresetFile preset;
         if (const ExitStatus status = read(preset); status != ExitStatus::done)
             return status;
+        std::array<std::uint8_t, presetDataSize> data{};
+        preset.ReadPresetBufferPresetData(data.data(), presetDataSize);
         std::string why;
         if (std::error_code unknown; std::filesystem::equivalent(file(), out_, unknown))
             why = out_ + " is the preset itself; give another name";
-        else if (writeOutputFile(out_, preset.NewPreset.bytes(buff_S::DataStart), why))
+        else if (writeOutputFile(out_, data, why))
             return ExitStatus::done;
         complain(why);
         return ExitStatus::wrongUsage;

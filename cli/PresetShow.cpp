@@ -1,9 +1,8 @@
 #include "cli/PresetShow.h"
 
 #include "cli/Console.h"
+#include "cli/Json.h"
 #include "preset/PresetCheck.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <iostream>
@@ -43,7 +42,7 @@ void printJson(const PresetFinding& found) {
         {"data_nonzero_bytes", shown(nonzeroBytes(image, buff_S::DataStart))},
         {"error", static_cast<std::int32_t>(found.error)},
         {"verdict", presetVerdict(found)}};
-    std::cout << json.dump(2) << '\n';
+    printDocument(json);
 }
 
 void printText(const PresetFinding& found) {

@@ -4,11 +4,13 @@
 #include "device/DeviceCommands.h"
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
+#include "memory/SlotMemory.h"
 #include "platform/BundlePath.h"
-#include "upload/SlotUpload.h"
 
+#include <algorithm>
 #include <chrono>
 #include <iostream>
+#include <span>
 #include <thread>
 
 namespace cabslot {
@@ -22,12 +24,12 @@ constexpr auto pollInterval = 10ms;
 // Shows how far the upload is; gives it up when the pedal is gone.
 class UploadProgress final : public UploadWait {
 public:
-    UploadProgress(const PedalSession& session, std::string slotName)
-        : session_(session), slotName_(std::move(slotName)) {}
+    UploadProgress(const PedalSession& session, std::string label)
+        : session_(session), label_(std::move(label)) {}
 
     // Ctrl-C is not looked at here: seven frames take 0.14 s, and half an IR is of no use.
     bool waitForUpload() override {
-        line_.show(slotName_ + ": sending frame " + std::to_string(step + 1) + " of " +
+        line_.show(label_ + ": sending frame " + std::to_string(step + 1) + " of " +
                    std::to_string(uploadFrameCount));
         std::this_thread::sleep_for(pollInterval);
         return !session_.lost();
@@ -35,7 +37,7 @@ public:
 
     bool waitForConfirmation(std::uint32_t poll) override {
         const auto seconds = std::chrono::floor<std::chrono::seconds>(poll * pollInterval);
-        line_.show(slotName_ + ": sent, waiting for the pedal to confirm, " +
+        line_.show(label_ + ": sent, waiting for the pedal to confirm, " +
                    std::to_string(seconds.count()) + " s");
         std::this_thread::sleep_for(pollInterval);
         return !session_.lost() && !interrupted();
@@ -43,7 +45,7 @@ public:
 
 private:
     const PedalSession& session_;
-    std::string slotName_;
+    std::string label_;
     ProgressLine line_;
 };
 
@@ -52,27 +54,35 @@ ExitStatus refuse(const std::string& file, const std::string& why) {
     return ExitStatus::fileRefused;
 }
 
-// Looks at the file the way the upload will, without touching what the pedal is sent.
-ExitStatus checkFile(const std::string& path) {
-    QNIRFile file;
-    std::array<std::uint32_t, irPointCount> block{};
-    if (file.openForInspection(path) && file.GetIRDataBuffer(block))
-        return ExitStatus::done;
-    return refuse(path, file.whyRefused());
+UploadResult uploadOne(const std::vector<SlotJob>& jobs, std::size_t index,
+                       const UploadOptions& options, const PedalSession& session) {
+    const SlotJob& job = jobs[index];
+    std::string label = defaultSlotName(job.slot);
+    if (jobs.size() > 1)
+        label = std::to_string(index + 1) + " of " + std::to_string(jobs.size()) + ", " + label;
+    UploadProgress progress(session, label);
+    return job.clearing ? clearSlot(job.slot, bundlePath(), options, progress)
+                        : loadSlot(job.slot, job.source, options, progress);
 }
 
-ExitStatus tellEnd(UploadEnd end, std::uint32_t slot, const PedalSession& session) {
-    const std::string name = defaultSlotName(slot);
-    switch (end) {
-    case UploadEnd::confirmed:
-        std::cout << name << ": " << shownName(IRNameArr.at(slot - 1)) << '\n';
-        return ExitStatus::done;
-    case UploadEnd::notConfirmed:
+void tellConfirmed(std::uint32_t slot) {
+    std::cout << defaultSlotName(slot) << ": " << shownName(IRNameArr.at(slot - 1))
+              << std::endl; // flushed: what is confirmed is known, whatever follows
+}
+
+std::string sourceToTell(const SlotJob& job) {
+    return job.clearing ? std::string() : job.source.path;
+}
+
+ExitStatus tellFailure(const SlotJob& job, const UploadResult& result,
+                       const PedalSession& session) {
+    const std::string name = defaultSlotName(job.slot);
+    if (isRefused(result.end)) // it changed since it was checked
+        return refuse(job.source.path, result.whyRefused);
+    if (result.end == UploadEnd::notConfirmed) {
         complain("the pedal did not confirm in time that it has stored " + name +
                  "; look with \"cabslotctl list\" and load it again if need be");
         return ExitStatus::notConfirmed;
-    default:
-        break;
     }
     if (session.lost())
         return session.complainAboutLoss("; " + name + " may be incomplete: load it again");
@@ -80,26 +90,48 @@ ExitStatus tellEnd(UploadEnd end, std::uint32_t slot, const PedalSession& sessio
     return ExitStatus::interrupted;
 }
 
+/// After a failure: how many were confirmed, and which were not tried.
+void tellRest(std::size_t confirmed, std::size_t all, std::span<const SlotJob> notTried) {
+    if (all == 1)
+        return;
+    std::string line = std::to_string(confirmed) + " of " + std::to_string(all) + " confirmed";
+    for (const SlotJob& job : notTried)
+        line += (&job == notTried.data() ? "; not sent: " : ", ") + defaultSlotName(job.slot);
+    complain(line);
+}
+
 } // namespace
 
 SlotCommand::SlotCommand(CLI::App& app, PedalOptions& pedal, const std::string& name,
                          const std::string& description)
     : Command(app, name, description), pedal_(pedal) {
-    subcommand()
-        .add_option("SLOT", slot_, "The user slot, 1 to 4")
-        ->required()
-        ->type_name("")
-        ->check([](const std::string& slot) {
-            const bool known = slot.size() == 1 && slot[0] >= '1' && slot[0] <= '4';
-            return known ? std::string{} : "there is no slot " + slot + "; there are 1 to 4";
-        });
     addTimeout(pedal.timeout);
-    addSeconds("--confirm-timeout", confirmTimeout_, "How long to wait for the pedal to confirm");
+    addSeconds("--confirm-timeout", confirmTimeout_,
+               "How long to wait for the pedal to confirm, for each slot");
 }
 
-ExitStatus SlotCommand::loadIntoSlot(const std::string& file, bool clearing) {
-    if (const ExitStatus checked = checkFile(file); checked != ExitStatus::done)
-        return checked;
+std::string SlotCommand::whyNoSlot(const std::string& slot) {
+    const bool known = slot.size() == 1 && slot[0] >= '1' && slot[0] <= '4';
+    return known ? std::string{} : "there is no slot " + slot + "; there are 1 to 4";
+}
+
+void SlotCommand::rejectRepeatedSlot(std::vector<std::uint32_t> slots) {
+    std::ranges::sort(slots);
+    const auto twice = std::ranges::adjacent_find(slots);
+    if (twice != slots.end())
+        throw CLI::ValidationError("slot " + std::to_string(*twice) + " is named twice");
+}
+
+std::optional<IRSource> SlotCommand::checkedSource(const std::string& path) {
+    QNIRFile file;
+    std::array<std::uint32_t, irPointCount> block{};
+    if (file.openForInspection(path) && file.GetIRDataBuffer(block))
+        return IRSource{.path = path};
+    refuse(path, file.whyRefused());
+    return {};
+}
+
+ExitStatus SlotCommand::upload(const std::vector<SlotJob>& jobs) const {
     PedalSession session(pedal_);
     if (const ExitStatus connected = session.connect(); connected != ExitStatus::done)
         return connected;
@@ -107,15 +139,18 @@ ExitStatus SlotCommand::loadIntoSlot(const std::string& file, bool clearing) {
     const UploadOptions options = {
         .arming = Arming::withLastFrame,
         .confirmationPolls = static_cast<std::uint32_t>(confirmTimeout_ * (1s / pollInterval))};
-    UploadResult result{};
-    {
-        UploadProgress progress(session, defaultSlotName(slot_));
-        result = clearing ? clearSlot(slot_, bundlePath(), options, progress)
-                          : loadSlot(slot_, {.path = file}, options, progress);
+    SlotMemory memory(pedal_.pedal, complain);
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        const UploadResult result = uploadOne(jobs, i, options, session);
+        if (result.end != UploadEnd::confirmed) {
+            const ExitStatus status = tellFailure(jobs[i], result, session);
+            tellRest(i, jobs.size(), std::span(jobs).subspan(i + 1));
+            return status;
+        }
+        tellConfirmed(jobs[i].slot);
+        memory.remember(jobs[i].slot, recordOfUpload(jobs[i].slot, sourceToTell(jobs[i])));
     }
-    if (isRefused(result.end)) // it changed since it was checked
-        return refuse(file, result.whyRefused);
-    return tellEnd(result.end, slot_, session);
+    return ExitStatus::done;
 }
 
 } // namespace cabslot

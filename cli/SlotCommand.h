@@ -1,27 +1,47 @@
-// What load and clear share: one slot's upload on a pedal, and how its end is told.
+// What load and clear share: uploads to one or more slots in one session with a pedal.
 #pragma once
 
 #include "cli/Command.h"
 #include "cli/PedalSession.h"
+#include "upload/SlotUpload.h"
 
+#include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace cabslot {
+
+/// What one slot is to get.
+struct SlotJob {
+    std::uint32_t slot = 0; ///< 1 to 4
+    IRSource source;        ///< checked already
+    bool clearing = false;  ///< under the slot's default name, not the source's
+};
 
 class SlotCommand : public Command {
 protected:
     SlotCommand(CLI::App& app, PedalOptions& pedal, const std::string& name,
                 const std::string& description);
 
-    /// Checks the IR file before the pedal is touched, then loads it: under its own name, or, when
-    /// `clearing`, under the slot's default name.
-    ExitStatus loadIntoSlot(const std::string& file, bool clearing);
+    /// A check for an option's value: empty for "1" to "4", else what is wrong.
+    static std::string whyNoSlot(const std::string& slot);
+
+    /// Ends the parsing with what is wrong when a slot is there twice.
+    static void rejectRepeatedSlot(std::vector<std::uint32_t> slots);
+
+    /// The IR file at `path`, as it is; nothing, and told, when a pedal cannot be loaded with it.
+    static std::optional<IRSource> checkedSource(const std::string& path);
+
+    /// Uploads in the given order and tells of each confirmation. The first that fails is the last
+    /// that is tried; its status is returned.
+    ExitStatus upload(const std::vector<SlotJob>& jobs) const;
 
 private:
     PedalOptions& pedal_;
-    std::uint32_t slot_ = 0;
-    double confirmTimeout_ = 600;
+    double confirmTimeout_ =
+        std::chrono::duration<double>(confirmationPollLimit * pollPeriod).count();
 };
 
 } // namespace cabslot

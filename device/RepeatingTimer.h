@@ -1,7 +1,7 @@
 // A timer that fires on a grid: at its start plus one interval, two intervals, and so on.
 //
-// It asks no clock; whoever waits hands in the time. Ticks that were missed are left out, not made
-// up for, and a late one does not move the grid.
+// It reads no clock; the caller passes in the time. Missed ticks are skipped, and a late one does
+// not move the grid.
 #pragma once
 
 #include <chrono>
@@ -18,7 +18,7 @@ public:
     /// The next tick.
     TimePoint due() const { return due_; }
 
-    /// True when a tick is due; the next one is then the first on the grid behind `now`.
+    /// True when a tick is due; the next one is then the first on the grid after `now`.
     bool fire(TimePoint now) {
         if (now < due_)
             return false;

@@ -3,7 +3,8 @@
 // Integer samples are 24-bit two's complement in the low bits of an unsigned 32-bit entry, full
 // scale 8388608 = 1.0. All arithmetic is single precision and gives the same bits everywhere.
 //
-// The routines work on the two process-wide buffers below: main thread, one conversion at a time.
+// The routines work on the two buffers below. Each thread has its own, so that many files can be
+// looked at at once.
 #pragma once
 
 #include "base/Pedal.h"
@@ -18,8 +19,8 @@ namespace cabslot {
 
 inline constexpr std::size_t irWorkCount = 2240; ///< the most points that any rate is read for
 
-extern std::array<float, irWorkCount> EnterBufferF; ///< the resampler's input
-extern std::array<float, irPointCount> ResampOut;   ///< the resampler's output
+extern thread_local std::array<float, irWorkCount> EnterBufferF; ///< the resampler's input
+extern thread_local std::array<float, irPointCount> ResampOut;   ///< the resampler's output
 
 /// A supported sample rate. One that is no row of the table is refused.
 struct IRRate {

@@ -1,8 +1,8 @@
 #include "irfile/QNIRFile.h"
 
+#include "base/Files.h"
 #include "device/SharedState.h"
 #include "irfile/FactoryNames.h"
-#include "irfile/FileBytes.h"
 #include "irfile/NameFromPath.h"
 
 #include <algorithm>
@@ -68,15 +68,17 @@ bool QNIRFile::openForInspection(const std::string& path, Extent extent) {
 }
 
 bool QNIRFile::open(const std::string& path, Extent extent) {
-    for (const std::uint32_t most : {usualPart, wholeFile}) {
+    for (const std::uint32_t most : {usualPart, mostFileBytes}) {
         releaseFile();
         FileBytes file = readFile(path, most);
         if (!file.bytes)
             return refuse(std::move(file.whyNot));
+        if (file.fileSize > mostFileBytes)
+            return refuse("it is too large: files of 4 GiB and more are not read");
         readBytes_ = std::move(file.bytes);
-        heldWhole_ = file.whole;
+        heldWhole_ = file.whole();
         const bool accepted = examine({readBytes_.get(), file.size}, path);
-        if (file.whole || (accepted && holdsItsPoints()))
+        if (heldWhole_ || (accepted && holdsItsPoints()))
             return accepted;
         if (extent == Extent::start)
             return refuse("it is long, and its samples are not within its first megabyte");

@@ -23,7 +23,7 @@
 // must outlive it and hold as many bytes from there on as the layout says.
 #pragma once
 
-#include "irfile/LittleEndian.h"
+#include "base/LittleEndian.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -78,9 +78,11 @@ protected:
         return {reinterpret_cast<const char*>(bytes_ + offset), layout::tagSize};
     }
     std::uint16_t number16(std::size_t offset) const {
-        return static_cast<std::uint16_t>(littleEndian({bytes_ + offset, 2}));
+        return static_cast<std::uint16_t>(littleEndian(std::span(bytes_ + offset, 2)));
     }
-    std::uint32_t number32(std::size_t offset) const { return littleEndian({bytes_ + offset, 4}); }
+    std::uint32_t number32(std::size_t offset) const {
+        return littleEndian(std::span(bytes_ + offset, 4));
+    }
 
     const std::uint8_t* bytes_ = nullptr;
 };

@@ -1,9 +1,9 @@
 #include "platform/BuiltInPedal.h"
 
+#include "base/StateFolder.h"
 #include "simulator/pedal/SimulatedPedal.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <thread>
 #include <utility>
@@ -83,16 +83,8 @@ std::string BuiltInPedal::whyNoDevice() const {
 }
 
 std::string builtInPedalFolder() {
-    const char* state = std::getenv("XDG_STATE_HOME");
-    const char* home = std::getenv("HOME");
-    std::filesystem::path base;
-    if (state != nullptr && std::filesystem::path(state).is_absolute())
-        base = state;
-    else if (home != nullptr && *home != '\0')
-        base = std::filesystem::path(home) / ".local" / "state";
-    else
-        return {};
-    return (base / "cabslot" / "pedal").string();
+    const std::string state = userStateFolder();
+    return state.empty() ? state : (std::filesystem::path(state) / "cabslot" / "pedal").string();
 }
 
 } // namespace cabslot

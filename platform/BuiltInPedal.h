@@ -32,8 +32,8 @@ private:
     bool announced_ = false;
 };
 
-/// Where the built-in pedal keeps its slots: cabslot/pedal in $XDG_STATE_HOME, which is
-/// ~/.local/state unless set. Empty when neither that variable nor HOME is set.
+/// Where the built-in pedal keeps its slots: cabslot/pedal in the user's state folder. Empty when
+/// there is none.
 std::string builtInPedalFolder();
 
 } // namespace cabslot

@@ -1,7 +1,7 @@
 #include "platform/SocketHIDManager.h"
 
+#include "base/FileDescriptor.h"
 #include "platform/Deadline.h"
-#include "simulator/FileDescriptor.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -18,7 +18,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
-using simulator::FileDescriptor;
 
 constexpr auto sendTimeout = 1s; // a pedal that takes nothing for so long has refused the report
 constexpr auto lookInterval = 500ms;

@@ -18,7 +18,7 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-// A look takes about a millisecond of the device thread's time.
+// A look reads a few small files for each hidraw node: far less than a tick.
 constexpr auto lookInterval = 500ms;
 constexpr auto lookIntervalForMore = 1s; // while a device is announced
 constexpr int turnOfEach = 1;            // ms, with several open devices

@@ -1,8 +1,9 @@
 #include "preset/PresetCheck.h"
 
-#include "preset/SmallFile.h"
+#include "base/Files.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace cabslot {
 
@@ -28,14 +29,15 @@ std::string lengthRemark(std::size_t length) {
 
 PresetFinding examinePreset(const std::string& path) {
     PresetFinding found;
-    std::array<std::uint8_t, presetSize + 1> start{}; // one byte more shows what is too long
-    found.systemError = readFileStart(path, start, found.length);
-    if (found.systemError != 0) {
+    FileBytes file = readFile(path, presetSize + 1); // one byte more shows what is too long
+    found.length = file.size;
+    if (!file.bytes) {
         found.error = presetUnreadable;
+        found.whyUnreadable = std::move(file.whyNot);
     } else if (found.length != presetSize) {
         found.error = presetWrongLength;
     } else {
-        std::copy_n(start.begin(), presetSize, found.image.Buff_A.begin());
+        std::ranges::copy(file.span(), found.image.Buff_A.begin());
         found.error = check(found.image);
     }
     return found;
@@ -49,7 +51,7 @@ std::string presetVerdict(const PresetFinding& found) {
     case presetGood:
         return "good";
     case presetUnreadable:
-        return "it cannot be read: " + fileErrorText(found.systemError);
+        return "it cannot be read: " + found.whyUnreadable;
     case presetWrongLength:
         return "it is " + lengthRemark(found.length);
     case presetWrongDevice:

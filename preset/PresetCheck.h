@@ -22,7 +22,7 @@ enum PresetError : std::int32_t {
 
 struct PresetFinding {
     PresetError error = presetGood; ///< the first that applies, in the order of the checks
-    int systemError = 0;            ///< presetUnreadable: why, as fileErrorText() takes it
+    std::string whyUnreadable;      ///< presetUnreadable: why, in words
     std::size_t length = 0;         ///< bytes of the file; presetSize + 1 stands for all above
     PresetBuffUnion image;          ///< the file, unless it is unreadable or of the wrong length
 };

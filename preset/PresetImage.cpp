@@ -1,5 +1,7 @@
 #include "preset/PresetImage.h"
 
+#include "base/LittleEndian.h"
+
 #include <algorithm>
 
 namespace cabslot {
@@ -17,13 +19,6 @@ static_assert(adjoin(buff_S::FileSize, buff_S::DeviceID) &&
               adjoin(buff_S::CheckSum, buff_S::DataStart) &&
               adjoin(buff_S::DataStart, {presetSize, 0}));
 
-std::uint32_t littleEndian(std::span<const std::uint8_t> bytes) {
-    std::uint32_t value = 0;
-    for (std::size_t i = bytes.size(); i > 0; --i)
-        value = value << 8 | bytes[i - 1];
-    return value;
-}
-
 } // namespace
 
 std::uint32_t PresetBuffUnion::number(PresetField field) const {
@@ -31,10 +26,7 @@ std::uint32_t PresetBuffUnion::number(PresetField field) const {
 }
 
 void PresetBuffUnion::setNumber(PresetField field, std::uint32_t value) {
-    for (std::uint8_t& byte : bytes(field)) {
-        byte = static_cast<std::uint8_t>(value);
-        value >>= 8;
-    }
+    putLittleEndian(bytes(field), value);
 }
 
 std::uint32_t PresetBuffUnion::dataSum() const {
@@ -47,7 +39,7 @@ std::uint32_t PresetBuffUnion::dataSum() const {
 void ChangeData(std::span<const std::uint8_t, presetSize> source,
                 std::span<std::uint8_t, presetSize> destination) {
     const PresetField version = buff_S::PresetVersion;
-    if (littleEndian(source.subspan(version.offset, version.size)) == presetLayoutVersion)
+    if (littleEndian(std::span<const std::uint8_t>(source.subspan(version.offset, version.size))) == presetLayoutVersion)
         std::copy(source.begin(), source.end(), destination.begin());
 }
 

@@ -1,15 +1,15 @@
 #include "preset/QNPresetFile.h"
 
-#include "preset/SmallFile.h"
+#include "base/Files.h"
 
 #include <algorithm>
-#include <cerrno>
 
 namespace cabslot {
 
 bool QNPresetFile::ReadFileToPresetPath(const std::string& path, std::int32_t* Errormsg) {
     const PresetFinding found = examinePreset(path);
     *Errormsg = found.error;
+    whyNotRead_ = found.error == presetGood ? std::string() : presetVerdict(found);
     if (found.error != presetGood)
         return false;
     ChangeData(found.image.Buff_A, NewPreset.Buff_A);
@@ -21,10 +21,9 @@ bool QNPresetFile::SavePresetToFilePath(const std::string& path, std::int32_t* E
     NewPreset.setNumber(buff_S::FileSize, presetSize);
     NewPreset.setNumber(buff_S::PresetVersion, presetLayoutVersion);
     NewPreset.setNumber(buff_S::CheckSum, NewPreset.dataSum());
-    const int error = replaceFile(path, NewPreset.Buff_A);
-    if (error == 0)
+    whyNotSaved_ = replaceFile(path, NewPreset.Buff_A);
+    if (whyNotSaved_.empty())
         return true;
-    errno = error;
     *Errormsg = presetNotSaved;
     return false;
 }

@@ -104,7 +104,7 @@ PedalOptions optionsOf(const Arguments& arguments) {
     return options;
 }
 
-/// One call, one line at once, also from two threads and into a pipe.
+/// One write per line: lines of two threads do not mix, and a pipe gets them at once.
 void printLine(const std::string& line) {
     std::fputs((line + "\n").c_str(), stdout);
     std::fflush(stdout);
@@ -122,7 +122,8 @@ sigset_t blockEndSignals() {
     sigaddset(&signals, SIGINT);
     sigaddset(&signals, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    // A log that nobody reads any more (`| head`) is no reason to leave the sockets behind.
+    // When the reader of the log goes (`| head`), the program must not end without removing its
+    // sockets.
     std::signal(SIGPIPE, SIG_IGN);
     return signals;
 }
@@ -143,15 +144,15 @@ void serveUntilSignal(const std::vector<PedalServer*>& servers, const sigset_t& 
 /// Until a signal comes or the pedal vanishes.
 int serveOnUsb(PedalServer& pedal, const sigset_t& signals) {
     std::string why;
-    FileDescriptor bus = plugIntoVirtualPort(why);
+    cabslot::FileDescriptor bus = plugIntoVirtualPort(why);
     if (!bus)
         return fail(why);
-    const FileDescriptor stop(::signalfd(-1, &signals, SFD_CLOEXEC));
+    const cabslot::FileDescriptor stop(::signalfd(-1, &signals, SFD_CLOEXEC));
     int ends[2];
     if (!stop || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
         return fail("the system gives no descriptors");
     pedal.adopt(ends[0]);
-    UsbPedal cable(std::move(bus), FileDescriptor(ends[1]));
+    UsbPedal cable(std::move(bus), cabslot::FileDescriptor(ends[1]));
     printLine("plugged in");
     std::thread thread([&pedal] { pedal.run(); }); // ends when the cable is pulled
     cable.run(stop.get());

@@ -26,10 +26,23 @@ function __cabslotctl_in
     test "$words[1..$(count $argv)]" = "$argv"
 end
 
-# Whether a slot, but no file follows the command load.
+# Whether the word to be completed is an IR file. load takes slots and files in turn.
 function __cabslotctl_wants_ir
     set -l words (__cabslotctl_words)
-    test (count $words) -eq 2 -a "$words[1]" = load; or __cabslotctl_is inspect; or __cabslotctl_is audition
+    switch "$words[1]"
+        case load
+            test (math (count $words) % 2) -eq 0
+        case audition
+            test (count $words) -eq 1
+        case '*'
+            test "$words[1]" = inspect
+    end
+end
+
+# Whether it is a slot.
+function __cabslotctl_wants_slot
+    set -l words (__cabslotctl_words)
+    test "$words[1]" = clear; or test "$words[1]" = load -a (math (count $words) % 2) -eq 1
 end
 
 complete -c cabslotctl -f
@@ -39,7 +52,7 @@ complete -c cabslotctl -s h -l help -d 'Print the help and exit'
 complete -c cabslotctl -n __cabslotctl_is -l version -d 'Print the version and exit'
 
 complete -c cabslotctl -n __cabslotctl_is -a list -d 'Show the names of the four user slots'
-complete -c cabslotctl -n __cabslotctl_is -a load -d 'Load an impulse response into a slot'
+complete -c cabslotctl -n __cabslotctl_is -a load -d 'Load impulse responses into slots'
 complete -c cabslotctl -n __cabslotctl_is -a clear -d 'Put silence into a slot'
 complete -c cabslotctl -n __cabslotctl_is -a inspect -d 'Show what a file would put into the pedal'
 complete -c cabslotctl -n __cabslotctl_is -a audition -d 'Play a dry phrase through a file'
@@ -62,8 +75,9 @@ end
 for command in load clear
     complete -c cabslotctl -n "__cabslotctl_in $command" -l confirm-timeout -x \
         -d 'Seconds to wait for the confirmation'
-    complete -c cabslotctl -n "__cabslotctl_is $command" -a '1 2 3 4' -d Slot
 end
+complete -c cabslotctl -n __cabslotctl_wants_slot -a '1 2 3 4' -d Slot
+complete -c cabslotctl -n '__cabslotctl_in clear' -l all -d 'Clear all four slots'
 complete -c cabslotctl -n '__cabslotctl_in inspect' -l block -r -F -d 'Write the 1024 points'
 complete -c cabslotctl -n '__cabslotctl_in inspect' -l plot -r -F -d 'Draw it as SVG'
 complete -c cabslotctl -n '__cabslotctl_in audition' -l dry -r -F -a 'clean driven' -d 'The phrase'

@@ -1,4 +1,4 @@
-// How a simulated pedal behaves: its pace, and the faults it can be told to have.
+// How a simulated pedal behaves: its pace, and its faults.
 #pragma once
 
 #include <chrono>

@@ -22,7 +22,7 @@
 
 namespace cabslot::simulator {
 
-/// Takes one line, without its end, for each thing that happens. May be empty: nothing is said.
+/// Gets one line, without its line break, for each event. May be empty: nothing is logged.
 using Log = std::function<void(const std::string&)>;
 
 class SimulatedPedal {
@@ -33,7 +33,7 @@ public:
     SimulatedPedal(PedalStore& store, const PedalOptions& options, Log log);
 
     /// Takes one report from the host. One that is not 64 bytes long or counts more than 63 bytes
-    /// is said on the log and dropped.
+    /// is logged and dropped.
     void receiveReport(std::span<const std::uint8_t> report, TimePoint now);
 
     /// The reports that are to be sent by now, in order; each is handed out once. Call it after
@@ -70,7 +70,7 @@ private:
     std::vector<Report> outgoing_;
 };
 
-/// What is said of a report that is not 64 bytes long.
+/// The log line for a report that is not 64 bytes long.
 std::string wrongLengthText(std::size_t length);
 
 } // namespace cabslot::simulator

@@ -1,16 +1,10 @@
 #include "simulator/pedal/SlotFile.h"
 
-#include "simulator/FileDescriptor.h"
+#include "base/Files.h"
+#include "base/LittleEndian.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <fcntl.h>
 #include <span>
-#include <sys/stat.h>
-#include <vector>
 
 namespace cabslot::simulator {
 
@@ -19,68 +13,26 @@ namespace {
 constexpr std::uint32_t sampleMask = 0xFFFFFF;
 constexpr std::size_t flagOffset = blockFileBytes + slotNameSize;
 
+constexpr std::size_t wordSize = 4;
+
 using SlotBytes = std::array<std::uint8_t, slotFileBytes>;
 
 SlotBytes toBytes(const PedalSlot& slot) {
     SlotBytes bytes{};
-    for (std::size_t i = 0; i < blockFileBytes; ++i)
-        bytes[i] = static_cast<std::uint8_t>(slot.block[i / 4] >> (8 * (i % 4)));
+    for (std::size_t i = 0; i < irPointCount; ++i)
+        putLittleEndian(std::span(bytes).subspan(wordSize * i, wordSize), slot.block[i]);
     std::copy(slot.name.begin(), slot.name.end(), &bytes[blockFileBytes]);
     bytes[flagOffset] = slot.factory ? 1 : 0;
     return bytes;
 }
 
-PedalSlot fromBytes(const SlotBytes& bytes) {
+PedalSlot fromBytes(std::span<const std::uint8_t> bytes) {
     PedalSlot slot;
-    for (std::size_t i = 0; i < blockFileBytes; ++i)
-        slot.block[i / 4] |= (std::uint32_t{bytes[i]} << (8 * (i % 4))) & sampleMask;
+    for (std::size_t i = 0; i < irPointCount; ++i)
+        slot.block[i] = littleEndian(bytes.subspan(wordSize * i, wordSize)) & sampleMask;
     std::copy_n(&bytes[blockFileBytes], slotNameSize, slot.name.begin());
     slot.factory = bytes[flagOffset] != 0;
     return slot;
-}
-
-bool fail(std::string& why, const std::string& what, int error) {
-    why = what + ": " + std::strerror(error);
-    return false;
-}
-
-bool readAll(int fd, std::span<std::uint8_t> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::read(fd, bytes.data(), bytes.size());
-        if (count == 0)
-            errno = EIO; // shorter than it was a moment ago
-        if (count == 0 || (count < 0 && errno != EINTR))
-            return false;
-        bytes = bytes.subspan(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
-    return true;
-}
-
-bool writeAll(int fd, std::span<const std::uint8_t> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(fd, bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR)
-            return false;
-        bytes = bytes.subspan(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
-    return true;
-}
-
-/// Makes the folder's new entry survive a power cut. The file is in place by now, so a file system
-/// that cannot do this is no failure.
-void syncFolder(const std::filesystem::path& folder) {
-    const FileDescriptor fd(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (fd)
-        ::fsync(fd.get());
-}
-
-bool fillAndRename(const std::string& temporary, int fd, const std::filesystem::path& path,
-                   const PedalSlot& slot, std::string& why) {
-    if (!writeAll(fd, toBytes(slot)) || ::fsync(fd) != 0)
-        return fail(why, "cannot write " + path.string(), errno);
-    if (::rename(temporary.c_str(), path.c_str()) != 0)
-        return fail(why, "cannot replace " + path.string(), errno);
-    return true;
 }
 
 } // namespace
@@ -98,38 +50,26 @@ std::string shownName(const PedalSlot& slot) {
 }
 
 bool readSlotFile(const std::filesystem::path& path, PedalSlot& slot, std::string& why) {
-    // Not blocking: what stands there may be a pipe.
-    const FileDescriptor fd(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    struct stat status {};
-    if (!fd || ::fstat(fd.get(), &status) != 0)
-        return fail(why, "cannot read " + path.string(), errno);
-    if (!S_ISREG(status.st_mode)) {
-        why = path.string() + " is not a file";
+    const FileBytes file = readFile(path.string(), slotFileBytes);
+    if (!file.bytes) {
+        why = "cannot read " + path.string() + ": " + file.whyNot;
         return false;
     }
-    if (status.st_size != static_cast<off_t>(slotFileBytes)) {
-        why = path.string() + " is not a slot file: it has " + std::to_string(status.st_size) +
+    if (file.fileSize != slotFileBytes) {
+        why = path.string() + " is not a slot file: it has " + std::to_string(file.fileSize) +
               " bytes, a slot file has " + std::to_string(slotFileBytes);
         return false;
     }
-    SlotBytes bytes{};
-    if (!readAll(fd.get(), bytes))
-        return fail(why, "cannot read " + path.string(), errno);
-    slot = fromBytes(bytes);
+    slot = fromBytes(file.span());
     return true;
 }
 
 bool writeSlotFile(const std::filesystem::path& path, const PedalSlot& slot, std::string& why) {
-    std::string temporary = path.string() + ".XXXXXX";
-    const FileDescriptor fd(::mkostemp(temporary.data(), O_CLOEXEC));
-    if (!fd)
-        return fail(why, "cannot write in " + path.parent_path().string(), errno);
-    if (!fillAndRename(temporary, fd.get(), path, slot, why)) {
-        ::unlink(temporary.c_str());
-        return false;
-    }
-    syncFolder(path.parent_path());
-    return true;
+    const std::string failure = replaceFile(path.string(), toBytes(slot));
+    if (failure.empty())
+        return true;
+    why = "cannot write " + path.string() + ": " + failure;
+    return false;
 }
 
 } // namespace cabslot::simulator

@@ -1,7 +1,7 @@
 // A Unix SOCK_SEQPACKET socket that waits for connections, and the file that stands for it.
 #pragma once
 
-#include "simulator/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 #include <string>
 #include <sys/types.h>

@@ -5,7 +5,7 @@
 // belongs to the thread that calls run(), or to the time before it is called.
 #pragma once
 
-#include "simulator/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 #include "simulator/pedal/SimulatedPedal.h"
 #include "simulator/server/ListeningSocket.h"
 

@@ -142,7 +142,7 @@ Answer wholeAnswer(const UsbSetup& setup) {
     case getInterfaceDescriptor:
         return descriptor(setup[3], setup[2]);
     case getStatus:
-        return std::vector<std::uint8_t>{0, 0}; // powered by the bus, wakes nobody
+        return std::vector<std::uint8_t>{0, 0}; // powered by the bus, no remote wake-up
     case clearEndpointHalt:
     case setConfiguration:
     case setInterface:

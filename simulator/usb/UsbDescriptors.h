@@ -1,5 +1,5 @@
-// What the simulated pedal says of itself on USB: its descriptors, and its answers to the requests
-// that a host makes on the control endpoint.
+// The simulated pedal's USB descriptors, and its answers to a host's requests on the control
+// endpoint.
 #pragma once
 
 #include <array>

@@ -6,7 +6,7 @@
 // Belongs to one thread.
 #pragma once
 
-#include "simulator/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 #include "simulator/usb/UsbIp.h"
 
 #include <cstdint>

@@ -32,6 +32,81 @@ TEST_F(Cabslotctl, ListsLoadsAndClears) {
     EXPECT_EQ(out, "User 1: User 1\nUser 2: User 2\nUser 3: User 3\nUser 4: User 4\n");
 }
 
+TEST_F(Cabslotctl, OutputFollowsALinkAndKeepsTheFilesMode) {
+    using std::filesystem::perms;
+    const perms mode = perms::owner_read | perms::owner_write | perms::group_read;
+    for (const char* option : {"--block", "--plot"}) {
+        const std::string file = folder.write("kept.svg", "old");
+        const std::string link = folder.path(std::string(option) + ".svg");
+        std::filesystem::permissions(file, mode);
+        std::filesystem::create_symlink("kept.svg", link);
+        EXPECT_EQ(run({"inspect", wav(), option, link}), 0) << err;
+        EXPECT_TRUE(std::filesystem::is_symlink(link));
+        EXPECT_GT(contentOf(file).size(), 1000U);
+        EXPECT_EQ(std::filesystem::status(file).permissions(), mode);
+    }
+}
+
+TEST_F(Cabslotctl, LoadsAndClearsSeveralSlotsInOneSession) {
+    startPedal();
+    std::vector<std::string> command = {"--trace", folder.path("trace"), "load"};
+    for (int slot : {3, 1, 4, 2}) {
+        const std::string name = "Cab" + std::to_string(slot) + ".wav";
+        command.push_back(std::to_string(slot));
+        command.push_back(folder.write(name, WavBuilder{}.add(slot).bytes()));
+    }
+    EXPECT_EQ(run(command), 0) << err;
+    EXPECT_EQ(out, "User 3: Cab3\nUser 1: Cab1\nUser 4: Cab4\nUser 2: Cab2\n");
+    for (const char slot : {'\1', '\2', '\3', '\4'}) {
+        std::string block(4096, '\0');
+        block[1] = slot;
+        const std::string file = folder.path("st/user" + std::to_string(slot) + ".slot");
+        EXPECT_TRUE(contentOf(file).substr(0, 4096) == block) << file;
+    }
+    const std::string trace = contentOf(folder.path("trace"));
+    EXPECT_EQ(std::count(trace.begin(), trace.end(), '>'), 1 + 2 + 4 * 55)
+        << "a heading, one opening";
+
+    EXPECT_EQ(run({"list", "--json"}), 0);
+    EXPECT_NE(out.find("\"name\": \"Cab4\",\n        \"source\": \"" + command.at(8) + "\","),
+              std::string::npos)
+        << out;
+    EXPECT_EQ(run({"clear", "4", "2"}), 0);
+    EXPECT_EQ(out, "User 4: User 4\nUser 2: User 2\n");
+    EXPECT_EQ(run({"clear", "--all"}), 0);
+    EXPECT_EQ(run({"list", "--json"}), 0);
+    EXPECT_NE(out.find("\"name\": \"User 3\",\n        \"source\": null,"), std::string::npos)
+        << out;
+}
+
+TEST_F(Cabslotctl, StopsAtTheFirstSlotThatFailsAndTellsTheRest) {
+    const std::string good = wav();
+    EXPECT_EQ(run({"load", "1", good, "2", "none.wav", "3", folder.write("x.wav", "")}), 1);
+    EXPECT_EQ(err, "cabslotctl: none.wav: there is no such file\n"
+                   "cabslotctl: " +
+                       folder.path("x.wav") +
+                       ": it is empty\n"
+                       "cabslotctl: nothing was sent\n");
+
+    startPedal({"--vanish-after", std::to_string(2 + 2 * 55 + 20)});
+    EXPECT_EQ(run({"load", "4", good, "3", good, "2", good, "1", good}), 3);
+    EXPECT_EQ(out, "User 4: Cab\nUser 3: Cab\n");
+    EXPECT_NE(err.find("; User 2 may be incomplete: load it again\n"
+                       "cabslotctl: 2 of 4 confirmed; not sent: User 1\n"),
+              std::string::npos)
+        << err;
+
+    startPedal({"--fault", "never-confirm"});
+    EXPECT_EQ(run({"clear", "--confirm-timeout", "0.1", "1", "2", "3"}), 4);
+    EXPECT_NE(err.find("stored User 1; look"), std::string::npos) << err;
+    EXPECT_NE(err.find("0 of 3 confirmed; not sent: User 2, User 3\n"), std::string::npos) << err;
+    EXPECT_EQ(run({"list", "--json"}), 0);
+    EXPECT_NE(out.find("User 1         \",\n      \"factory\": false,\n      \"remembered\": null"),
+              std::string::npos)
+        << "only what was confirmed is remembered\n"
+        << out;
+}
+
 TEST_F(Cabslotctl, LoadsAFactoryIR) {
     startPedal();
     const std::string factory = folder.write("x.bin", factoryFile(16, std::string(3072, '\x11')));
@@ -111,6 +186,12 @@ TEST_F(Cabslotctl, WrongUsageIsNamed) {
         {{"load", "5", "x.wav"}, "there is no slot 5; there are 1 to 4"},
         {{"clear", "two"}, "there is no slot two; there are 1 to 4"},
         {{"load", "1"}, "FILE is required"},
+        {{"load", "1", "x.wav", "5", "y.wav"}, "there is no slot 5; there are 1 to 4"},
+        {{"load", "1", "x.wav", "2"}, "slot 2 has no file"},
+        {{"load", "1", "x.wav", "2", "y.wav", "1", "z.wav"}, "slot 1 is named twice"},
+        {{"clear", "3", "1", "3"}, "slot 3 is named twice"},
+        {{"clear"}, "SLOT (or --all) is required"},
+        {{"clear", "1", "--all"}, "--all stands for all four slots"},
         {{"list", "--timeout", "-1"}, "--timeout"},
         {{"inspect", wav(), "--block", "/nonexistent/block"}, "/nonexistent/block"},
         {{"inspect", wav(), "--plot", "x.gif"}, "x.gif: a plot's name must end with .svg"},

@@ -1,10 +1,9 @@
-// The device link as a whole, on its thread, over a service under the test's hand.
+// The device link as a whole, on its thread, over a service that the test controls.
 #include "tests/support/FakePedal.h"
 
 #include "device/HIDClass.h"
 #include "device/RepeatingTimer.h"
 
-#include <cmath>
 #include <future>
 
 namespace cabslot::testing {
@@ -12,54 +11,16 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// One device at first; more are known to copyDevices() only. Deaf when told so.
-class FakeManager final : public HIDManager {
-public:
-    bool open(const HIDMatching& wanted, const HIDCallbacks& callbacks) override {
-        matching = wanted;
-        callbacks_ = callbacks;
-        return opens;
-    }
-    void waitForEvents(TimePoint deadline) override {
-        if (!announced_.exchange(true) && opens)
-            callbacks_.matching(callbacks_.context, 0, this, devices.front());
-        for (HIDReport report : std::exchange(reports, {}))
-            callbacks_.report(callbacks_.context, 0, devices.front(), HIDReportType::input, 0,
-                              report.data(), report.size());
-        std::this_thread::sleep_until(deadline);
-    }
-    std::vector<HIDDeviceRef> copyDevices() const override {
-        ++copies;
-        return {devices.begin(), devices.end()};
-    }
-    std::string whyNoDevice() const override { return {}; }
-
-    bool opens = true;
-    mutable std::atomic<int> copies{0}; ///< calls of copyDevices()
-    HIDMatching matching{};
-    std::vector<std::shared_ptr<FakeDevice>> devices = {std::make_shared<FakeDevice>()};
-    std::vector<HIDReport> reports;
-
-private:
-    HIDCallbacks callbacks_;
-    std::atomic<bool> announced_{false};
-};
-
 TEST(RepeatingTimer, FallsBackOnItsGridAfterAStallWithoutABurst) {
     const RepeatingTimer::TimePoint start{5s};
     RepeatingTimer timer(start, 10ms);
-    // When it is looked at, whether it fires, when it is due next; ms behind the start.
-    const struct {
-        double now;
-        bool fires;
-        int due;
-    } looks[] = {{9.999, false, 10}, {10, true, 20},     {19, false, 20},   {23, true, 30},
-                 {30, true, 40},     {236, true, 240},   {236, false, 240}, {239, false, 240},
-                 {240, true, 250},   {250.5, true, 260}, {460, true, 470},  {469.999, false, 470}};
-    for (const auto& look : looks) {
-        const auto now = start + std::chrono::microseconds(std::lround(look.now * 1000));
-        EXPECT_EQ(timer.fire(now), look.fires) << look.now;
-        EXPECT_EQ(timer.due(), start + std::chrono::milliseconds(look.due)) << look.now;
+    // When it is looked at, whether it fires, when it is due next: microseconds behind the start.
+    const std::tuple<int, bool, int> looks[] = {{9999, false, 10000},    {10000, true, 20000},
+                                                {23000, true, 30000},    {236000, true, 240000},
+                                                {239999, false, 240000}, {240000, true, 250000}};
+    for (const auto& [now, fires, due] : looks) {
+        EXPECT_EQ(timer.fire(start + std::chrono::microseconds(now)), fires) << now;
+        EXPECT_EQ(timer.due(), start + std::chrono::microseconds(due)) << now;
     }
 }
 
@@ -69,6 +30,7 @@ protected:
     ~Link() override { resetSharedState(); }
 
     FakeManager manager;
+    FakeDevice& pedal = *manager.devices[0];
 };
 
 TEST_F(Link, StartsWithFreshSlotsAndWithoutTouchingTheBus) {
@@ -83,41 +45,52 @@ TEST_F(Link, StartsWithFreshSlotsAndWithoutTouchingTheBus) {
     EXPECT_EQ(manager.matching.VendorID, 0);
 }
 
-// The pedal's answer waits before the thread starts; the event tells when it has gone all the way.
-TEST_F(Link, FindsThePedalAsksItAndTakesItsAnswer) {
-    std::vector<std::uint8_t> allData(79, 'n');
-    allData[0] = 0xF7;
-    const auto frame = makeFrame(allData);
-    for (std::size_t at = 0; at < frame.size(); at += 63) {
-        HIDReport report{};
-        const std::size_t n = std::min<std::size_t>(63, frame.size() - at);
-        report[0] = static_cast<std::uint8_t>(n);
-        std::copy_n(frame.begin() + static_cast<std::ptrdiff_t>(at), n, report.begin() + 1);
-        manager.reports.push_back(report);
-    }
+// The pedal's answer lies there before the first tick, which has to read before it sends.
+TEST_F(Link, FindsThePedalReadsAndSendsEvery10ms) {
+    manager.receive(allDataFrame('1', std::string(64, 'n')));
     std::promise<std::int64_t> event;
+    std::promise<std::size_t> namesAtFirstSend;
+    std::promise<void> asked;
+    pedal.onReport = [&](std::size_t count) {
+        if (count == 1)
+            namesAtFirstSend.set_value(IRNameArr.count());
+        if (count == 2)
+            asked.set_value();
+    };
+    std::vector<HIDManager::TimePoint> deadlines;
+    bool told = false;
+    std::promise<bool> sawTwoTicks; // a busy machine leaves some out, but not five hundred
+    manager.onWait = [&](HIDManager::TimePoint deadline) {
+        deadlines.push_back(deadline);
+        const std::size_t n = deadlines.size();
+        const bool next = n > 1 && deadlines[n - 1] - deadlines[n - 2] == 10ms;
+        if (!told && (next || n == 500)) {
+            sawTwoTicks.set_value(next);
+            told = true;
+        }
+    };
     {
         HIDClass link(manager);
         link.addObserver([&] { event.set_value(link.KVOValue()); });
         link.OpenDevice();
         EXPECT_EQ(event.get_future().get(), deviceDataReceived);
+        EXPECT_EQ(namesAtFirstSend.get_future().get(), 4U);
         EXPECT_EQ(IRNameArr.at(3), std::string(16, 'n'));
-        while (manager.devices[0]->accepted < 2)
-            std::this_thread::sleep_for(1ms);
+        asked.get_future().get();
+        EXPECT_TRUE(sawTwoTicks.get_future().get());
     }
     EXPECT_EQ(object, nullptr);
     EXPECT_EQ(manager.matching.VendorID, 0x0483);
     EXPECT_EQ(manager.matching.ProductID, 0x5703);
     EXPECT_EQ(manager.matching.VersionNumber, 200);
-    EXPECT_EQ(manager.devices[0]->stream(),
-              (std::vector<std::uint8_t>{0xAA, 0x55, 0, 0, 0xFF, 0xFF, //
-                                         0xAA, 0x55, 1, 0, 0xEF, 0xC4, 0x0E}));
+    EXPECT_EQ(pedal.stream(), openingFrame + requestFrame);
 }
 
 TEST_F(Link, WithoutAServiceTheTimersRunAndTheLossIsTold) {
     manager.opens = false;
     std::promise<void> lost;
     std::atomic<int> events = 0;
+    ::testing::internal::CaptureStderr();
     HIDClass link(manager);
     link.addObserver([&] {
         if (++events == 2) // the opening frame and the request both find no device
@@ -126,6 +99,7 @@ TEST_F(Link, WithoutAServiceTheTimersRunAndTheLossIsTold) {
     link.OpenDevice();
     lost.get_future().get();
     EXPECT_EQ(link.KVOValue(), deviceLost);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "IOHIDManagerOpen failed.\n");
 }
 
 TEST_F(Link, ConnectHIDTakesTheDeviceAtTheIndex) {
@@ -172,8 +146,18 @@ protected:
         isDeviceConnent = 1;
     }
 
+    bool check() {
+        ::testing::internal::CaptureStdout();
+        ::testing::internal::CaptureStderr();
+        const bool found = link.checkUSBDevice();
+        printed = ::testing::internal::GetCapturedStdout();
+        logged = ::testing::internal::GetCapturedStderr();
+        return found;
+    }
+
     std::function<void()> duringPause = [] {};
     std::chrono::milliseconds paused{0};
+    std::string printed, logged;
     HIDClass link{manager, [this](std::chrono::milliseconds time) {
                       paused += time;
                       duringPause();
@@ -181,7 +165,7 @@ protected:
 };
 
 TEST_F(Probing, AsksEachDeviceTwentyTimesInThreePasses) {
-    EXPECT_FALSE(link.checkUSBDevice());
+    EXPECT_FALSE(check());
     EXPECT_EQ(isDeviceConnent, 0);
     EXPECT_EQ(checkNumber, 3);
     EXPECT_EQ(paused, 120 * 60ms);
@@ -189,18 +173,12 @@ TEST_F(Probing, AsksEachDeviceTwentyTimesInThreePasses) {
         ASSERT_EQ(device->reports.size(), 60U);
         EXPECT_EQ(device->reports[0][0], 8);
     }
+    EXPECT_TRUE(printed.starts_with("1 0 0\n")) << printed;
+    EXPECT_TRUE(printed.ends_with("1 0 3\n")) << printed;
+    EXPECT_EQ(logged, "没有符合要求的USB接口\n");
 }
 
-TEST_F(Probing, EndsWhenTheHandshakeHasSucceeded) {
-    duringPause = [this] {
-        if (manager.devices[1]->reports.size() == 2)
-            deviceDidTrue = 1;
-    };
-    EXPECT_TRUE(link.checkUSBDevice());
-    EXPECT_EQ(deveiceIndex, 1);
-}
-
-TEST_F(Probing, StaysWithADeviceAfterABadReport) {
+TEST_F(Probing, StaysWithADeviceAfterABadReportUntilTheHandshakeHasSucceeded) {
     int pauses = 0;
     duringPause = [&] {
         if (++pauses == 1)
@@ -208,18 +186,9 @@ TEST_F(Probing, StaysWithADeviceAfterABadReport) {
         if (pauses == 200)
             deviceDidTrue = 1;
     };
-    EXPECT_TRUE(link.checkUSBDevice());
+    EXPECT_TRUE(check());
     EXPECT_EQ(deveiceIndex, 0);
     EXPECT_EQ(manager.devices[0]->reports.size(), 200U);
-}
-
-TEST_F(Link, ProbingWorksBesideTheRunningThread) {
-    HIDClass link(manager, [](std::chrono::milliseconds) {});
-    link.OpenDevice();
-    while (isDeviceConnent == 0)
-        std::this_thread::sleep_for(1ms);
-    link.connectHID();
-    EXPECT_FALSE(link.checkUSBDevice());
 }
 
 } // namespace

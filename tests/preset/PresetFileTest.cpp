@@ -1,4 +1,5 @@
-// What is read, what is refused with which number, and the data area.
+// Preset files: what is read, what saving writes, and that the file is the old one or the new one
+// whatever happens. The fuzz seeds check the order of the checks and the data area's limits.
 #include "preset/QNPresetFile.h"
 #include "tests/support/Files.h"
 
@@ -7,96 +8,81 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
-#include <map>
-#include <string>
-#include <vector>
-
 namespace cabslot {
 namespace {
 
-using testing::TempFolder;
+using testing::contentOf;
+
+namespace fs = std::filesystem;
 
 constexpr std::int32_t untouched = -7;
 
-// A good preset whose data are 01, 1534 zeros and FF: they add up to 256.
-std::string goodPreset() {
-    std::string bytes(2048, '\0');
-    bytes[1] = '\x08';
-    bytes[4] = '\x01';
-    bytes[509] = '\x01';
-    bytes[512] = '\x01';
-    bytes[2047] = '\xFF';
-    return bytes;
-}
-
-std::string changed(const std::map<std::size_t, char>& changes) {
-    std::string bytes = goodPreset();
-    for (const auto& [offset, byte] : changes)
-        bytes[offset] = byte;
-    return bytes;
-}
-
 class PresetFile : public ::testing::Test {
 protected:
-    void expectRefused(const std::string& path, std::int32_t code) {
-        preset_.NewPreset.Buff_A.fill(0x5A);
+    std::int32_t read(const std::string& path) {
         std::int32_t error = untouched;
-        EXPECT_FALSE(preset_.ReadFileToPresetPath(path, &error)) << path;
-        EXPECT_EQ(error, code) << path;
-        for (const std::uint8_t byte : preset_.NewPreset.Buff_A)
-            ASSERT_EQ(byte, 0x5A) << path;
+        const bool good = preset_.ReadFileToPresetPath(path, &error);
+        EXPECT_EQ(good, error == 0);
+        return error;
     }
 
-    TempFolder folder_;
+    /// Saves a preset whose first data byte is `data`; returns the error's number.
+    static std::int32_t save(const std::string& path, std::uint8_t data) {
+        QNPresetFile preset;
+        preset.WritePresetBufferPresetData(&data, 1);
+        std::int32_t error = untouched;
+        const bool saved = preset.SavePresetToFilePath(path, &error);
+        EXPECT_EQ(saved, error == untouched);
+        EXPECT_EQ(preset.NewPreset.Buff_A[508], data) << "stamped, whatever became of the file";
+        return error;
+    }
+
+    bool holds(char data) const {
+        const std::string bytes = contentOf(path_);
+        return bytes.size() == 2048 && bytes[512] == data;
+    }
+    mode_t mode() const {
+        struct stat status {};
+        EXPECT_EQ(::stat(path_.c_str(), &status), 0);
+        return status.st_mode & 07777;
+    }
+    std::ptrdiff_t filesInFolder() const {
+        return std::distance(fs::directory_iterator(folder_.path("")), fs::directory_iterator());
+    }
+
+    testing::TempFolder folder_;
+    const std::string path_ = folder_.path("x.preset");
     QNPresetFile preset_;
 };
 
-TEST_F(PresetFile, ReadsAGoodFileWhole) {
-    // Neither the size field nor the reserve is checked; both are kept.
-    const std::string bytes = changed({{0, '\x05'}, {12, 'a'}, {507, 'z'}});
+TEST_F(PresetFile, SavingStampsTheImageAndReadingChecksIt) {
     std::int32_t error = untouched;
-    ASSERT_TRUE(preset_.ReadFileToPresetPath(folder_.write("a", bytes), &error));
-    EXPECT_EQ(error, 0);
-    EXPECT_EQ(std::string(preset_.NewPreset.Buff_A.begin(), preset_.NewPreset.Buff_A.end()), bytes);
-}
+    ASSERT_TRUE(preset_.SavePresetToFilePath(path_, &error));
+    EXPECT_EQ(contentOf(path_), std::string("\0\x08\0\0\x01\0\0\0", 8) + std::string(2040, '\0'));
 
-TEST_F(PresetFile, TheFirstCheckThatFailsGivesTheNumber) {
-    struct Row {
-        const char* name;
-        std::string bytes;
-        std::int32_t code;
-    };
-    const Row rows[] = {
-        {"empty", "", 2},
-        {"one byte short", goodPreset().substr(0, 2047), 2},
-        {"one byte long", goodPreset() + '\0', 2},
-        {"much too long", goodPreset() + std::string(100000, 'x'), 2},
-        {"device 0", changed({{4, '\0'}}), 3},
-        {"device in the highest byte", changed({{4, '\0'}, {7, '\x01'}}), 3},
-        {"device 257", changed({{5, '\x01'}}), 3},
-        {"sum one less", changed({{508, '\xFF'}, {509, '\0'}}), 6},
-        {"sum with a high byte", changed({{511, '\x01'}}), 6},
-        {"first data byte", changed({{512, '\x02'}}), 6},
-        {"last data byte as a signed one", changed({{508, '\0'}, {509, '\0'}}), 6},
-        {"version 1", changed({{8, '\x01'}}), 9},
-        {"version that is negative when signed", changed({{11, '\x80'}}), 9},
-        {"long and wrong device", changed({{4, '\x02'}}) + 'x', 2},
-        {"wrong device, sum, version", changed({{4, '\x02'}, {508, '\x01'}, {8, '\x01'}}), 3},
-        {"wrong sum, version", changed({{508, '\x01'}, {8, '\x01'}}), 6},
-    };
-    for (const Row& row : rows)
-        expectRefused(folder_.write(row.name, row.bytes), row.code);
-}
+    preset_.NewPreset.Buff_A.fill(0xFF); // 1536 * 255 = 0x5FA00
+    ASSERT_TRUE(preset_.SavePresetToFilePath(path_, &error));
+    EXPECT_EQ(error, untouched);
+    const std::string saved = std::string("\0\x08\0\0\x01\0\0\0\0\0\0\0", 12) +
+                              std::string(496, '\xFF') + std::string("\0\xFA\x05\0", 4) +
+                              std::string(1536, '\xFF');
+    EXPECT_EQ(contentOf(path_), saved);
 
-TEST_F(PresetFile, WhatIsNoFileCannotBeReadAndIsNotWaitedFor) {
-    const std::string fifo = folder_.path("fifo");
-    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-    const std::string good = folder_.write("good", goodPreset());
-    for (const std::string& path :
-         {folder_.path("none"), folder_.path(""), good + "/in", fifo, std::string("/dev/zero"),
-          std::string(), good + std::string("\0.bak", 5)})
-        expectRefused(path, 1);
+    // What is not checked, the size field and the reserve, is kept as it is.
+    std::string good = saved;
+    good[0] = good[12] = 'z';
+    EXPECT_EQ(read(folder_.write("good", good)), 0);
+    const auto& image = preset_.NewPreset.Buff_A;
+    EXPECT_TRUE(std::string(image.begin(), image.end()) == good);
+    for (const auto& [at, code] :
+         {std::pair{4, 3}, {7, 3}, {508, 6}, {511, 6}, {2047, 6}, {8, 9}}) {
+        std::string bad = good;
+        bad[static_cast<std::size_t>(at)] ^= 2;
+        EXPECT_EQ(read(folder_.write("bad", bad)), code) << at;
+        EXPECT_TRUE(std::string(image.begin(), image.end()) == good) << "as it was";
+    }
+    EXPECT_EQ(read(folder_.write("short", good.substr(1))), 2);
+    EXPECT_EQ(read(folder_.write("long", good + '\0')), 2);
 }
 
 TEST_F(PresetFile, ChangeDataCopiesVersion0Only) {
@@ -110,22 +96,69 @@ TEST_F(PresetFile, ChangeDataCopiesVersion0Only) {
     EXPECT_EQ(destination.Buff_A, source.Buff_A);
 }
 
-TEST_F(PresetFile, DataGoInAndOutFromOffset512On) {
+TEST_F(PresetFile, DataGoInAndOutFromOffset512OnAndLeaveTheCheckSum) {
+    preset_.NewPreset.Buff_A.fill(0x5A);
     std::vector<std::uint8_t> data(1537, 0x33);
     EXPECT_FALSE(preset_.WritePresetBufferPresetData(data.data(), 1537));
-    EXPECT_TRUE(preset_.WritePresetBufferPresetData(data.data(), 0));
-    EXPECT_EQ(preset_.NewPreset.Buff_A, PresetBuffUnion{}.Buff_A) << "neither copies";
-    EXPECT_TRUE(preset_.WritePresetBufferPresetData(data.data(), 1536));
-    EXPECT_EQ(preset_.NewPreset.Buff_A[511], 0) << "the checksum is saving's business";
+    EXPECT_EQ(preset_.NewPreset.Buff_A[512], 0x5A);
+    EXPECT_TRUE(preset_.WritePresetBufferPresetData(data.data(), 1535));
+    EXPECT_EQ(preset_.NewPreset.Buff_A[508], 0x5A) << "the checksum is saving's business";
     EXPECT_EQ(preset_.NewPreset.Buff_A[512], 0x33);
-    EXPECT_EQ(preset_.NewPreset.Buff_A[2047], 0x33);
+    EXPECT_EQ(preset_.NewPreset.Buff_A[2047], 0x5A);
 
     std::vector<std::uint8_t> out(1537);
     EXPECT_FALSE(preset_.ReadPresetBufferPresetData(out.data(), 0xFFFFFFFF));
-    EXPECT_EQ(out, std::vector<std::uint8_t>(1537));
+    EXPECT_TRUE(preset_.ReadPresetBufferPresetData(out.data(), 2));
+    EXPECT_EQ(std::vector(out.begin(), out.begin() + 3),
+              (std::vector<std::uint8_t>{0x33, 0x33, 0}));
     EXPECT_TRUE(preset_.ReadPresetBufferPresetData(out.data(), 1536));
-    data[1536] = 0; // what is behind is left alone
-    EXPECT_EQ(out, data);
+    EXPECT_EQ(out[1535], 0x5A);
+    EXPECT_EQ(out[1536], 0) << "what is behind is left alone";
+}
+
+TEST_F(PresetFile, WhereNoFileCanBe) {
+    const std::string fifo = folder_.path("fifo");
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    fs::create_directory(folder_.path("folder"));
+    fs::create_symlink("loop", folder_.path("loop"));
+    for (const std::string& path : {fifo, folder_.path("folder"), folder_.path("loop"),
+                                    folder_.path("none/x"), std::string(), path_ + '\0'}) {
+        EXPECT_EQ(save(path, 1), 8) << path;
+        EXPECT_EQ(read(path), 1) << path;
+    }
+    EXPECT_TRUE(fs::is_fifo(fifo));
+    EXPECT_EQ(filesInFolder(), 3);
+}
+
+TEST_F(PresetFile, SavingKeepsPermissionsAndLinks) {
+    const mode_t old = ::umask(027);
+    EXPECT_EQ(save(path_, 1), untouched);
+    EXPECT_EQ(mode(), 0640U);
+    EXPECT_EQ(::chmod(path_.c_str(), 0606), 0);
+    fs::create_symlink("x.preset", folder_.path("link"));
+    EXPECT_EQ(save(folder_.path("link"), 2), untouched);
+    ::umask(old);
+    EXPECT_EQ(mode(), 0606U) << "also what the umask would take away";
+    EXPECT_TRUE(fs::is_symlink(folder_.path("link")));
+    EXPECT_TRUE(holds(2));
+    EXPECT_EQ(save(folder_.path(std::string(255, 'n')), 1), untouched) << "the longest name";
+}
+
+TEST_F(PresetFile, AFailedSaveLeavesTheOldFileAndNothingElse) {
+    ASSERT_EQ(save(path_, 1), untouched);
+    for (const rlim_t room : {0U, 1000U}) {
+        const testing::FullDisk full(room);
+        EXPECT_EQ(save(path_, 2), 8);
+        EXPECT_EQ(save(folder_.path("new"), 2), 8);
+    }
+    ASSERT_EQ(::chmod(folder_.path("").c_str(), 0555), 0);
+    {
+        const testing::NotRoot somebody;
+        EXPECT_EQ(save(path_, 2), 8);
+    }
+    ASSERT_EQ(::chmod(folder_.path("").c_str(), 0755), 0);
+    EXPECT_TRUE(holds(1));
+    EXPECT_EQ(filesInFolder(), 1);
 }
 
 } // namespace

@@ -93,6 +93,8 @@ private:
 /// A folder, a simulated pedal in it once startPedal() was called, and cabslotctl to talk to it.
 class ProgramTest : public ::testing::Test {
 protected:
+    ProgramTest() { ::setenv("CABSLOT_STATE", folder.path("memory").c_str(), 1); }
+
     /// Ends the pedal that may be running and starts another on the same socket and folder.
     void startPedal(std::vector<std::string> options = {}, const std::string& confirmDelay = "20") {
         pedal.reset();

@@ -35,6 +35,8 @@ struct WavBuilder {
     // Odd things a file may hold.
     std::string riff = "RIFF";
     std::string form = "WAVE";
+    std::string formatTail{};                ///< behind the 16 bytes of "fmt "
+    bool liesAboutBytes = false;             ///< byte rate and block align are nonsense
     std::string beforeFormat{};              ///< whole chunks
     std::string beforeData{};                ///< whole chunks
     std::string afterData{};                 ///< whole chunks
@@ -56,9 +58,10 @@ struct WavBuilder {
         appendLittleEndian(format, formatTag, 2);
         appendLittleEndian(format, channels, 2);
         appendLittleEndian(format, rate, 4);
-        appendLittleEndian(format, rate * frameSize, 4);
-        appendLittleEndian(format, frameSize, 2);
+        appendLittleEndian(format, liesAboutBytes ? 77 : rate * frameSize, 4);
+        appendLittleEndian(format, liesAboutBytes ? 99 : frameSize, 2);
         appendLittleEndian(format, bits, 2);
+        format += formatTail;
 
         std::string data = "data";
         appendLittleEndian(data, dataSize.value_or(static_cast<std::uint32_t>(samples.size())), 4);

@@ -1,12 +1,10 @@
-// A slot's upload without a thread: each wait runs scheduler ticks instead.
+// One slot's upload with no device thread and no time: each wait runs scheduler ticks instead.
 #include "tests/support/FakePedal.h"
 #include "tests/support/WavBuilder.h"
 
 #include "device/DeviceCommands.h"
 #include "device/SendScheduler.h"
 #include "upload/SlotUpload.h"
-
-#include <functional>
 
 namespace cabslot::testing {
 namespace {
@@ -15,7 +13,7 @@ namespace {
 class Ticking final : public UploadWait {
 public:
     bool waitForUpload() override {
-        armedDuringUpload = CheckMCUInportIR_Finish == 1;
+        armedDuringUpload |= CheckMCUInportIR_Finish == 1;
         duringUpload();
         runSendScheduler();
         runSendScheduler();
@@ -25,7 +23,8 @@ public:
     }
     bool waitForConfirmation(std::uint32_t poll) override {
         EXPECT_EQ(poll, confirmationPolls);
-        duringConfirmation(poll);
+        if (poll == confirmsAtPoll)
+            confirm();
         return ++confirmationPolls != giveUpAtConfirmationPoll;
     }
 
@@ -33,7 +32,7 @@ public:
 
     std::function<void()> duringUpload = [] {};
     std::function<void()> afterLastFrame = [] {};
-    std::function<void(std::uint32_t)> duringConfirmation = [](std::uint32_t) {};
+    std::uint32_t confirmsAtPoll = UINT32_MAX;
     std::uint32_t uploadPolls = 0;
     std::uint32_t confirmationPolls = 0;
     std::uint32_t giveUpAtUploadPoll = 0;
@@ -44,29 +43,28 @@ public:
 class SlotUpload : public DeviceTest {
 protected:
     SlotUpload() {
-        const std::array<std::uint8_t, 3> name = {'o', 'l', 'd'};
-        const std::uint8_t factory = '1';
+        const Bytes name = {'o', 'l', 'd'};
+        const Bytes factory = {'1'};
         for (std::size_t i = 0; i < slotCount; ++i) {
             IRNameArr.setCharacters(i, name);
-            isInternalIRArray2.setCharacters(i, {&factory, 1});
+            isInternalIRArray2.setCharacters(i, factory);
         }
         runSendScheduler(); // the two opening frames
         runSendScheduler();
         device->reports.clear();
     }
 
-    std::string wav() { return folder.write("Cab.wav", WavBuilder{}.add(1).add(-2).bytes()); }
+    IRSource wav(const std::string& name = "Cab.wav", std::int32_t sample = 1) {
+        return {.path = folder.write(name, WavBuilder{}.add(sample).add(-2).bytes())};
+    }
 
     TempFolder folder;
     Ticking waiting;
 };
 
 TEST_F(SlotUpload, LoadsConfirmsAndRecords) {
-    waiting.duringConfirmation = [](std::uint32_t poll) {
-        if (poll == 2)
-            Ticking::confirm();
-    };
-    EXPECT_EQ(loadSlot(3, {wav()}, {}, waiting).end, UploadEnd::confirmed);
+    waiting.confirmsAtPoll = 2;
+    EXPECT_EQ(loadSlot(3, wav(), {}, waiting).end, UploadEnd::confirmed);
     EXPECT_EQ(waiting.uploadPolls, 7U);
     EXPECT_EQ(waiting.confirmationPolls, 3U);
     EXPECT_FALSE(waiting.armedDuringUpload);
@@ -78,55 +76,49 @@ TEST_F(SlotUpload, LoadsConfirmsAndRecords) {
     EXPECT_EQ(isInternalIRArray[2], 0);
     EXPECT_EQ(isInternalIRArray2.at(2), "0");
     EXPECT_EQ(isInternalIRArray[1], 1);
+
+    std::string bytes = WavBuilder{}.add(7).bytes();
+    waiting = {};
+    waiting.confirmsAtPoll = 0;
+    EXPECT_EQ(
+        loadSlot(2, {.path = "Memory.wav", .bytes = Bytes(bytes.begin(), bytes.end())}, {}, waiting)
+            .end,
+        UploadEnd::confirmed);
+    EXPECT_EQ(irdatabuff[0], 0x000700U);
+    EXPECT_EQ(IRNameArr.at(1), "Memory        ");
 }
 
-TEST_F(SlotUpload, APedalThatConfirmsAtOnceIsMissedUnlessTheWaitWasArmedBefore) {
+TEST_F(SlotUpload, APedalThatConfirmsAtOnceIsMissedUnlessTheLastFrameArmsTheWait) {
     waiting.afterLastFrame = Ticking::confirm;
     int told = 0;
-    const UploadOptions options = {.arming = Arming::afterUpload,
-                                   .recorded = [&](const QNIRFile&) { ++told; }};
-    EXPECT_EQ(loadSlot(1, {wav()}, options, waiting).end, UploadEnd::notConfirmed);
+    const UploadOptions options = {.recorded = [&](const QNIRFile&) { ++told; }};
+    EXPECT_EQ(loadSlot(1, wav(), options, waiting).end, UploadEnd::notConfirmed);
     EXPECT_EQ(told, 1);
     EXPECT_EQ(waiting.confirmationPolls, 600U);
     EXPECT_EQ(CheckMCUInportIR_Finish, 1U) << "a late confirmation would still clear it";
-    EXPECT_EQ(isInternalIRArray[0], 0) << "recorded as if confirmed";
+    EXPECT_EQ(isInternalIRArray[0], 0) << "recorded as if confirmed: the pedal may have stored it";
 
-    Ticking again;
-    again.afterLastFrame = Ticking::confirm;
-    EXPECT_EQ(loadSlot(1, {wav()}, {.arming = Arming::withLastFrame}, again).end,
-              UploadEnd::confirmed);
-    EXPECT_EQ(again.confirmationPolls, 0U);
-}
-
-TEST_F(SlotUpload, AConfirmationThatComesBeforeTheLastFrameIsNotThisUploads) {
+    // A confirmation before the last frame is an older upload's.
+    waiting = {};
     waiting.duringUpload = Ticking::confirm;
-    EXPECT_EQ(
-        loadSlot(1, {wav()}, {.arming = Arming::withLastFrame, .confirmationPolls = 3}, waiting)
-            .end,
-        UploadEnd::notConfirmed);
-}
-
-TEST_F(SlotUpload, TakesAFileFromMemoryUnderTheNameOfItsPath) {
-    waiting.duringConfirmation = [](std::uint32_t) { Ticking::confirm(); };
-    const std::string wav = WavBuilder{}.add(3).bytes();
-    const IRSource source = {.path = "Prepared.wav", .bytes = {wav.begin(), wav.end()}};
-    EXPECT_EQ(loadSlot(2, source, {}, waiting).end, UploadEnd::confirmed);
-    EXPECT_EQ(irdatabuff[0], 0x300U);
-    EXPECT_EQ(IRNameArr.at(1), "Prepared      ");
+    UploadOptions withLast = {.arming = Arming::withLastFrame, .confirmationPolls = 3};
+    EXPECT_EQ(loadSlot(1, wav(), withLast, waiting).end, UploadEnd::notConfirmed);
+    waiting.afterLastFrame = Ticking::confirm;
+    waiting.confirmationPolls = 0;
+    EXPECT_EQ(loadSlot(1, wav(), withLast, waiting).end, UploadEnd::confirmed);
+    EXPECT_EQ(waiting.confirmationPolls, 0U);
 }
 
 TEST_F(SlotUpload, GivingUpRecordsNothing) {
-    waiting.giveUpAtConfirmationPoll = 5;
     const UploadOptions options = {.recorded = [](const QNIRFile&) { ADD_FAILURE(); }};
-    EXPECT_EQ(loadSlot(2, {wav()}, options, waiting).end, UploadEnd::givenUp);
+    waiting.giveUpAtUploadPoll = 3;
+    EXPECT_EQ(loadSlot(2, wav(), options, waiting).end, UploadEnd::givenUp);
+    EXPECT_EQ(waiting.confirmationPolls, 0U);
+    EXPECT_EQ(CheckMCUInportIR_Finish, 0U);
+    waiting.giveUpAtConfirmationPoll = 5;
+    EXPECT_EQ(loadSlot(2, wav(), options, waiting).end, UploadEnd::givenUp);
     EXPECT_EQ(waiting.confirmationPolls, 5U);
     EXPECT_EQ(isInternalIRArray[1], 1);
-
-    Ticking early;
-    early.giveUpAtUploadPoll = 3;
-    EXPECT_EQ(loadSlot(2, {wav()}, {}, early).end, UploadEnd::givenUp);
-    EXPECT_EQ(early.confirmationPolls, 0U);
-    EXPECT_EQ(CheckMCUInportIR_Finish, 1U) << "left by the first upload, not set by the second";
 }
 
 TEST_F(SlotUpload, ARefusedFileSendsNothing) {
@@ -141,23 +133,45 @@ TEST_F(SlotUpload, ARefusedFileSendsNothing) {
     EXPECT_EQ(isInportIR, 0);
     EXPECT_EQ(IRNameArr.at(1), "old");
     EXPECT_EQ(waiting.uploadPolls, 0U);
-    EXPECT_TRUE(device->reports.empty());
 }
 
 TEST_F(SlotUpload, ClearingLoadsTheBlankIRUnderTheDefaultName) {
-    EXPECT_EQ(clearSlot(3, folder.path(""), {}, waiting).end, UploadEnd::fileRefused)
-        << "no blank IR there";
-
-    std::filesystem::create_directories(folder.path("Contents/Resources"));
-    folder.write("Contents/Resources/0.wav", WavBuilder{}.add(0).bytes());
+    EXPECT_EQ(clearSlot(3, folder.path("x"), {}, waiting).end, UploadEnd::fileRefused);
+    std::filesystem::create_directories(folder.path("x/Contents/Resources"));
+    folder.write("x/Contents/Resources/0.wav", WavBuilder{}.add(0).bytes());
     irdatabuff.fill(7);
-    waiting.duringConfirmation = [](std::uint32_t) { Ticking::confirm(); };
-    const std::string bundle = std::filesystem::path(folder.path("x")).parent_path();
-    EXPECT_EQ(clearSlot(3, bundle, {}, waiting).end, UploadEnd::confirmed);
+    waiting.confirmsAtPoll = 0;
+    EXPECT_EQ(clearSlot(3, folder.path("x"), {}, waiting).end, UploadEnd::confirmed);
     EXPECT_EQ(IRNameArr.at(2), "User 3         ");
     EXPECT_EQ(irdatabuff[0], 0U);
     EXPECT_EQ(std::string(device->reports[0].begin() + 9, device->reports[0].begin() + 24),
               "User 3         ");
+}
+
+// A device thread that looks at the flag all the time sees no half-staged IR behind it.
+TEST_F(SlotUpload, BlockAndNameAreStagedBeforeTheUploadIsRequested) {
+    constexpr int uploads = 300;
+    int wrong = 0;
+    std::thread deviceThread([&] {
+        for (int i = 0; i < uploads; ++i) {
+            while (isInportIR.load(std::memory_order_acquire) == 0)
+                ;
+            const bool odd = i % 2 == 1;
+            const bool whole = irdatabuff[0] == (odd ? 0x200U : 0x100U) &&
+                               SendFileName[0] == (odd ? 'b' : 'a') && SendisInternalIR == 0;
+            wrong += whole ? 0 : 1;
+            isInportIR = 0;
+        }
+    });
+    struct Yielding final : UploadWait {
+        bool waitForUpload() override { return std::this_thread::yield(), true; }
+        bool waitForConfirmation(std::uint32_t /*poll*/) override { return false; }
+    } yielding;
+    const IRSource even = wav("a.wav", 1), odd = wav("b.wav", 2);
+    for (int i = 0; i < uploads; ++i)
+        loadSlot(1, i % 2 == 1 ? odd : even, {}, yielding);
+    deviceThread.join();
+    EXPECT_EQ(wrong, 0);
 }
 
 } // namespace

@@ -1,10 +1,10 @@
-// A file descriptor that is closed by its owner's end.
+// A file descriptor that is closed by its owner's end. POSIX systems only.
 #pragma once
 
 #include <unistd.h>
 #include <utility>
 
-namespace cabslot::simulator {
+namespace cabslot {
 
 class FileDescriptor {
 public:
@@ -31,4 +31,4 @@ private:
     int fd_ = none;
 };
 
-} // namespace cabslot::simulator
+} // namespace cabslot

@@ -1,4 +1,4 @@
-#include "tests/platform/MockedUsb.h"
+#include "tests/support/MockedUsb.h"
 
 #include <gtest/gtest.h>
 

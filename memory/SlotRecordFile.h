@@ -1,0 +1,29 @@
+// The file that keeps one slot's record. All integers are little-endian.
+//
+//   8 bytes  "cabslot1"
+//   8        time, in seconds since 1970
+//   4096     the block, 1024 words of 4 bytes
+//   3 texts  pedal, name, source: each 4 bytes of length, then its bytes
+//   8        FNV-1a, 64 bits, of all bytes before
+#pragma once
+
+#include "memory/SlotMemory.h"
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace cabslot {
+
+inline constexpr std::uint32_t longestRecordFile = 64 * 1024; ///< bytes; no longer one is read
+
+std::uint64_t fnv1a(std::span<const std::uint8_t> bytes);
+
+std::vector<std::uint8_t> recordFile(std::string_view pedal, const SlotRecord& record);
+
+/// The record in `file`, or nothing when a byte of the file is not as recordFile() wrote it for
+/// `pedal`.
+std::optional<SlotRecord> readRecordFile(std::span<const std::uint8_t> file,
+                                         std::string_view pedal);
+
+} // namespace cabslot
