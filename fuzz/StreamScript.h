@@ -3,6 +3,7 @@
 #pragma once
 
 #include "fuzz/Fuzzing.h"
+#include "simulator/pedal/PedalFrames.h"
 
 #include <cstddef>
 
@@ -15,17 +16,70 @@ enum class ScriptStep {
     frame,       ///< text: a good frame around command and payload
     filledFrame, ///< L (two bytes), fill: a good frame of that L; may be longer than is received
     spoiltFrame, ///< text, place, mask: a frame with one byte changed
-    cutFrame,    ///< text, count: a frame's first bytes
-    header,      ///< L (two bytes): AA 55 and L; what follows is taken for the body
     wrap,        ///< count: puts a good frame around the stream's last bytes
-    importFrame, ///< step, slot, flag, fill
-    wholeImport, ///< slot, flag, fill: the seven frames of an upload
-    allData,     ///< flag, fill: the pedal's all-data frame
     count,
 };
 
+inline constexpr std::size_t longestFilled = 1100; // some way beyond the longest that is received
+
+inline Bytes frameAround(View body) {
+    Bytes frame = {0xAA, 0x55, static_cast<std::uint8_t>(body.size()),
+                   static_cast<std::uint8_t>(body.size() >> 8)};
+    append(frame, body);
+    const unsigned crc = simulator::crcOf(View(frame).subspan(2));
+    frame.push_back(static_cast<std::uint8_t>(crc >> 8));
+    frame.push_back(static_cast<std::uint8_t>(crc));
+    return frame;
+}
+
+inline Bytes text(Input& script) {
+    const std::size_t count = script.byte();
+    return script.bytes(count);
+}
+
+inline Bytes filled(Input& script) {
+    const std::size_t length = script.number16() % longestFilled;
+    return frameAround(Bytes(length, script.byte()));
+}
+
+inline Bytes spoilt(Input& script) {
+    Bytes frame = frameAround(text(script));
+    const std::size_t place = script.byte() % frame.size();
+    frame[place] ^= static_cast<std::uint8_t>(script.byte() | 1);
+    return frame;
+}
+
+inline void wrap(Bytes& stream, std::size_t count) {
+    const Bytes body(stream.end() - static_cast<std::ptrdiff_t>(std::min(count, stream.size())),
+                     stream.end());
+    stream.resize(stream.size() - body.size());
+    append(stream, frameAround(body));
+}
+
+inline void addStep(Input& script, Bytes& stream) {
+    switch (static_cast<ScriptStep>(script.byte() % static_cast<int>(ScriptStep::count))) {
+    case ScriptStep::strayBytes:
+        return append(stream, text(script));
+    case ScriptStep::frame:
+        return append(stream, frameAround(text(script)));
+    case ScriptStep::filledFrame:
+        return append(stream, filled(script));
+    case ScriptStep::spoiltFrame:
+        return append(stream, spoilt(script));
+    case ScriptStep::wrap:
+        return wrap(stream, script.byte());
+    case ScriptStep::count:
+        return;
+    }
+}
+
 /// Follows the script to its end, or until the stream has at least `limit` bytes.
-Bytes streamFromScript(Input& script, std::size_t limit);
+inline Bytes streamFromScript(Input& script, std::size_t limit) {
+    Bytes stream;
+    while (!script.empty() && stream.size() < limit)
+        addStep(script, stream);
+    return stream;
+}
 
 /// The pieces in which a stream comes: a count byte, then one byte a piece, again and again.
 class Pieces {
@@ -37,7 +91,12 @@ public:
 
     explicit Pieces(Input& input) : plan_(input.bytes(input.byte())) {}
 
-    Piece next();
+    Piece next() {
+        if (plan_.empty())
+            return {64, 1};
+        const std::uint8_t plan = plan_[position_++ % plan_.size()];
+        return {(plan & 0x3FU) + 1U, static_cast<std::size_t>(plan >> 6)};
+    }
 
 private:
     Bytes plan_;

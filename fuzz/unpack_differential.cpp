@@ -1,5 +1,5 @@
-// The unpacker against a second opinion: in every tick just the frames that the written rules say
-// are delivered, whole and in order.
+// The unpacker, and the simulated pedal's parser, against a second opinion: just the frames that
+// the written rules say are delivered, whole and in order; by the unpacker tick by tick.
 //
 // Input: pieces, then a script for the stream.
 #include "device/DeviceCommands.h"
@@ -62,6 +62,28 @@ void tickBoth(Expectation& expectation, std::size_t come) {
     demand(delivered == expectation.delivered(), "the frames delivered are those of the rules");
 }
 
+// The pedal's parser keeps no ticks: it is compared at the stream's end.
+void demandPedalFindsTheSame(View stream, Pieces pieces) {
+    Bytes expected;
+    for (const StreamEvent& event : eventsOf(stream))
+        if (event.isFrame)
+            append(expected, stream.subspan(event.begin, event.end - event.begin));
+    simulator::FrameParser parser;
+    Bytes found;
+    std::size_t skipped = 0;
+    for (std::size_t fed = 0; fed < stream.size();) {
+        const std::size_t size = std::min(pieces.next().size, stream.size() - fed);
+        for (const simulator::Frame& frame : parser.feed(stream.subspan(fed, size)))
+            append(found, frame.command ? simulator::encodeFrame(*frame.command, frame.payload)
+                                        : Bytes{0xAA, 0x55, 0, 0, 0xFF, 0xFF});
+        fed += size;
+        skipped += parser.takeSkipped();
+        demand(fed >= found.size() + skipped, "no byte is used twice");
+        demand(fed - found.size() - skipped < 1024, "less than one frame is held");
+    }
+    demand(found == expected, "the pedal finds the frames of the rules");
+}
+
 } // namespace
 } // namespace cabslot::fuzz
 
@@ -72,6 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Input input(data, size);
     Pieces pieces(input);
     const Bytes stream = streamFromScript(input, streamLimit);
+    demandPedalFindsTheSame(stream, pieces);
     Expectation expectation(stream);
     for (std::size_t come = 0; come < stream.size();) {
         const Pieces::Piece piece = pieces.next();

@@ -77,6 +77,7 @@ bool QNIRFile::open(const std::string& path, Extent extent) {
             return refuse("it is too large: files of 4 GiB and more are not read");
         readBytes_ = std::move(file.bytes);
         heldWhole_ = file.whole();
+        sizeOnDisk_ = file.fileSize;
         const bool accepted = examine({readBytes_.get(), file.size}, path);
         if (heldWhole_ || (accepted && holdsItsPoints()))
             return accepted;
@@ -90,6 +91,7 @@ bool QNIRFile::openBytes(std::span<const std::uint8_t> bytes, const std::string&
     staging_ = true;
     releaseFile();
     heldWhole_ = true;
+    sizeOnDisk_ = bytes.size();
     return examine(bytes, path);
 }
 

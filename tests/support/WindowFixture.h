@@ -2,14 +2,12 @@
 // presses buttons, answers panels and alerts, and reads what is shown.
 #pragma once
 
+#include "tests/support/FakePedal.h"
 #include "tests/support/WavBuilder.h"
 
-#include "device/SharedState.h"
 #include "platform/SocketHIDManager.h"
 #include "simulator/server/PedalServer.h"
 #include "ui/AppDelegate.h"
-
-#include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -142,6 +140,11 @@ protected:
         return folder.write(name, WavBuilder{}.add(0x1234).bytes());
     }
 
+public:
+    /// What happens when the window opens its device link, before the link's thread starts.
+    static std::function<void(HIDClass&)> duringOpenDevice;
+
+protected:
     std::unique_ptr<HIDManager> manager;
     TempFolder folder;
     simulator::PedalStore store;

@@ -30,17 +30,34 @@ protected:
 };
 
 TEST_F(Flows, ImportShowsTheNameThePedalStoresTheBlock) {
+    std::string printedAtFirstSecond;
+    bool armedDuringUpload = false;
+    pause = [&](std::chrono::milliseconds) {
+        if (isInportIR == 1)
+            armedDuringUpload |= CheckMCUInportIR_Finish == 1;
+        else if (printedAtFirstSecond.empty()) {
+            printedAtFirstSecond = ::testing::internal::GetCapturedStdout();
+            ::testing::internal::CaptureStdout();
+        }
+        QTest::qWait(20);
+    };
     open();
     press(3);
     auto* panel = dialog<QFileDialog>();
     ASSERT_NE(panel, nullptr);
     EXPECT_FALSE(panel->isModal());
     EXPECT_EQ(panel->fileMode(), QFileDialog::ExistingFile);
+    ASSERT_EQ(panel->nameFilters().size(), 1);
+    const QString patterns = panel->nameFilters().first().section('(', -1).chopped(1);
+    EXPECT_TRUE(QDir::match(patterns, "a.wav") && QDir::match(patterns, "a.WAV"));
+    EXPECT_FALSE(QDir::match(patterns, "a.wav.bak") || QDir::match(patterns, "wav"));
 
     ::testing::internal::CaptureStdout();
     choose(wav());
+    EXPECT_EQ(printedAtFirstSecond, "0\n") << "the counter is printed before the second passes";
+    EXPECT_FALSE(armedDuringUpload);
     const QString printed = QString::fromStdString(::testing::internal::GetCapturedStdout());
-    EXPECT_TRUE(printed.startsWith("0\n1\n")) << printed.toStdString();
+    EXPECT_TRUE(printed.startsWith("1\n")) << printed.toStdString();
     EXPECT_TRUE(printed.endsWith(
         QString("选中了文件 Optional(\"%1\")\n").arg(QString::fromStdString(wav()))));
     EXPECT_EQ(label(3), "Cab           ");
@@ -120,22 +137,35 @@ TEST_F(Flows, TagsOutsideTheRangeDoNothing) {
     EXPECT_EQ(IR_InportNumber, 0U);
 }
 
-TEST_F(Flows, APedalThatNeverConfirmsCosts600Polls) {
-    simulator::PedalOptions options;
-    options.faults.neverConfirm = true;
+// The window arms its wait after the upload, so a confirmation that comes at once is missed.
+TEST_F(Flows, APedalThatConfirmsAtOnceCosts600Polls) {
+    auto service = std::make_unique<FakeManager>();
+    FakeManager& pedal = *service;
+    pedal.devices[0]->onReport = [&](std::size_t report) {
+        if (report == 2)
+            pedal.receive(allDataFrame('1', std::string(64, 'n')));
+        if (report == 57)
+            pedal.receive(confirmationFrame);
+    };
+    std::atomic<int> ticks{0};
+    pedal.onWait = [&](auto) { ++ticks; };
     int pauses = 0;
     pause = [&](std::chrono::milliseconds time) {
         EXPECT_EQ(time, 1s);
         ++pauses;
-        QTest::qWait(isInportIR == 1 ? 20 : 0);
+        if (isInportIR == 0)
+            return;
+        ASSERT_TRUE(QTest::qWaitFor([] { return isInportIR == 0; }));
+        ASSERT_TRUE(QTest::qWaitFor([&, end = ticks + 4] { return ticks > end; }));
     };
-    open(options);
+    openOn(std::move(service));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return label(1) == QString(16, 'n'); }));
     press(1);
     ::testing::internal::CaptureStdout();
     choose(wav());
     const std::string printed = ::testing::internal::GetCapturedStdout();
     EXPECT_NE(printed.find("598\n599\n选"), std::string::npos);
-    EXPECT_GT(pauses, 600);
+    EXPECT_EQ(pauses, 601);
     EXPECT_EQ(label(1), "Cab           ") << "as if it had been confirmed";
     EXPECT_EQ(status(), "User 1 was sent, but the pedal did not confirm it.");
 }
