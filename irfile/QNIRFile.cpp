@@ -59,15 +59,15 @@ QNIRFile::QNIRFile() {
 
 bool QNIRFile::OpenFilePath(const std::string& path) {
     staging_ = true;
-    return open(path);
+    return open(path, Extent::asNeeded);
 }
 
-bool QNIRFile::openForInspection(const std::string& path) {
+bool QNIRFile::openForInspection(const std::string& path, Extent extent) {
     staging_ = false;
-    return open(path);
+    return open(path, extent);
 }
 
-bool QNIRFile::open(const std::string& path) {
+bool QNIRFile::open(const std::string& path, Extent extent) {
     for (const std::uint32_t most : {usualPart, mostFileBytes}) {
         releaseFile();
         FileBytes file = readFile(path, most);
@@ -77,9 +77,12 @@ bool QNIRFile::open(const std::string& path) {
             return refuse("it is too large: files of 4 GiB and more are not read");
         readBytes_ = std::move(file.bytes);
         heldWhole_ = file.whole();
+        sizeOnDisk_ = file.fileSize;
         const bool accepted = examine({readBytes_.get(), file.size}, path);
         if (heldWhole_ || (accepted && holdsItsPoints()))
             return accepted;
+        if (extent == Extent::start)
+            return refuse("it is long, and its samples are not within its first megabyte");
     }
     return false; // not reached: the second time the file is whole
 }
@@ -88,6 +91,7 @@ bool QNIRFile::openBytes(std::span<const std::uint8_t> bytes, const std::string&
     staging_ = true;
     releaseFile();
     heldWhole_ = true;
+    sizeOnDisk_ = bytes.size();
     return examine(bytes, path);
 }
 

@@ -51,6 +51,7 @@ QPushButton { background: %tint; color: %text; border: 1px solid %edge; border-r
 QPushButton[role="secondary"] { background: %button; color: %muted; }
 QPushButton:hover, QPushButton[role="secondary"]:hover { background: %hover; color: %text; }
 QPushButton:pressed, QPushButton[role="secondary"]:pressed { background: %pressed; }
+QPushButton[role="switch"]:checked { background: %accent; color: %window; border-color: %accent; }
 QPushButton:disabled, QPushButton[role="secondary"]:disabled { background: transparent;
     color: %disabled; }
 QPushButton:focus { border: 2px solid %accent; margin: 0px; }
@@ -92,12 +93,12 @@ QString styleSheetFor(const QPalette& palette) {
     const Colours colours = coloursOf(palette);
     QString result = QString::fromUtf8(sheet);
     const std::pair<const char*, QColor> names[] = {
-        {"%window", colours.window},   {"%base", colours.base},
-        {"%text", colours.text},       {"%muted", colours.muted},
+        {"%window", colours.window},     {"%base", colours.base},
+        {"%text", colours.text},         {"%muted", colours.muted},
         {"%disabled", colours.disabled}, {"%problem", colours.problem},
-        {"%line", colours.line},       {"%edge", colours.edge},
-        {"%hover", colours.hover},     {"%pressed", colours.pressed},
-        {"%button", colours.button},   {"%accent", colours.accent},
+        {"%line", colours.line},         {"%edge", colours.edge},
+        {"%hover", colours.hover},       {"%pressed", colours.pressed},
+        {"%button", colours.button},     {"%accent", colours.accent},
         {"%tint", colours.tint},
     };
     for (const auto& [name, colour] : names)

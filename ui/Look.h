@@ -12,8 +12,8 @@ namespace cabslot {
 
 /// Every colour of the window by its name, mixed from the desktop's palette.
 struct Colours {
-    QColor window;   ///< behind everything
-    QColor base;     ///< behind the rows and in pictures
+    QColor window; ///< behind everything
+    QColor base;   ///< behind the rows and in pictures
     QColor text;
     QColor muted;    ///< text of less weight
     QColor disabled; ///< text of what cannot be pressed
@@ -24,14 +24,15 @@ struct Colours {
     QColor hover;    ///< under the pointer
     QColor pressed;
     QColor button;
-    QColor accent;   ///< the desktop's highlight: signals, progress, focus
-    QColor tint;     ///< a little of the accent over the base
-    QColor dim;      ///< over the window while a sheet is open; translucent
+    QColor accent; ///< the desktop's highlight: signals, progress, focus
+    QColor tint;   ///< a little of the accent over the base
+    QColor dim;    ///< over the window while a sheet is open; translucent
 };
 Colours coloursOf(const QPalette& palette);
 
 /// The sheet for the whole window. Widgets are told apart by their property "role": heading, card,
-/// line, row, number, name, detail, secondary (a button of less weight), status, reason (in a sheet).
+/// line, row, number, name, detail, secondary (a button of less weight), status, reason (in a
+/// sheet).
 QString styleSheetFor(const QPalette& palette);
 
 /// Sets a property that the sheet looks at (target, busy, problem), and has it look again.

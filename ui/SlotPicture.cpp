@@ -51,7 +51,7 @@ void SlotPicture::openView() {
     if (!summary_)
         return;
     if (!view_) {
-        view_ = new IRWindow(window());
+        view_ = new IRWindow(*listening_, window());
         view_->setSummary(slotName_, *summary_);
     }
     view_->show();

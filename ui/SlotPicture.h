@@ -4,6 +4,7 @@
 #pragma once
 
 #include "analysis/IRSummary.h"
+#include "ui/Listening.h"
 
 #include <QAbstractButton>
 #include <QPointer>
@@ -22,6 +23,9 @@ public:
     /// What the slot is called in the larger view and to a screen reader.
     void setSlotName(const QString& name);
 
+    /// Before the first summary.
+    void setListening(Listening& listening) { listening_ = &listening; }
+
     /// From now on `summary` is shown, also in the larger view if that is open.
     void setSummary(IRSummary summary);
     bool hasSummary() const { return summary_.has_value(); }
@@ -35,6 +39,7 @@ private:
     void openView();
 
     QString slotName_;
+    QPointer<Listening> listening_;
     std::optional<IRSummary> summary_;
     QPointer<IRWindow> view_; ///< while it is open; it belongs to the window
 };

@@ -37,6 +37,7 @@ SlotRow::SlotRow(QWidget* parent)
     name_->setFont(nameFont());
     name_->setMinimumWidth(QFontMetrics(nameFont()).horizontalAdvance(QString(nameColumns, 'M')));
     detail_->setFont(detailFont());
+    detail_->hide();
     add_->setIcon(glyphIcon(Glyph::load));
     for (QPushButton* button : {add_, delete_})
         button->setFocusPolicy(Qt::TabFocus); // the focus is marked for those who use keys
@@ -67,6 +68,7 @@ void SlotRow::setSlot(int slot) {
     const QString name = QString::fromStdString(defaultSlotName(static_cast<std::size_t>(slot)));
     number_->setText(QString::number(slot));
     name_->setObjectName(QString("User%1Label").arg(slot));
+    picture_->setObjectName(QString("picture%1").arg(slot));
     picture_->setSlotName(name);
     add_->setProperty("tag", slot);
     add_->setAccessibleName("Load a WAV into " + name);
@@ -78,6 +80,7 @@ void SlotRow::setSlot(int slot) {
 
 void SlotRow::setDetail(const QString& text) {
     detail_->setText(text);
+    detail_->setVisible(!text.isEmpty());
 }
 
 void SlotRow::setReady(bool ready) {

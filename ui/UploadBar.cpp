@@ -12,8 +12,8 @@ namespace cabslot {
 namespace {
 
 constexpr int barHeight = 4;
-constexpr double movingShare = 0.25;   // of the bar, that goes to and fro
-constexpr double movingPeriod = 1600;  // ms, there and back
+constexpr double movingShare = 0.25;  // of the bar, that goes to and fro
+constexpr double movingPeriod = 1600; // ms, there and back
 
 } // namespace
 

@@ -68,7 +68,7 @@ TEST(Plots, LabelsNeitherOverlapNorLeaveThePicture) {
     Finding longOne{FindingKind::clipped, ""};
     for (int i = 0; i < 60; ++i)
         longOne.text += "word ";
-    expectReadable(summaryPage({"Ten Letter", "WAV", sine(50, 1), {longOne, longOne}}));
+    expectReadable(summaryPage({"Ten Letter", "WAV", "", sine(50, 1), {longOne, longOne}}));
 }
 
 TEST(Plots, TheCurveIsWhereItsValuesAre) {
