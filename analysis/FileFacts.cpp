@@ -32,7 +32,10 @@ void add(FileFacts& facts, std::size_t frame, double value, std::size_t decoded)
 FileFacts factsOf(const QNIRFile& file) {
     FileFacts facts{.sampleRate = file.sampleRate(),
                     .channels = file.channelCount(),
-                    .bits = file.bitsPerSample()};
+                    .bits = file.bitsPerSample(),
+                    .claimed = file.frameCount(),
+                    .held = file.heldFrames(),
+                    .misplaced = file.misplacedTag()};
     std::array<float, samplesAtOnce> values{};
     while (const std::size_t count = file.readFirstChannel(facts.frames, values)) {
         for (std::size_t i = 0; i < count; ++i)
@@ -40,8 +43,20 @@ FileFacts factsOf(const QNIRFile& file) {
         facts.frames += count;
     }
     facts.goesOn = !file.isHeldWhole();
-    facts.used = std::min<std::size_t>(facts.frames, file.decodedPoints());
+    if (facts.channels <= usableChannels)
+        facts.used = std::min<std::size_t>(facts.frames, file.decodedPoints());
     return facts;
+}
+
+std::string framesText(const FileFacts& facts) {
+    std::string text = std::to_string(facts.held);
+    if (facts.claimed > facts.held)
+        text += " (the file claims " + std::to_string(facts.claimed) + ")";
+    if (facts.used == 0)
+        return text + ", of which none is used";
+    if (facts.used == facts.held)
+        return text + ", all of which are used";
+    return text + ", of which " + std::to_string(facts.used) + " are used";
 }
 
 } // namespace cabslot

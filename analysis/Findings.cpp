@@ -1,6 +1,7 @@
 #include "analysis/Findings.h"
 
 #include "analysis/Words.h"
+#include "base/VisibleText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,12 +18,21 @@ constexpr double atFullScale = 32767.0 / 32768;
 constexpr double wrappingJump = 1.75;
 constexpr double audible = 0.001;      // of the peak; -60 dB
 constexpr double toleratedSilence = 1; // ms; what the air between speaker and microphone takes
-constexpr std::uint16_t usableChannels = 2;
 
 using Found = std::optional<Finding>;
 
 std::string millisecondsText(double milliseconds) {
     return fixedText(milliseconds, 1) + " ms";
+}
+
+Found misplacedTag(const FileFacts& facts) {
+    if (facts.misplaced.tag.empty())
+        return {};
+    return Finding{FindingKind::misplacedTag,
+                   "Read from the wrong place: \"" + facts.misplaced.tag +
+                       "\" stands inside the \"" + visibleText(facts.misplaced.insideOf) +
+                       "\" chunk, such as in a comment, and is taken for the chunk of that name. "
+                       "Save the file without comments and markers."};
 }
 
 Found tooManyChannels(const FileFacts& facts) {
@@ -98,6 +108,16 @@ Found wrapped(const Samples& samples) {
                        "samples make that were too large and wrapped round."};
 }
 
+Found claimsMore(const FileFacts& facts) {
+    if (facts.claimed <= facts.held)
+        return {};
+    return Finding{FindingKind::claimsMore,
+                   "Claims too much: the file says that it has " +
+                       countText(facts.claimed, "frame") + " but holds " +
+                       std::to_string(facts.held) +
+                       ". It may have been cut short; what is missing counts as silence."};
+}
+
 Found cutOff(const FileFacts& facts) {
     if (facts.frames <= facts.used)
         return {};
@@ -134,6 +154,8 @@ Found startsLate(const Samples& samples) {
 
 std::string_view nameOf(FindingKind kind) {
     switch (kind) {
+    case FindingKind::misplacedTag:
+        return "misplaced_tag";
     case FindingKind::tooManyChannels:
         return "too_many_channels";
     case FindingKind::silent:
@@ -146,6 +168,8 @@ std::string_view nameOf(FindingKind kind) {
         return "clipped";
     case FindingKind::wrapped:
         return "wrapped";
+    case FindingKind::claimsMore:
+        return "claims_more";
     case FindingKind::cutOff:
         return "cut_off";
     case FindingKind::startsLate:
@@ -161,6 +185,7 @@ std::vector<Finding> findingsOf(const Samples& samples, const FileFacts& facts) 
             findings.push_back(std::move(*found));
         return found.has_value();
     };
+    add(misplacedTag(facts));
     if (add(tooManyChannels(facts)))
         return findings;
     add(silent(samples));
@@ -170,6 +195,7 @@ std::vector<Finding> findingsOf(const Samples& samples, const FileFacts& facts) 
         add(clipped(samples));
         add(wrapped(samples));
     }
+    add(claimsMore(facts));
     add(cutOff(facts));
     add(startsLate(samples));
     return findings;

@@ -11,12 +11,14 @@
 namespace cabslot {
 
 enum class FindingKind {
+    misplacedTag,    ///< "fmt " or "data" was found inside another chunk
     tooManyChannels, ///< none of them is used
     silent,          ///< nothing but zeros
     eightBits,       ///< such samples do not arrive as they are meant
     beyondFullScale, ///< floats that do not fit and wrap round
     clipped,         ///< neighbours at full scale
     wrapped,         ///< jumps such as samples make that have wrapped round
+    claimsMore,      ///< the file claims more frames than it holds
     cutOff,          ///< the file is longer than the pedal's IR
     startsLate,      ///< silence comes first
 };

@@ -18,7 +18,8 @@ std::string originText(const QNIRFile& file) {
 
 IRSummary summaryOf(const QNIRFile& file, const Block& block, const std::string& name) {
     const Samples samples = samplesOf(block);
-    return {name, originText(file), samples, findingsOf(samples, factsOf(file))};
+    const FileFacts facts = factsOf(file);
+    return {name, originText(file), framesText(facts), samples, findingsOf(samples, facts)};
 }
 
 std::string levelsText(const Samples& samples) {

@@ -11,6 +11,7 @@ namespace cabslot {
 struct IRSummary {
     std::string name;   ///< as it is shown
     std::string origin; ///< what file it came from, such as "WAV, 48000 Hz, 24 bits, 2 channels"
+    std::string frames; ///< such as "5000, of which 1024 are used"
     Samples samples{};
     std::vector<Finding> findings;
 };

@@ -66,8 +66,7 @@ void printText(const QNIRFile& file, const IRSummary& summary) {
               << "channels  " << file.channelCount() << channelRemark(file) << '\n'
               << "bits      " << file.bitsPerSample()
               << (file.bitsPerSample() == 32 ? " (read as float)" : "") << '\n'
-              << "frames    " << file.frameCount() << ", of which " << file.decodedPoints()
-              << " are used\n"
+              << "frames    " << summary.frames << '\n'
               << "peak      " << dbfsText(peakDbfs(summary.samples)) << '\n'
               << "RMS       " << dbfsText(rmsDbfs(summary.samples)) << '\n';
     if (const std::size_t columns = waveColumns(); columns > 0)

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <span>
 
 namespace cabslot {
 
@@ -15,14 +16,13 @@ bool hasFields(const PresetFinding& found) {
     return found.error != presetUnreadable && found.error != presetWrongLength;
 }
 
-std::size_t nonzeroBytes(const PresetBuffUnion& image, PresetField field) {
-    const auto bytes = image.bytes(field);
+std::size_t nonzeroBytes(std::span<const std::uint8_t> bytes) {
     return bytes.size() - static_cast<std::size_t>(std::ranges::count(bytes, 0));
 }
 
-std::string bytesText(const PresetBuffUnion& image, PresetField field) {
-    const std::size_t nonzero = nonzeroBytes(image, field);
-    return std::to_string(field.size) + " bytes, " +
+std::string bytesText(std::span<const std::uint8_t> bytes) {
+    const std::size_t nonzero = nonzeroBytes(bytes);
+    return std::to_string(bytes.size()) + " bytes, " +
            (nonzero == 0 ? "all 0" : std::to_string(nonzero) + " of them not 0");
 }
 
@@ -33,13 +33,13 @@ void printJson(const PresetFinding& found) {
     };
     const nlohmann::ordered_json json = {
         {"version", 1},
-        {"file_size", shown(image.number(buff_S::FileSize))},
-        {"device_id", shown(image.number(buff_S::DeviceID))},
-        {"preset_version", shown(image.number(buff_S::PresetVersion))},
-        {"reserve_nonzero_bytes", shown(nonzeroBytes(image, buff_S::Reserve))},
-        {"checksum_stored", shown(image.number(buff_S::CheckSum))},
+        {"file_size", shown(image.buff_S.FileSize)},
+        {"device_id", shown(image.buff_S.DeviceID)},
+        {"preset_version", shown(image.buff_S.PresetVersion)},
+        {"reserve_nonzero_bytes", shown(nonzeroBytes(image.buff_S.Reserve))},
+        {"checksum_stored", shown(image.buff_S.CheckSum)},
         {"checksum_computed", shown(image.dataSum())},
-        {"data_nonzero_bytes", shown(nonzeroBytes(image, buff_S::DataStart))},
+        {"data_nonzero_bytes", shown(nonzeroBytes(image.buff_S.DataStart))},
         {"error", static_cast<std::int32_t>(found.error)},
         {"verdict", presetVerdict(found)}};
     printDocument(json);
@@ -47,16 +47,16 @@ void printJson(const PresetFinding& found) {
 
 void printText(const PresetFinding& found) {
     const PresetBuffUnion& image = found.image;
-    const bool usualSize = image.number(buff_S::FileSize) == presetSize;
+    const bool usualSize = image.buff_S.FileSize == presetSize;
     const std::string code = "error " + std::to_string(found.error) + ": ";
-    std::cout << "size      " << image.number(buff_S::FileSize)
+    std::cout << "size      " << image.buff_S.FileSize
               << (usualSize ? "" : " (should be 2048, but is not checked)") << '\n'
-              << "device    " << image.number(buff_S::DeviceID) << '\n'
-              << "version   " << image.number(buff_S::PresetVersion) << '\n'
-              << "reserve   " << bytesText(image, buff_S::Reserve) << '\n'
-              << "checksum  " << image.number(buff_S::CheckSum) << " stored, " << image.dataSum()
+              << "device    " << image.buff_S.DeviceID << '\n'
+              << "version   " << image.buff_S.PresetVersion << '\n'
+              << "reserve   " << bytesText(image.buff_S.Reserve) << '\n'
+              << "checksum  " << image.buff_S.CheckSum << " stored, " << image.dataSum()
               << " computed\n"
-              << "data      " << bytesText(image, buff_S::DataStart) << '\n'
+              << "data      " << bytesText(image.buff_S.DataStart) << '\n'
               << "verdict   " << (found.error == presetGood ? "" : code) << presetVerdict(found)
               << '\n';
 }

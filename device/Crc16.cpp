@@ -26,8 +26,8 @@ constexpr Table ccitt_table = makeTable();
 
 std::uint16_t crc16_Count(const std::uint8_t* data, std::int32_t count) {
     unsigned crc = 0;
-    for (; count > 0; --count, ++data)
-        crc = ((crc << 8) ^ ccitt_table[(crc >> 8) ^ *data]) & 0xFFFF;
+    for (std::int32_t i = 0; i < count; ++i)
+        crc = ((crc << 8) ^ ccitt_table[(crc >> 8) ^ data[i]]) & 0xFFFF;
     return static_cast<std::uint16_t>(crc ^ finalXor);
 }
 

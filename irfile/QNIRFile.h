@@ -18,6 +18,12 @@
 
 namespace cabslot {
 
+/// How much of a file may be read.
+enum class Extent {
+    asNeeded, ///< its start; all of it, where that does not hold what is needed
+    start,    ///< its first megabyte, so that a look at any file is quick
+};
+
 class QNIRFile {
 public:
     static constexpr std::size_t nameFieldSize = sentNameSize;
@@ -31,7 +37,7 @@ public:
     bool OpenFilePath(const std::string& path);
 
     /// The same for a look at the file: what is sent stays untouched.
-    bool openForInspection(const std::string& path);
+    bool openForInspection(const std::string& path, Extent extent = Extent::asNeeded);
 
     /// OpenFilePath with a file that is in memory; `path` gives the name only. `bytes` are not
     /// copied and must stay until the object or what it has loaded is gone.
@@ -65,18 +71,32 @@ public:
     std::uint16_t channelCount() const { return format().channelCount; }   ///< factory: 1
     std::uint16_t bitsPerSample() const { return format().bitsPerSample; } ///< factory: 24
     std::uint32_t frameCount() const;    ///< as a WAV file claims; as a factory file holds, to 1024
-    std::uint32_t decodedPoints() const; ///< frames that are used; factory: 1024; other rates: 0
+    std::uint64_t heldFrames() const;    ///< of these, the ones whose first sample is in the file
+    std::uint32_t decodedPoints() const; ///< points that are filled; factory: 1024; other rates: 0
+
+    /// The first of "fmt " and "data" that was found inside another chunk, and that chunk; both
+    /// empty when none was. The file is read from there all the same.
+    struct MisplacedTag {
+        std::string tag;
+        std::string insideOf;
+    };
+    MisplacedTag misplacedTag() const;
+
     std::size_t heldBytes() const { return readBytes_ ? FileSize : 0; } ///< memory the file takes
 
     /// Nothing follows what is in memory. Of a long file only the start is read.
     bool isHeldWhole() const { return heldWhole_; }
 
-    /// Fills `values` with what the file means by its first channel's samples from frame `first`
-    /// on, full scale 1.0, also of frames beyond those that are used. Unlike the conversion it
-    /// takes the offset off 8-bit samples and leaves floats as they are. Returns how many were
-    /// there: fewer than asked for at the end of what the file holds, none of a depth that cannot
-    /// be read.
-    std::size_t readFirstChannel(std::size_t first, std::span<float> values) const;
+    /// Fills `values` with what the file means by the samples of `channel` (0 is the first) from
+    /// frame `first` on, full scale 1.0, also of frames beyond those that are used. Unlike the
+    /// conversion it takes the offset off 8-bit samples and leaves floats as they are. Returns how
+    /// many were there: fewer than asked for at the end of what is in memory, none of a depth that
+    /// cannot be read or a channel that the file does not have.
+    std::size_t readChannel(std::uint16_t channel, std::size_t first,
+                            std::span<float> values) const;
+    std::size_t readFirstChannel(std::size_t first, std::span<float> values) const {
+        return readChannel(0, first, values);
+    }
 
     /// The name as copyIRName() would send it.
     std::array<std::uint8_t, nameFieldSize> nameField() const;
@@ -86,7 +106,7 @@ private:
     bool refuseWav(std::string why);
     bool holdsItsPoints() const;
     void releaseFile();
-    bool open(const std::string& path);
+    bool open(const std::string& path, Extent extent);
     bool examine(std::span<const std::uint8_t> file, const std::string& path);
     bool openFactoryFile();
     bool openWavFile(const std::string& path);
@@ -108,6 +128,7 @@ private:
     /// The file, or its first part that has all that is needed; null when none is loaded.
     const std::uint8_t* pFileBuff = nullptr;
     std::uint32_t FileSize = 0;            ///< bytes in pFileBuff
+    std::uint64_t sizeOnDisk_ = 0;         ///< bytes of the file, also of the part not in memory
     std::uint32_t PointSize = 0;           ///< frames in the "data" chunk; WAV files only
     const std::uint8_t* pIRData = nullptr; ///< the first sample byte, in pFileBuff or at its end
     RIFF_HEADER riffheader;                ///< the start of a WAV file

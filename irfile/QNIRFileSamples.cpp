@@ -1,9 +1,11 @@
 #include "irfile/QNIRFile.h"
 
 #include "device/SharedState.h"
+#include "irfile/RiffChunks.h"
 #include "irfile/SampleDecoding.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace cabslot {
 
@@ -47,7 +49,8 @@ bool QNIRFile::GetIRDataBuffer(std::span<std::uint32_t, irPointCount> destinatio
 /// Decodes the first channel into `points` and fills up with 0, or leaves them untouched.
 bool QNIRFile::decode(std::span<std::uint32_t> points) {
     const WAVE_FORMAT wav = format();
-    // Kept on purpose: more than two channels decode to silence, whatever their depth.
+    // The pedal's own tool has it so: more than two channels decode to silence, whatever their
+    // depth.
     if (wav.channelCount > 2) {
         std::ranges::fill(points, 0);
         return true;
@@ -63,15 +66,18 @@ bool QNIRFile::decode(std::span<std::uint32_t> points) {
     return true;
 }
 
-std::size_t QNIRFile::readFirstChannel(std::size_t first, std::span<float> values) const {
+std::size_t QNIRFile::readChannel(std::uint16_t channel, std::size_t first,
+                                  std::span<float> values) const {
     const WAVE_FORMAT kind = format();
-    const std::size_t frameSize = std::size_t{kind.bitsPerSample} / 8 * kind.channelCount;
-    if (frameSize == 0 || !decoderFor(kind.bitsPerSample, 1))
+    const std::size_t sampleSize = kind.bitsPerSample / 8u;
+    const std::size_t frameSize = sampleSize * kind.channelCount;
+    if (channel >= kind.channelCount || !decoderFor(kind.bitsPerSample, 1))
         return 0;
     const std::size_t held = std::min<std::size_t>(frameCount(), samples().size() / frameSize);
     const std::size_t count = std::min(values.size(), held - std::min(first, held));
     for (std::size_t i = 0; i < count; ++i)
-        values[i] = meantValue(samples().subspan(frameSize * (first + i)), kind.bitsPerSample);
+        values[i] = meantValue(samples().subspan(frameSize * (first + i) + sampleSize * channel),
+                               kind.bitsPerSample);
     return count;
 }
 
@@ -104,6 +110,29 @@ std::uint32_t QNIRFile::frameCount() const {
         return PointSize;
     return static_cast<std::uint32_t>(
         std::min(samples().size() / layout::factorySampleSize, irPointCount));
+}
+
+std::uint64_t QNIRFile::heldFrames() const {
+    const WAVE_FORMAT kind = format();
+    const std::uint64_t sampleSize = kind.bitsPerSample / 8u;
+    const std::uint64_t frameSize = sampleSize * kind.channelCount;
+    if (frameSize == 0)
+        return 0;
+    const std::uint64_t sampleBytes = sizeOnDisk_ - static_cast<std::uint64_t>(pIRData - pFileBuff);
+    return std::min<std::uint64_t>(frameCount(),
+                                   (sampleBytes + frameSize - sampleSize) / frameSize);
+}
+
+QNIRFile::MisplacedTag QNIRFile::misplacedTag() const {
+    const std::span<const std::uint8_t> file(pFileBuff, FileSize);
+    for (const TaggedView& view : {TaggedView(fmt_block), TaggedView(data_block)}) {
+        if (!view.present())
+            continue;
+        std::string around = chunkAround(file, static_cast<std::size_t>(view.bytes() - pFileBuff));
+        if (!around.empty())
+            return {std::string(view.tag()), std::move(around)};
+    }
+    return {};
 }
 
 std::uint32_t QNIRFile::decodedPoints() const {

@@ -70,6 +70,7 @@ public:
     explicit TaggedView(const std::uint8_t* bytes) : bytes_(bytes) {}
 
     bool present() const { return bytes_ != nullptr; }
+    const std::uint8_t* bytes() const { return bytes_; }
     std::string_view tag() const { return text(0); }
     std::uint32_t size() const { return number32(layout::chunkSize); }
 

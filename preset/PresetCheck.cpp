@@ -10,11 +10,11 @@ namespace cabslot {
 namespace {
 
 PresetError check(const PresetBuffUnion& image) {
-    if (image.number(buff_S::DeviceID) != presetDevice)
+    if (image.buff_S.DeviceID != presetDevice)
         return presetWrongDevice;
-    if (image.number(buff_S::CheckSum) != image.dataSum())
+    if (image.buff_S.CheckSum != image.dataSum())
         return presetWrongCheckSum;
-    if (image.number(buff_S::PresetVersion) > presetLayoutVersion)
+    if (image.buff_S.PresetVersion > presetLayoutVersion)
         return presetUnknownVersion;
     return presetGood;
 }
@@ -44,9 +44,7 @@ PresetFinding examinePreset(const std::string& path) {
 }
 
 std::string presetVerdict(const PresetFinding& found) {
-    const auto number = [&](PresetField field) {
-        return std::to_string(found.image.number(field));
-    };
+    const PresetRecord& record = found.image.buff_S;
     switch (found.error) {
     case presetGood:
         return "good";
@@ -55,14 +53,14 @@ std::string presetVerdict(const PresetFinding& found) {
     case presetWrongLength:
         return "it is " + lengthRemark(found.length);
     case presetWrongDevice:
-        return "it is for the device " + number(buff_S::DeviceID) + "; this pedal's is " +
+        return "it is for the device " + std::to_string(record.DeviceID) + "; this pedal's is " +
                std::to_string(presetDevice);
     case presetWrongCheckSum:
-        return "its checksum is " + number(buff_S::CheckSum) + "; its data add up to " +
+        return "its checksum is " + std::to_string(record.CheckSum) + "; its data add up to " +
                std::to_string(found.image.dataSum());
     case presetUnknownVersion:
-        return "its layout is of version " + number(buff_S::PresetVersion) + "; only version " +
-               std::to_string(presetLayoutVersion) + " is known";
+        return "its layout is of version " + std::to_string(record.PresetVersion) +
+               "; only version " + std::to_string(presetLayoutVersion) + " is known";
     case presetNotSaved:
         break; // no file is found so
     }

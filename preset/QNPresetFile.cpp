@@ -12,15 +12,15 @@ bool QNPresetFile::ReadFileToPresetPath(const std::string& path, std::int32_t* E
     whyNotRead_ = found.error == presetGood ? std::string() : presetVerdict(found);
     if (found.error != presetGood)
         return false;
-    ChangeData(found.image.Buff_A, NewPreset.Buff_A);
+    ChangeData(found.image, NewPreset);
     return true;
 }
 
 bool QNPresetFile::SavePresetToFilePath(const std::string& path, std::int32_t* Errormsg) {
-    NewPreset.setNumber(buff_S::DeviceID, presetDevice);
-    NewPreset.setNumber(buff_S::FileSize, presetSize);
-    NewPreset.setNumber(buff_S::PresetVersion, presetLayoutVersion);
-    NewPreset.setNumber(buff_S::CheckSum, NewPreset.dataSum());
+    NewPreset.buff_S.DeviceID = presetDevice;
+    NewPreset.buff_S.FileSize = presetSize;
+    NewPreset.buff_S.PresetVersion = presetLayoutVersion;
+    NewPreset.buff_S.CheckSum = NewPreset.dataSum();
     whyNotSaved_ = replaceFile(path, NewPreset.Buff_A);
     if (whyNotSaved_.empty())
         return true;
@@ -31,14 +31,14 @@ bool QNPresetFile::SavePresetToFilePath(const std::string& path, std::int32_t* E
 bool QNPresetFile::ReadPresetBufferPresetData(std::uint8_t* destination, std::uint32_t Len) const {
     if (Len > presetDataSize)
         return false;
-    std::copy_n(NewPreset.bytes(buff_S::DataStart).begin(), Len, destination);
+    std::copy_n(NewPreset.buff_S.DataStart.begin(), Len, destination);
     return true;
 }
 
 bool QNPresetFile::WritePresetBufferPresetData(const std::uint8_t* source, std::uint32_t Len) {
     if (Len > presetDataSize)
         return false;
-    std::copy_n(source, Len, NewPreset.bytes(buff_S::DataStart).begin());
+    std::copy_n(source, Len, NewPreset.buff_S.DataStart.begin());
     return true;
 }
 

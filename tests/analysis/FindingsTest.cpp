@@ -34,14 +34,20 @@ TEST(Findings, OfEachKindOfFile) {
     struct Row {
         std::string bytes;
         Kinds kinds;
-        std::string says; ///< in the first
+        std::string says;     ///< in the first
+        std::string frames{}; ///< what is said of the frames; empty: anything
     };
-    WavBuilder claimsMore = wav({}, {{10, 99}});
-    claimsMore.dataSize = 0xFFFFFFF0;
+    WavBuilder liar = wav({}, {{10, 99}});
+    liar.dataSize = 0xFFFFFFF0;
+    WavBuilder commented = wav({}, {{30, 99}});
+    commented.beforeData = chunk("LIST", std::string("INFOmydata\4\0\0\0abcdefgh", 22));
     const Row rows[] = {
         {wav({}, {{1, 32767}, {1023, 0}}).bytes(), {}, ""}, // one point at full scale is normal
         {wav({}, {{20, 0}}).bytes(), {silent}, "all points are zero"},
-        {wav({.channels = 4}, {{400, 5}}).bytes(), {tooManyChannels}, "4 channels: only files"},
+        {wav({.channels = 4}, {{400, 5}}).bytes(),
+         {tooManyChannels},
+         "4 channels: only files",
+         "100, of which none is used"},
         {wav({.bits = 8}, {{99, 128}}).bytes(), {eightBits}, "counts silence as 128"},
         {wav({}, {{1, 9}, {3, 32767}, {1, 0}}).bytes(), {clipped}, "Clipped: 3 points"},
         {wav({.bits = 24}, {{1, 8200000}, {1, -8200000}}).bytes(), {wrapped}, "1 jump "},
@@ -62,8 +68,13 @@ TEST(Findings, OfEachKindOfFile) {
         {floats({infinite, none, 0.5F}).bytes(),
          {beyondFullScale},
          "full scale: 2 samples infinite or not a number"},
-        {claimsMore.bytes(), {}, ""}, // nothing is left behind that is not there
-        {factoryFile(3, std::string(5000, '\x11')), {}, ""},
+        {liar.bytes(),
+         {claimsMore}, // and nothing is left behind that is not there
+         "has 2147483640 frames but holds 10.",
+         "10 (the file claims 2147483640), all of which are used"},
+        {commented.bytes(), {misplacedTag}, "\"data\" stands inside the \"LIST\" chunk"},
+        {factoryFile(3, std::string(5000, '\x11')), {}, "", "1024, all of which are used"},
+        {factoryFile(3, std::string(6, '\x11')), {}, "", "2, all of which are used"},
     };
     const TempFolder folder;
     for (const Row& row : rows) {
@@ -80,6 +91,7 @@ TEST(Findings, OfEachKindOfFile) {
         }
         EXPECT_EQ(kinds, row.kinds) << row.says << " but was said: " << said;
         EXPECT_NE(said.find(row.says), std::string::npos) << said;
+        EXPECT_TRUE(row.frames.empty() || row.frames == summary.frames) << summary.frames;
     }
 }
 

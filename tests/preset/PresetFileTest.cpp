@@ -74,10 +74,10 @@ TEST_F(PresetFile, ChangeDataCopiesVersion0Only) {
     PresetBuffUnion source;
     source.Buff_A.fill(0x11);
     PresetBuffUnion destination;
-    ChangeData(source.Buff_A, destination.Buff_A);
+    ChangeData(source, destination);
     EXPECT_EQ(destination.Buff_A, PresetBuffUnion{}.Buff_A);
     std::fill_n(&source.Buff_A[8], 4, std::uint8_t{0});
-    ChangeData(source.Buff_A, destination.Buff_A);
+    ChangeData(source, destination);
     EXPECT_EQ(destination.Buff_A, source.Buff_A);
 }
 
