@@ -1,5 +1,5 @@
 // Samples, envelope, level and response of signals whose answers theory gives.
-#include "analysis/Plots.h"
+#include "analysis/Response.h"
 #include "analysis/Words.h"
 
 #include <gtest/gtest.h>
@@ -98,24 +98,6 @@ TEST(Signals, AnImpulseIsFlatAndSilenceHasALevelThatCanBeDrawn) {
         EXPECT_NEAR(column.highest, nothing, 0.01);
     }
     EXPECT_EQ(Response(Samples{}).over(lowestShownHz, highestShownHz).highest, quietest);
-
-    const Samples samples = impulse(512);
-    const PlotSize size{800, 300, 12};
-    const auto highestCorner = [](const Picture& picture) {
-        Spot highest{0, picture.height};
-        for (const Shape& shape : picture.shapes)
-            if (const auto* area = std::get_if<Area>(&shape))
-                for (const Spot& corner : area->corners)
-                    highest = corner.y < highest.y ? corner : highest;
-        return highest;
-    };
-    // The impulse stands in the middle of the wave's axis, and its response is a level line.
-    const Spot top = highestCorner(wavePlot(samples, size));
-    EXPECT_NEAR(top.x,
-                highestCorner(wavePlot(impulse(0), size)).x * 0.5 +
-                    highestCorner(wavePlot(impulse(1023), size)).x * 0.5,
-                2);
-    EXPECT_GT(highestCorner(responsePlot(samples, Response(samples), size)).y, top.y);
 }
 
 TEST(Signals, NumbersInWords) {
