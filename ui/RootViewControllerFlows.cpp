@@ -118,6 +118,7 @@ bool RootViewController::importFile(std::int64_t index, const QString& path) {
         alterIRError(fileError);
         return false;
     }
+    remember(index, result, path);
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
     labelOf(index).setText(name);
     tellEnd(result, "“" + name.trimmed() + "” is in " + slotName(index) + ".");
@@ -153,6 +154,7 @@ void RootViewController::delIR(std::int64_t index) {
                QString::fromStdString(result.whyRefused));
         return alterIRError("Error");
     }
+    remember(index, result, {});
     // The view's own default name, not the pedal's: "User3" has no blank.
     labelOf(index).setText(IRName.at(index - 1));
     tellEnd(result, slotName(index) + " is cleared.");

@@ -65,6 +65,7 @@ protected:
         delegate = std::make_unique<AppDelegate>(
             Surroundings{.manager = *manager,
                          .bundle = folder.path("bundle"),
+                         .pedal = pedalName,
                          .endProcess = [this](int status) { ended.push_back(status); },
                          .pause = [this](std::chrono::milliseconds time) { pause(time); }});
         delegate->window = window.get();
@@ -145,6 +146,7 @@ public:
     static std::function<void(HIDClass&)> duringOpenDevice;
 
 protected:
+    std::string pedalName{}; ///< whose slots are remembered; none are
     std::unique_ptr<HIDManager> manager;
     TempFolder folder;
     simulator::PedalStore store;

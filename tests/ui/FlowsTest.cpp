@@ -283,6 +283,7 @@ TEST_F(Flows, NothingStartsWithoutNamesOrBehindAnAlert) {
     tryAll();
     ::close(ends[0]);
     delegate.reset();
+    resetSharedState();
 
     open();
     root().alterIRError("Error");
@@ -309,6 +310,47 @@ TEST_F(Flows, KeysReachTheirSlots) {
     panel->reject();
     QTest::keyClick(window.get(), Qt::Key_4, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(label(4), "User 4");
+}
+
+TEST_F(Flows, APictureIsRememberedWhileThePedalHasTheNameOfIt) {
+    ::setenv("CABSLOT_STATE", folder.path("memory").c_str(), 1);
+    pedalName = "sim";
+    open();
+    press(2);
+    choose(wav());
+    press(7);
+    const auto start = [this] { // the window anew, on the same pedal
+        delegate.reset();
+        window.reset();
+        server->stop();
+        pedalThread.join();
+        resetSharedState();
+        open();
+    };
+    const auto picture = [this](int slot) {
+        return window->findChild<SlotPicture*>(QString("picture%1").arg(slot));
+    };
+    const auto says = [this](int slot, const QString& text) {
+        auto* row = window->findChild<SlotRow*>(QString("row%1").arg(slot));
+        return std::ranges::any_of(row->findChildren<QLabel*>(), [&](const QLabel* label) {
+            return label->isVisible() && label->text().startsWith(text);
+        });
+    };
+    start();
+    EXPECT_TRUE(picture(2)->isEnabled() && says(2, "Loaded from here on "));
+    EXPECT_TRUE(picture(2)->accessibleDescription().startsWith("Cab; peak -16.94"))
+        << picture(2)->accessibleDescription().toStdString();
+    EXPECT_TRUE(picture(3)->isEnabled() && says(3, "Cleared from here on "));
+    EXPECT_FALSE(picture(1)->isEnabled());
+
+    simulator::PedalSlot changed = store.slot(1);
+    changed.name.fill('x'); // somebody else has loaded this slot
+    std::string why;
+    ASSERT_TRUE(store.store(1, changed, why)) << why;
+    start();
+    EXPECT_FALSE(picture(2)->isEnabled() || says(2, "Loaded"));
+    EXPECT_TRUE(picture(3)->isEnabled());
+    ::unsetenv("CABSLOT_STATE");
 }
 
 TEST_F(Flows, WhatWasLoadedIsSeenInItsRowAndInAViewOfItsOwn) {
