@@ -3,7 +3,7 @@
 
 #include "base/VisibleText.h"
 #include "device/SharedState.h"
-#include "ui/Alerts.h"
+#include "ui/Alert.h"
 #include "ui/Fatal.h"
 #include "ui/Look.h"
 #include "ui/SlotPicture.h"
@@ -33,7 +33,7 @@ QString rememberedText(const SlotRecord& record) {
     const QDate day = QDateTime::fromSecsSinceEpoch(record.time.time_since_epoch().count()).date();
     const bool thisYear = day.year() == QDate::currentDate().year();
     return (record.source.empty() ? "Cleared" : "Loaded") + QString(" from here on ") +
-           QLocale::c().toString(day, thisYear ? "d MMMM" : "d MMMM yyyy");
+           QLocale::c().toString(day, thisYear ? "d MMM" : "d MMM yyyy");
 }
 
 const QString ready = "Load a WAV file into a slot, or drop one on it.";
@@ -170,8 +170,9 @@ void RootViewController::tellDisconnect() {
     disconnected_ = true;
     updateControls();
     QWidget& mainWindow = unwrapped(view_ == nullptr ? nullptr : view_->window());
-    runModal(*makeAlert(mainWindow, "Disconnect! Please try again after connecting.", "Ok",
-                        why.empty() ? QString() : problem_));
+    auto* alert = new Alert(mainWindow, "Disconnect! Please try again after connecting.", "Ok",
+                            why.empty() ? QString() : problem_);
+    alert->runModal();
     surroundings_.endProcess(0);
 }
 

@@ -14,7 +14,6 @@
 
 #include <QLabel>
 #include <QList>
-#include <QMessageBox>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -32,6 +31,7 @@ class RootViewController;
 
 namespace cabslot {
 
+class Alert;
 class SlotRow;
 
 /// What the main view needs from around it.
@@ -118,10 +118,10 @@ private:
     std::optional<SlotMemory> memory_;
     std::array<SlotRow*, slotCount> rows_{};
     bool uploading_ = false;
-    QPointer<QMessageBox> sheet_; ///< while one is open
-    bool disconnected_ = false;   ///< the disconnect alert is open
-    QString series_;              ///< "2 of 3: " while several files are loaded
-    QString problem_;             ///< the last reason shown, for the sheet that follows
+    QPointer<Alert> sheet_;     ///< while one is open
+    bool disconnected_ = false; ///< the disconnect alert is open
+    QString series_;            ///< "2 of 3: " while several files are loaded
+    QString problem_;           ///< the last reason shown, for the sheet that follows
 
 public:
     /// The device link. It is declared last and so destroyed first, since its thread uses the queue

@@ -5,7 +5,7 @@
 #include "device/DeviceCommands.h"
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
-#include "ui/Alerts.h"
+#include "ui/Alert.h"
 #include "ui/Fatal.h"
 #include "ui/OpenPanel.h"
 #include "ui/SlotPicture.h"
@@ -162,14 +162,14 @@ void RootViewController::delIR(std::int64_t index) {
 
 void RootViewController::alterIRError(const QString& hitString) {
     QWidget& mainWindow = unwrapped(view_ == nullptr ? nullptr : view_->window());
-    sheet_ = makeAlert(mainWindow, hitString, "Cancel", problem_);
+    sheet_ = new Alert(mainWindow, hitString, "Cancel", problem_);
     problem_.clear();
     updateControls();
     connect(sheet_, &QDialog::finished, this, [this] {
         sheet_ = nullptr;
         updateControls();
     });
-    openSheet(*sheet_);
+    sheet_->openAsSheet();
 }
 
 // What an upload has around it: nothing else happens meanwhile, and what was wanted meanwhile is

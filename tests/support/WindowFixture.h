@@ -7,12 +7,12 @@
 
 #include "platform/SocketHIDManager.h"
 #include "simulator/server/PedalServer.h"
+#include "ui/Alert.h"
 #include "ui/AppDelegate.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 
@@ -113,26 +113,21 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    struct Alert {
-        QString title, detail;
-        QStringList buttons;
-        QMessageBox::Icon icon;
+    struct Shown {
+        QString title, detail, button;
         Qt::WindowModality modality;
     };
-    static Alert read(const QMessageBox& box) {
-        QStringList buttons;
-        for (const auto* each : box.buttons())
-            buttons << each->text();
-        return {box.text(), box.informativeText(), buttons, box.icon(), box.windowModality()};
+    static Shown read(const cabslot::Alert& alert) {
+        return {alert.title(), alert.detail(), alert.button()->text(), alert.windowModality()};
     }
 
     /// Presses "Ok" on each disconnect alert as soon as it stands, and keeps what it said.
     void answerDisconnects() {
         QTimer::singleShot(1, window.get(), [this] {
             answerDisconnects();
-            if (auto* box = dialog<QMessageBox>()) {
+            if (auto* box = dialog<cabslot::Alert>()) {
                 said.push_back(read(*box));
-                QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
+                QTest::mouseClick(box->button(), Qt::LeftButton);
             }
         });
     }
@@ -154,7 +149,7 @@ protected:
     std::thread pedalThread;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<AppDelegate> delegate;
-    std::vector<Alert> said; ///< the disconnect alerts
+    std::vector<Shown> said; ///< the disconnect alerts
     std::vector<int> ended;  ///< the statuses the process would have ended with
     /// What a poll's second is in a test: some time for the pedal, and the event loop runs.
     std::function<void(std::chrono::milliseconds)> pause = [](std::chrono::milliseconds) {

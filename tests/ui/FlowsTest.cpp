@@ -16,16 +16,15 @@ const QString fileError = "File Error!! Please check the file or file name for e
 class Flows : public WindowFixture {
 protected:
     void expectErrorSheet(const QString& detail) {
-        auto* box = dialog<QMessageBox>();
+        auto* box = dialog<cabslot::Alert>();
         ASSERT_NE(box, nullptr);
-        const Alert alert = read(*box);
+        const Shown alert = read(*box);
         EXPECT_EQ(alert.title, "Error");
         EXPECT_EQ(alert.detail, detail);
-        EXPECT_EQ(alert.buttons, QStringList{"Cancel"});
-        EXPECT_EQ(alert.icon, QMessageBox::Warning);
+        EXPECT_EQ(alert.button, "Cancel");
         EXPECT_EQ(alert.modality, Qt::WindowModal);
-        QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
-        EXPECT_EQ(dialog<QMessageBox>(), nullptr);
+        QTest::mouseClick(box->button(), Qt::LeftButton);
+        EXPECT_EQ(dialog<cabslot::Alert>(), nullptr);
         EXPECT_EQ(isInportIR, 0);
     }
 };
@@ -108,7 +107,7 @@ TEST_F(Flows, DeleteWithoutABlankIR) {
     press(6);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "samples are no reason to speak";
     EXPECT_EQ(status(), before);
-    EXPECT_EQ(dialog<QMessageBox>(), nullptr);
+    EXPECT_EQ(dialog<cabslot::Alert>(), nullptr);
     EXPECT_EQ(label(2), "User 2          ");
 }
 
@@ -288,7 +287,7 @@ TEST_F(Flows, NothingStartsWithoutNamesOrBehindAnAlert) {
     open();
     root().alterIRError("Error");
     tryAll();
-    QTest::mouseClick(dialog<QMessageBox>()->buttons().first(), Qt::LeftButton);
+    QTest::mouseClick(dialog<cabslot::Alert>()->button(), Qt::LeftButton);
     EXPECT_TRUE(button(8)->isEnabled());
     root().hidClass.setKVOValue(deviceLost);
     bool tried = false;
