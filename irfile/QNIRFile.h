@@ -18,6 +18,12 @@
 
 namespace cabslot {
 
+/// How much of a file may be read.
+enum class Extent {
+    asNeeded, ///< its start; all of it, where that does not hold what is needed
+    start,    ///< its first megabyte, so that a look at any file is quick
+};
+
 class QNIRFile {
 public:
     static constexpr std::size_t nameFieldSize = sentNameSize;
@@ -31,7 +37,7 @@ public:
     bool OpenFilePath(const std::string& path);
 
     /// The same for a look at the file: what is sent stays untouched.
-    bool openForInspection(const std::string& path);
+    bool openForInspection(const std::string& path, Extent extent = Extent::asNeeded);
 
     /// OpenFilePath with a file that is in memory; `path` gives the name only. `bytes` are not
     /// copied and must stay until the object or what it has loaded is gone.
@@ -100,7 +106,7 @@ private:
     bool refuseWav(std::string why);
     bool holdsItsPoints() const;
     void releaseFile();
-    bool open(const std::string& path);
+    bool open(const std::string& path, Extent extent);
     bool examine(std::span<const std::uint8_t> file, const std::string& path);
     bool openFactoryFile();
     bool openWavFile(const std::string& path);

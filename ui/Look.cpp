@@ -43,6 +43,9 @@ QPushButton:hover, QPushButton[role="secondary"]:hover { background: %hover; col
 QPushButton:pressed, QPushButton[role="secondary"]:pressed { background: %edge; }
 QPushButton:focus, QPushButton[role="secondary"]:focus { border: 2px solid %accent; margin: 0px; }
 
+QPushButton[role="switch"]:checked { background: %accent; color: %window; border-color: %accent; }
+QPushButton:disabled { color: %muted; border-color: %line; }
+
 QMessageBox { background: %window; border: 1px solid %edge; }
 QMessageBox QLabel#qt_msgbox_label { font-weight: 600; min-width: 320px; }
 QMessageBox QLabel#qt_msgbox_informativelabel { min-width: 320px; }

@@ -1,9 +1,22 @@
 #include "ui/OpenPanel.h"
 
+#include "ui/IRView.h"
+#include "ui/ListenBar.h"
+#include "ui/Preview.h"
+
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QScreen>
 #include <QSettings>
+#include <QSplitter>
+#include <QTreeView>
+#include <QVBoxLayout>
 
 #include <utility>
 
@@ -14,25 +27,152 @@ namespace {
 const QString lastFolderKey = QStringLiteral("openPanel/lastFolder");
 const QString onlyWav = QStringLiteral("WAV files (*.[Ww][Aa][Vv])");
 
-QString chosenPath(const QFileDialog& panel, int answer) {
-    const QStringList files = panel.selectedFiles();
-    return answer == panelOK && !files.isEmpty() ? files.first() : QString();
+const QString onlyWavIsTaken = QStringLiteral("Only WAV files (.wav) can be loaded.");
+
+constexpr QSize firstSize = {1020, 680};
+constexpr double screenShare = 0.9;             // the window's frame needs the rest
+const QList<int> firstShares = {150, 330, 500}; // places, files, the preview
+
+QString firstFolder() {
+    const QString last = QSettings().value(lastFolderKey).toString();
+    return QFileInfo(last).isDir() ? last : QDir::homePath();
 }
+
+class OpenPanel final : public QFileDialog {
+public:
+    OpenPanel(QWidget* window, const QString& title, Listening& listening)
+        : QFileDialog(window, title), ir_(new IRView), listen_(new ListenBar(listening)) {
+        setAttribute(Qt::WA_DeleteOnClose);
+        setWindowModality(Qt::NonModal);
+        setOption(DontUseNativeDialog); // it has no room for the preview
+        setFileMode(ExistingFile);
+        setNameFilter(onlyWav);
+        setOption(HideNameFilterDetails);
+        setViewMode(Detail);
+        setDirectory(firstFolder());
+        addPreview();
+        takeKeys();
+        connect(this, &QFileDialog::currentChanged, this, &OpenPanel::preview);
+        connect(this, &QFileDialog::directoryEntered, this, &OpenPanel::tellFolder);
+        tellFolder(directory().path());
+    }
+
+    QString chosenPath(int answer) const {
+        const QStringList files = selectedFiles();
+        return answer == panelOK && !files.isEmpty() ? files.first() : QString();
+    }
+
+    /// Also a name that is typed must be a WAV file's. Folders are entered, and what is not there
+    /// is told, by the panel itself.
+    void accept() override {
+        const QStringList files = selectedFiles();
+        if (!files.isEmpty() && QFileInfo(files.first()).isFile() && !isWavName(files.first()))
+            return refuse(files.first(), onlyWavIsTaken);
+        QFileDialog::accept();
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress)
+            return QFileDialog::eventFilter(watched, event);
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        const bool plain = (key.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+        if (watched == name_ && plain && isUpOrDown(key.key()))
+            return goIntoList(*event);
+        if (watched != name_ && plain && (key.key() == Qt::Key_Space || key.key() == Qt::Key_L)) {
+            listen_->toggle();
+            return true;
+        }
+        return QFileDialog::eventFilter(watched, event);
+    }
+
+private:
+    static bool isUpOrDown(int key) {
+        return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp ||
+               key == Qt::Key_PageDown;
+    }
+
+    bool goIntoList(QEvent& event) {
+        for (QAbstractItemView* list : lists_)
+            if (list->isVisible()) {
+                list->setFocus();
+                QCoreApplication::sendEvent(list, &event);
+            }
+        return true;
+    }
+
+    void addPreview() {
+        auto* column = new QWidget;
+        auto* layout = new QVBoxLayout(column);
+        layout->addWidget(ir_, 1);
+        layout->addWidget(listen_);
+        auto* splitter = findChild<QSplitter*>("splitter");
+        splitter->addWidget(column);
+        splitter->setStretchFactor(splitter->count() - 1, 1);
+        resize(firstSize.boundedTo(screen()->availableSize() * screenShare));
+        splitter->setSizes(firstShares);
+    }
+
+    void takeKeys() {
+        // Names are long, and of a file the preview tells more than its size and date.
+        auto* tree = findChild<QTreeView*>("treeView");
+        for (int column = 1; column < tree->header()->count(); ++column)
+            tree->hideColumn(column);
+        tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        tree->setHeaderHidden(true);
+        lists_ = {tree, findChild<QListView*>("listView")};
+        for (QAbstractItemView* list : lists_) {
+            list->setAccessibleName("Files");
+            list->installEventFilter(this);
+        }
+        name_ = findChild<QLineEdit*>("fileNameEdit");
+        name_->installEventFilter(this);
+        connect(name_, &QLineEdit::textEdited, this, [this](const QString& typed) {
+            if (const QFileInfo file(directory(), typed); file.isFile())
+                preview(file.filePath());
+        });
+    }
+
+    void preview(const QString& path) {
+        const QFileInfo file(path);
+        if (path.isEmpty() || file.isDir())
+            return tellFolder(directory().path());
+        if (!isWavName(path))
+            return refuse(path, onlyWavIsTaken);
+        const Preview preview = previewOf(path);
+        if (!preview.summary)
+            return refuse(path, preview.whyNot);
+        ir_->showIR(*preview.summary);
+        listen_->setIR(preview.summary->samples);
+    }
+
+    void refuse(const QString& path, const QString& why) {
+        ir_->showReason(QFileInfo(path).fileName(), why);
+        listen_->setIR(std::nullopt);
+    }
+
+    void tellFolder(const QString& folder) {
+        if (QFileInfo(folder).isReadable())
+            ir_->showReason({}, "Select a file to see what it would put into the pedal.");
+        else
+            ir_->showReason(QDir(folder).dirName(), "You have no permission to read this folder.");
+        listen_->setIR(std::nullopt);
+    }
+
+    IRView* ir_;
+    ListenBar* listen_;
+    QList<QAbstractItemView*> lists_; ///< of which one is visible
+    QLineEdit* name_ = nullptr;
+};
 
 } // namespace
 
-void showOpenPanel(QWidget* window, const QString& title,
+void showOpenPanel(QWidget* window, const QString& title, Listening& listening,
                    std::function<void(int answer, const QString& path)> closed) {
-    auto* panel = new QFileDialog(window, title);
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->setWindowModality(Qt::NonModal);
-    panel->setFileMode(QFileDialog::ExistingFile);
-    panel->setNameFilter(onlyWav);
-    panel->setDirectory(QSettings().value(lastFolderKey, QDir::homePath()).toString());
-    panel->setOption(QFileDialog::HideNameFilterDetails);
+    auto* panel = new OpenPanel(window, title, listening);
     QObject::connect(panel, &QDialog::finished, window,
                      [window, panel, closed = std::move(closed)](int answer) {
-                         const QString path = chosenPath(*panel, answer);
+                         const QString path = panel->chosenPath(answer);
                          if (!path.isEmpty())
                              QSettings().setValue(lastFolderKey, QFileInfo(path).absolutePath());
                          // Later, when the panel and its pop-ups are gone from the screen.

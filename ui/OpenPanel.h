@@ -1,4 +1,4 @@
-// The panel that offers WAV files.
+// The panel that offers WAV files, and shows and plays the one that is pointed at.
 #pragma once
 
 #include <QString>
@@ -9,13 +9,16 @@ class QWidget;
 
 namespace cabslot {
 
+class Listening;
+
 /// The answer that means a file was chosen.
 inline constexpr int panelOK = 1;
 
 /// Shows the panel beside `window`, which stays usable, and returns. `closed` runs once, on the
 /// main thread, with the answer and the path (empty unless a file was chosen). It opens in the
-/// folder that a file was last chosen from, in this run or an earlier one.
-void showOpenPanel(QWidget* window, const QString& title,
+/// folder that a file was last chosen from, in this run or an earlier one. Listening in it ends
+/// when it is closed, before `closed` runs.
+void showOpenPanel(QWidget* window, const QString& title, Listening& listening,
                    std::function<void(int answer, const QString& path)> closed);
 
 } // namespace cabslot

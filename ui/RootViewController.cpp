@@ -5,6 +5,7 @@
 #include "ui/Fatal.h"
 #include "ui/Glyphs.h"
 #include "ui/Look.h"
+#include "ui/SlotPicture.h"
 #include "ui/SlotRow.h"
 #include "ui_RootViewController.h"
 
@@ -28,7 +29,8 @@ const QString ready = "Load a WAV file into a slot, or drop one on it.";
 } // namespace
 
 RootViewController::RootViewController(Surroundings surroundings)
-    : surroundings_(std::move(surroundings)), hidClass(surroundings_.manager) {}
+    : surroundings_(std::move(surroundings)), listening_(surroundings_.sound, surroundings_.bundle),
+      hidClass(surroundings_.manager) {}
 
 RootViewController::~RootViewController() = default;
 
@@ -80,6 +82,8 @@ void RootViewController::setUpRows() {
                 adds ? add(button) : del(button);
         });
     }
+    for (auto* picture : view_->findChildren<SlotPicture*>())
+        picture->setListening(listening_);
     for (auto* row : view_->findChildren<SlotRow*>()) {
         const int slot = row->property("slot").toInt();
         connect(row, &SlotRow::filesDropped, this,

@@ -7,6 +7,7 @@
 #include "device/HIDClass.h"
 #include "device/SlotTexts.h"
 #include "ui/BusyWait.h"
+#include "ui/Listening.h"
 #include "ui/MainQueue.h"
 #include "upload/SlotUpload.h"
 
@@ -36,6 +37,7 @@ struct Surroundings {
     std::string bundle;                         ///< the bundle's path, for the blank IR
     std::function<void(int status)> endProcess; ///< ends the process at once
     BusyWait::Pause pause = BusyWait::paintFor; ///< passes a second between two polls
+    Listener::Load sound = installedSound;      ///< what IRs are listened to with
 };
 
 class RootViewController final : public QObject {
@@ -100,6 +102,7 @@ private:
     std::unique_ptr<Ui::RootViewController> ui_;
     QPointer<QWidget> view_;
     MainQueue mainQueue_;
+    Listening listening_;
     /// What a screen reader presses comes past the events that BusyWait throws away.
     bool uploading_ = false;
 

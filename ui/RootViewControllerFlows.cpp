@@ -73,7 +73,7 @@ void RootViewController::del(QObject* sender) {
 
 void RootViewController::addIR(std::int64_t index) {
     showOpenPanel(
-        view_->window(), "Load a WAV into " + slotName(index),
+        view_->window(), "Load a WAV into " + slotName(index), listening_,
         [this, index](int answer, const QString& path) { panelClosed(index, answer, path); });
 }
 
@@ -145,6 +145,7 @@ void RootViewController::alterIRError(const QString& hitString) {
 // meanwhile is seen to afterwards.
 UploadResult RootViewController::uploadSlot(std::int64_t index, BusyWait::Counter counter,
                                             const Upload& upload) {
+    listening_.stop(); // before the first report leaves
     QWidget* const window = view_->window();
     BusyWait waiting(
         *window, surroundings_.pause,

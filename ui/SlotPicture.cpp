@@ -50,7 +50,7 @@ void SlotPicture::openView() {
     if (!summary_)
         return;
     if (!view_) {
-        view_ = new IRWindow(window());
+        view_ = new IRWindow(*listening_, window());
         view_->setSummary(slotName(), *summary_);
     }
     view_->show();

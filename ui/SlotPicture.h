@@ -4,6 +4,7 @@
 #pragma once
 
 #include "analysis/IRSummary.h"
+#include "ui/Listening.h"
 
 #include <QAbstractButton>
 #include <QPointer>
@@ -19,6 +20,9 @@ class SlotPicture final : public QAbstractButton {
 public:
     explicit SlotPicture(QWidget* parent = nullptr);
 
+    /// Before the first summary.
+    void setListening(Listening& listening) { listening_ = &listening; }
+
     /// From now on `summary` is shown, also in the larger view if that is open. The widget's
     /// property "slot" (1 to 4) says which slot it is of.
     void setSummary(IRSummary summary);
@@ -32,6 +36,7 @@ private:
     void openView();
     QString slotName() const;
 
+    QPointer<Listening> listening_;
     std::optional<IRSummary> summary_;
     QPointer<IRWindow> view_; ///< while it is open; it belongs to the window
 };

@@ -48,7 +48,7 @@ TEST_F(Audition, WithoutASoundDeviceSaysSo) {
     ::setenv("HOME", folder.path().c_str(), 1);
     ::setenv("PULSE_SERVER", "unix:/nowhere", 1);
     EXPECT_EQ(audition({demo}), 2);
-    EXPECT_TRUE(err.starts_with("cabslotctl: no sound device was found (")) << err;
+    EXPECT_TRUE(err.starts_with("cabslotctl: no sound device was found")) << err;
     EXPECT_EQ(std::ranges::count(err, '\n'), 1) << "libasound has nothing to add";
 }
 

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <regex>
 #include <span>
 
 namespace cabslot::testing {
@@ -38,51 +39,81 @@ std::size_t placeOf(std::span<const float> part, std::span<const float> recordin
     return best;
 }
 
-constexpr std::size_t halfSecond = 22050;
+constexpr std::size_t second = 44100;
+constexpr std::size_t window = second / 20;
 
-TEST_F(SoundServer, PlaysTheRenderingAndChangesItWithoutAGap) {
-    const auto phrase = makePhrase(readPhrase(SHARE_FOLDER "/phrases/driven.wav"));
+/// What is heard in each window, from a quarter of a second on: 1, 2, or - for neither.
+std::string heard(std::span<const float> recording, std::span<const float> one,
+                  std::span<const float> two) {
+    std::string windows;
+    for (std::size_t at = second / 4; at + window <= recording.size(); at += window) {
+        const auto is = [&](std::span<const float> what) {
+            return correlation(recording.subspan(at, window), what.subspan(at, window)) > 0.99;
+        };
+        windows += is(one) ? '1' : is(two) ? '2' : '-';
+    }
+    return windows;
+}
+
+/// The longest silence, in samples.
+std::size_t longestGap(std::span<const float> recording) {
+    std::size_t longest = 0;
+    std::size_t gap = 0;
+    for (const float sample : recording) {
+        gap = sample == 0 ? gap + 1 : 0;
+        longest = std::max(longest, gap);
+    }
+    return longest;
+}
+
+class Changing : public SoundServer {
+protected:
+    Changing() : phrase(makePhrase(readPhrase(SHARE_FOLDER "/phrases/driven.wav"))) {
+        for (std::size_t i = 0; i < dark.size(); ++i)
+            dark[i] = 0.05 * std::exp(-static_cast<double>(i) / 60);
+        bright[0] = 0.5;
+        bright[1] = -0.45;
+        one = std::make_shared<Rendering>(phrase->render(dark, Level::matched));
+        two = std::make_shared<Rendering>(phrase->render(bright, Level::matched));
+    }
+
+    /// A second of each, as it came out: from the start of the phrase on.
+    std::vector<float> play() {
+        const Recorder recorder(*this);
+        SdlPlayer player;
+        EXPECT_EQ(player.start(), "");
+        player.play(one);
+        waitFor([&] { return player.played() > second; });
+        player.play(two);
+        waitFor([&] { return player.played() > 2 * second; });
+        player.stop();
+        const std::vector<float> all = recorded();
+        const auto mark = std::span<const float>(one->samples).subspan(second / 2, 500);
+        const std::size_t place = placeOf(mark, all);
+        const std::size_t start = place - second / 2;
+        if (place < second / 2 || start + 2 * second > all.size()) // it was not heard well
+            return {};
+        return std::vector<float>(&all.at(start), &all.at(start + 2 * second - second / 8));
+    }
+
+    std::unique_ptr<Phrase> phrase;
     Samples dark{};
     Samples bright{};
-    for (std::size_t i = 0; i < dark.size(); ++i)
-        dark[i] = 0.05 * std::exp(-static_cast<double>(i) / 60);
-    bright[0] = 0.5;
-    bright[1] = -0.45;
-    const auto first = std::make_shared<Rendering>(phrase->render(dark, Level::matched));
-    const auto second = std::make_shared<Rendering>(phrase->render(bright, Level::matched));
+    std::shared_ptr<const Rendering> one;
+    std::shared_ptr<const Rendering> two;
+};
 
-    const Recorder recorder(*this);
-    SdlPlayer player;
-    ASSERT_EQ(player.start(), "");
-    player.play(first);
-    waitFor([&] { return player.played() > 2 * halfSecond; });
-    player.play(second);
-    waitFor([&] { return player.played() > 4 * halfSecond; });
-    player.stop();
-
-    const std::vector<float> all = recorded();
-    const std::span<const float> one(first->samples);
-    const std::span<const float> two(second->samples);
-    const std::size_t start = placeOf(one.subspan(halfSecond, 500), all) - halfSecond;
-    ASSERT_GT(all.size(), start + 4 * halfSecond);
-    const auto heard = [&](std::size_t from) {
-        return std::span(all).subspan(start + from, halfSecond);
-    };
-    // The change came within the 2nd second's first hundredths; before and behind it all is there.
-    for (const std::size_t from : {halfSecond / 4, halfSecond})
-        EXPECT_GT(correlation(heard(from), one.subspan(from, halfSecond)), 0.99) << from;
-    EXPECT_GT(
-        correlation(heard(3 * halfSecond - 4000), two.subspan(3 * halfSecond - 4000, halfSecond)),
-        0.99);
-    EXPECT_LT(std::abs(correlation(heard(halfSecond), two.subspan(halfSecond, halfSecond))), 0.9);
-    // No 2 ms of it are silent, and nowhere is a step that neither has.
-    constexpr std::size_t piece = 88;
-    for (std::size_t from = halfSecond / 4; from < 4 * halfSecond - piece; from += piece) {
-        double loudest = 0;
-        for (std::size_t i = from; i < from + piece; ++i)
-            loudest = std::max<double>(loudest, std::abs(all[start + i]));
-        ASSERT_GT(loudest, 0.0005) << "a gap at " << from;
+TEST_F(Changing, TheIRLeavesNoGap) {
+    // A machine that is busy with other tests may drop samples; a fault of ours would come back.
+    const std::regex asItShouldBe("1{14,}-{0,2}2{12,}"); // the cross-fade may touch two windows
+    std::string windows;
+    for (int attempt = 0; attempt < 4 && !std::regex_match(windows, asItShouldBe); ++attempt) {
+        const std::vector<float> came = play();
+        windows = heard(came, one->samples, two->samples);
+        if (longestGap(std::span(came).subspan(second / 4)) > second / 500)
+            windows += " with a gap";
     }
+    EXPECT_TRUE(std::regex_match(windows, asItShouldBe)) << windows;
 }
 
 TEST_F(SoundServer, ItsEndIsTold) {
@@ -93,7 +124,7 @@ TEST_F(SoundServer, ItsEndIsTold) {
     waitFor([&] { return !player.whyStopped().empty(); });
     EXPECT_EQ(player.whyStopped(), "the sound server or the sound device went away");
     player.stop();
-    EXPECT_TRUE(player.start().starts_with("no sound device was found ("));
+    EXPECT_TRUE(player.start().starts_with("no sound device was found"));
 }
 
 } // namespace

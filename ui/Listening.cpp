@@ -1,0 +1,107 @@
+#include "ui/Listening.h"
+
+#include "audition/LoadSound.h"
+#include "platform/BundlePath.h"
+
+#include <QFile>
+#include <QSettings>
+
+#include <utility>
+
+namespace cabslot {
+
+namespace {
+
+const QString phraseKey = QStringLiteral("listening/phrase");
+const QString ownPhraseKey = QStringLiteral("listening/ownPhrase");
+const QString asItIsKey = QStringLiteral("listening/asLoudAsItIs");
+
+} // namespace
+
+SoundLibrary* installedSound(std::string& why) {
+    return loadSound(installPrefix(), why);
+}
+
+Listening::Listening(Listener::Load load, const std::string& bundle)
+    : bundle_(bundle), listener_(std::move(load), [this] {
+          QMetaObject::invokeMethod(this, &Listening::react, Qt::QueuedConnection);
+      }) {
+    const QSettings settings;
+    ownPhrase_ = settings.value(ownPhraseKey).toString();
+    const int phrase = settings.value(phraseKey).toInt();
+    if (phrase == static_cast<int>(Choice::driven))
+        phrase_ = Choice::driven;
+    if (phrase == static_cast<int>(Choice::own) && !ownPhrase_.isEmpty())
+        phrase_ = Choice::own;
+    level_ = settings.value(asItIsKey).toBool() ? Level::asItIs : Level::matched;
+    listener_.setPhrase(phrasePath());
+    listener_.setLevel(level_);
+}
+
+void Listening::look() {
+    listener_.look();
+}
+
+void Listening::start(const QObject* who, const std::optional<Samples>& ir) {
+    who_ = who;
+    listener_.setIR(ir);
+    listener_.listen(true);
+    emit changed();
+}
+
+void Listening::setIR(const QObject* who, const std::optional<Samples>& ir) {
+    if (who_ == who)
+        listener_.setIR(ir);
+}
+
+void Listening::stop() {
+    if (who_ == nullptr)
+        return;
+    who_ = nullptr;
+    listener_.listen(false);
+    emit changed();
+}
+
+void Listening::stop(const QObject* who) {
+    if (who_ == who)
+        stop();
+}
+
+// Where sound has failed, the switch goes off.
+void Listening::react() {
+    if (!listener_.status().why.empty())
+        stop();
+    emit changed();
+}
+
+std::string Listening::phrasePath() const {
+    switch (phrase_) {
+    case Choice::clean:
+        break;
+    case Choice::driven:
+        return drivenPhrasePath(bundle_);
+    case Choice::own:
+        return QFile::encodeName(ownPhrase_).toStdString();
+    }
+    return cleanPhrasePath(bundle_);
+}
+
+void Listening::setPhrase(Choice phrase, const QString& own) {
+    phrase_ = phrase;
+    if (!own.isEmpty())
+        ownPhrase_ = own;
+    QSettings settings;
+    settings.setValue(phraseKey, static_cast<int>(phrase_));
+    settings.setValue(ownPhraseKey, ownPhrase_);
+    listener_.setPhrase(phrasePath());
+    emit changed();
+}
+
+void Listening::setLevel(Level level) {
+    level_ = level;
+    QSettings().setValue(asItIsKey, level == Level::asItIs);
+    listener_.setLevel(level);
+    emit changed();
+}
+
+} // namespace cabslot
