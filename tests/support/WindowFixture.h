@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tests/support/FakePedal.h"
+#include "tests/support/FakeSound.h"
 #include "tests/support/WavBuilder.h"
 
 #include "platform/SocketHIDManager.h"
@@ -66,7 +67,8 @@ protected:
             Surroundings{.manager = *manager,
                          .bundle = folder.path("bundle"),
                          .endProcess = [this](int status) { ended.push_back(status); },
-                         .pause = [this](std::chrono::milliseconds time) { pause(time); }});
+                         .pause = [this](std::chrono::milliseconds time) { pause(time); },
+                         .sound = [this](std::string&) { return &sound; }});
         delegate->window = window.get();
         QObject::connect(qApp, &QApplication::lastWindowClosed, delegate.get(),
                          &AppDelegate::applicationShouldTerminateAfterLastWindowClosed);
@@ -145,6 +147,7 @@ public:
     static std::function<void(HIDClass&)> duringOpenDevice;
 
 protected:
+    FakeLibrary sound;
     std::unique_ptr<HIDManager> manager;
     TempFolder folder;
     simulator::PedalStore store;

@@ -4,11 +4,13 @@
 Usage: real-window.py CABSLOT CABSLOT_SIM CABSLOTCTL WAV [PICTURE]     (under scripts/in-xvfb)
 
 Once with mouse and keyboard: wait for the names, load a WAV through the panel, compare the label and
-the pedal's stored block, close. Once as with a screen reader, by roles and accessible names alone.
+the pedal's stored block, close. Once as with a screen reader, by roles and accessible names alone. Once with the keys: step through a
+folder, listen, load.
 Once without a pedal: the alert. All end with status 0. PICTURE is where the loaded window is shown.
 """
 import atexit
 import os
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -176,6 +178,51 @@ def load_by_names_alone(folder):
     expect_status_0(pedal)
 
 
+def listen_with_the_keys(folder):
+    """Steps through a folder, hears it on a sound server with a null output, loads it."""
+    irs, socket = (os.path.join(folder, n) for n in ("irs", "sound.sock"))
+    os.mkdir(irs)
+    for name in "Bright.wav", "Dark.wav":
+        shutil.copy(WAV, os.path.join(irs, name))
+    with open(os.path.join(irs, "Empty.wav"), "w", encoding="utf-8"):
+        pass
+    with open(os.path.join(os.environ["XDG_CONFIG_HOME"], "cabslot/cabslot.conf"), "w",
+              encoding="utf-8") as settings:  # a file was loaded from there before
+        settings.write(f"[openPanel]\nlastFolder={irs}\n")
+    os.environ.update(PULSE_RUNTIME_PATH=folder, PULSE_SERVER=f"unix:{socket}")
+    start("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+          "--log-level=0", "-L", "module-null-sink", "-L",
+          f"module-native-protocol-unix auth-anonymous=1 socket={socket}")
+    wait_for("the sound server", lambda: os.path.exists(socket))
+
+    def sounds():
+        return subprocess.run(["pactl", "list", "short", "sink-inputs"], check=True,
+                              capture_output=True).stdout
+
+    pedal, window, _ = start_pedal(folder)
+    wait_for("the pedal's names", lambda: label("User 1          "))
+    xdotool("key", "ctrl+1")
+    wait_for("the open panel", lambda: find("File name:", Atspi.Role.TEXT))
+    time.sleep(0.5)  # the window manager gives the panel the keyboard
+    wait_for("the folder", lambda: find("Dark.wav"))
+    wait_for("the switch", lambda: find("Listen", Atspi.Role.CHECK_BOX).get_state_set()
+             .contains(Atspi.StateType.ENABLED))
+    xdotool("key", "Down")
+    wait_for("the first IR", lambda: label("Bright"))
+    xdotool("key", "space")
+    wait_for("its sound", sounds)
+    xdotool("key", "Down", "Down")
+    wait_for("the reason", lambda: label("It is refused: it is empty."))
+    xdotool("key", "Up", "Return")
+    wait_for("the new name", lambda: label("Dark          "))
+    if sounds():
+        sys.exit("FAILED: it is still heard")
+    press("Close")
+    expect_status_0(window)
+    pedal.terminate()
+    expect_status_0(pedal)
+
+
 def tell_disconnect(folder):
     window = start_window(os.path.join(folder, "nobody.sock"))
     text = "Disconnect! Please try again after connecting."
@@ -188,7 +235,7 @@ def tell_disconnect(folder):
 with tempfile.TemporaryDirectory() as home:
     os.environ["XDG_CONFIG_HOME"] = home
     Atspi.init()
-    for test in load_and_close, load_by_names_alone, tell_disconnect:
+    for test in load_and_close, load_by_names_alone, listen_with_the_keys, tell_disconnect:
         with tempfile.TemporaryDirectory() as own:
             test(own)
-print("real window: loaded with the mouse, loaded by names alone, told a missing pedal")
+print("real window: loaded with the mouse, loaded by names alone, heard, told a missing pedal")
