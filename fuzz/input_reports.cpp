@@ -26,7 +26,6 @@ enum Choice : std::uint8_t {
 constexpr std::int32_t productWithHandshake = 0x5703;
 constexpr std::int32_t timerAfterDrop = 40;
 constexpr std::int32_t timerBefore = 7;
-constexpr std::size_t longestReport = 255;
 
 class Device final : public HIDDevice {
 public:
@@ -57,7 +56,7 @@ struct Bus {
 };
 
 Bytes makeReport(std::uint8_t choice, Input& input) {
-    Bytes report(longestReport); // so that what is stamped into it always fits
+    Bytes report(255); // so that what is stamped into it always fits
     const std::size_t length = (choice & oddLength) != 0 ? input.byte() : hidReportSize;
     const Bytes start = input.bytes(input.byte());
     std::copy(start.begin(), start.end(), report.begin());

@@ -13,6 +13,8 @@ namespace cabslot {
 static_assert(FLT_EVAL_METHOD == 0, "single precision has to be computed in single precision");
 static_assert(std::numeric_limits<float>::is_iec559);
 
+// The loops fill a local array that is then copied: of these, the compiler would fetch the address
+// anew for every point, which takes as long as the point.
 thread_local std::array<float, irWorkCount> EnterBufferF{};
 thread_local std::array<float, irPointCount> ResampOut{};
 
@@ -64,9 +66,11 @@ std::uint32_t ICovertoF(std::span<const std::uint32_t, irWorkCount> source, std:
     const IRRate* row = findRate(rate);
     if (!row || row->ratio == 0.0f)
         return 0;
-    std::ranges::transform(source.first(row->cap), EnterBufferF.begin(), [](std::uint32_t sample) {
+    std::array<float, irWorkCount> points;
+    std::ranges::transform(source.first(row->cap), points.begin(), [](std::uint32_t sample) {
         return static_cast<float>(signedSample(sample)) / fullScale;
     });
+    std::copy_n(points.begin(), row->cap, EnterBufferF.begin());
     return row->cap;
 }
 
@@ -74,10 +78,12 @@ std::uint32_t Resample(std::span<const float, irWorkCount> source, std::int32_t 
     const IRRate* row = findRate(rate);
     const Positions& positions =
         positionTable[row ? static_cast<std::size_t>(row - rateTable.data()) : 0];
+    std::array<float, irPointCount> points;
     for (std::size_t k = 0; k < irPointCount; ++k) {
         const float* const point = source.data() + positions[k].index;
-        ResampOut[k] = point[0] + (point[1] - point[0]) * positions[k].fraction;
+        points[k] = point[0] + (point[1] - point[0]) * positions[k].fraction;
     }
+    ResampOut = points;
     return irPointCount;
 }
 

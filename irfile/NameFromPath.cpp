@@ -91,7 +91,8 @@ std::string_view irNameFromPath(std::string_view path) {
     const std::size_t last = file.rfind(wavExtension);
     if (first == last) // the only one, or none
         return file.substr(0, first);
-    // Kept on purpose: with two or more the extension stays, "a.wav.wav" gives "a.wav.wav".
+    // The pedal's own tool has it so: with two or more the extension stays, "a.wav.wav" gives
+    // "a.wav.wav".
     return file.substr(0, last + wavExtension.size());
 }
 

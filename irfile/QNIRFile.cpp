@@ -29,9 +29,9 @@ std::string_view asText(std::span<const std::uint8_t> file) {
     return {reinterpret_cast<const char*>(file.data()), file.size()};
 }
 
-/// Where `tag` first stands in `file`, or null. Plain bytes are searched, not the list of chunks,
-/// on purpose: a tag inside an earlier chunk counts. One that ends with the file's last byte does
-/// not.
+/// Where `tag` first stands in `file`, or null. The bytes are searched, not the list of chunks, as
+/// the pedal's own tool does: a tag inside an earlier chunk counts. One that ends with the file's
+/// last byte does not.
 const std::uint8_t* findTag(std::span<const std::uint8_t> file, std::string_view tag) {
     const std::size_t position = asText(file.first(file.size() - 1)).find(tag);
     return position == std::string_view::npos ? nullptr : &file[position];
@@ -187,7 +187,7 @@ bool QNIRFile::findChunks() {
 }
 
 void QNIRFile::setWavName(std::string_view name) {
-    // A shorter name leaves the end of the one before it standing, on purpose: an object is fresh
+    // A shorter name leaves the end of the one before it standing: an object is fresh
     // for every load, and then these bytes are blanks.
     std::copy_n(name.begin(), std::min(name.size(), wavNameSize), CharFileNane.begin());
     CharFileNane[wavNameSize] = 0;

@@ -49,7 +49,8 @@ bool QNIRFile::GetIRDataBuffer(std::span<std::uint32_t, irPointCount> destinatio
 /// Decodes the first channel into `points` and fills up with 0, or leaves them untouched.
 bool QNIRFile::decode(std::span<std::uint32_t> points) {
     const WAVE_FORMAT wav = format();
-    // Kept on purpose: more than two channels decode to silence, whatever their depth.
+    // The pedal's own tool has it so: more than two channels decode to silence, whatever their
+    // depth.
     if (wav.channelCount > 2) {
         std::ranges::fill(points, 0);
         return true;

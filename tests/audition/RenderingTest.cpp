@@ -131,13 +131,6 @@ TEST(Level, PeaksStayBelowFullScale) {
     EXPECT_LE(overlap.samples[0] + overlap.samples[3], highest);
 }
 
-TEST(Level, OfSilenceIsLeftAlone) {
-    Rendering silence{.samples = std::vector<float>(44100), .loop = 44000};
-    setLevel(silence, Level::matched);
-    EXPECT_EQ(silence.gain, 0);
-    EXPECT_EQ(silence.loudness, quietest);
-}
-
 std::shared_ptr<Rendering> sounding(std::vector<float> samples, std::size_t loop) {
     return std::make_shared<Rendering>(Rendering{.samples = std::move(samples), .loop = loop});
 }
@@ -200,15 +193,6 @@ TEST(Mixer, AChangeDuringAFadeWaitsForItsEnd) {
     EXPECT_TRUE(mixer.isSilent());
 }
 
-TEST(Mixer, PlaysOnceWhatHasNoLoop) {
-    Mixer mixer;
-    mixer.play(sounding(std::vector<float>(1000, 1), 0));
-    const std::vector<float> found = pull(mixer, 1100);
-    EXPECT_EQ(found[999], 1);
-    EXPECT_EQ(found[1000], 0);
-    EXPECT_EQ(mixer.played(), 1100U);
-}
-
 TEST(PhraseFile, IsMixedAndBroughtToItsRate) {
     const TempFolder folder;
     WavBuilder wav{.rate = 96000, .channels = 2};
@@ -236,14 +220,6 @@ TEST(PhraseFile, RefusesWhatIsNoPhrase) {
         EXPECT_EQ(readPhrase(path).whyNot, why);
     const std::string text = folder.write("text.wav", "hello");
     EXPECT_TRUE(readPhrase(text).whyNot.starts_with("it is no sound file that can be read: "));
-}
-
-TEST(PhraseFile, OfALongOneTheStartIsUsed) {
-    const TempFolder folder;
-    WavBuilder wav{.rate = 8000, .bits = 8, .samples = std::string(31 * 8000, 'x')};
-    const PhraseSamples phrase = readPhrase(folder.write("Long.wav", wav.bytes()));
-    EXPECT_EQ(phrase.samples.size(), 30U * 44100);
-    EXPECT_TRUE(phrase.isCut);
 }
 
 TEST(SoundFile, IsReadAsItWasWritten) {

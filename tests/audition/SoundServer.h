@@ -1,12 +1,11 @@
 // A sound server of the test's own, with a null output whose monitor is recorded.
 #pragma once
 
-#include "tests/support/Files.h"
+#include "tests/support/Programs.h"
 
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
-#include <sys/wait.h>
 
 #include <chrono>
 #include <cstring>
@@ -14,31 +13,6 @@
 #include <vector>
 
 namespace cabslot::testing {
-
-/// A program that ends with the test.
-class Child {
-public:
-    explicit Child(const std::string& command) : process_(::fork()) {
-        if (process_ == 0) {
-            ::execl("/bin/sh", "sh", "-c", ("exec " + command).c_str(), nullptr);
-            ::_exit(127);
-        }
-    }
-    Child(const Child&) = delete;
-    Child& operator=(const Child&) = delete;
-    ~Child() { end(SIGTERM); }
-
-    void end(int signal) {
-        if (process_ > 0) {
-            ::kill(process_, signal);
-            ::waitpid(process_, nullptr, 0);
-        }
-        process_ = -1;
-    }
-
-private:
-    pid_t process_;
-};
 
 /// Other tests keep the machine busy, and sound cannot wait: where it may, it comes first.
 struct Urgent {
@@ -63,19 +37,19 @@ protected:
         ASSERT_TRUE(check());
     }
 
-    /// While it lives, what is played goes into `recording`.
+    /// While it lives, what is played is recorded.
     struct Recorder {
-        explicit Recorder(const SoundServer& server)
-            : child("parec -d t.monitor --rate=44100 --channels=1 --format=float32le"
-                    " --latency-msec=20 >" +
-                    server.recording) {
-            waitFor([&] { return !contentOf(server.recording).empty(); });
+        explicit Recorder(SoundServer& server)
+            : program({"/usr/bin/parec", "-d", "t.monitor", "--rate=44100", "--channels=1",
+                       "--format=float32le", "--latency-msec=20"},
+                      server.folder, "recording") {
+            waitFor([this] { return !program.out().empty(); });
         }
-        Child child;
+        Program program;
     };
 
     std::vector<float> recorded() const {
-        const std::string bytes = contentOf(recording);
+        const std::string bytes = contentOf(folder.path("recording.out"));
         std::vector<float> samples(bytes.size() / sizeof(float));
         std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(float));
         return samples;
@@ -84,11 +58,12 @@ protected:
     Urgent urgent;
     TempFolder folder;
     std::string socket = folder.path("socket");
-    std::string recording = folder.path("recording");
-    Child server{"pulseaudio -n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --log-level=0"
-                 " -L 'module-null-sink sink_name=t rate=44100 channels=1'"
-                 " -L 'module-native-protocol-unix auth-anonymous=1 socket=" +
-                 socket + "'"};
+    Program server{{"/usr/bin/pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
+                    "--use-pid-file=no", "--log-level=0", "-L",
+                    "module-null-sink sink_name=t rate=44100 channels=1", "-L",
+                    "module-native-protocol-unix auth-anonymous=1 socket=" + socket},
+                   folder,
+                   "server"};
 };
 
 } // namespace cabslot::testing

@@ -120,7 +120,7 @@ TEST_F(SoundServer, ItsEndIsTold) {
     SdlPlayer player;
     ASSERT_EQ(player.start(), "");
     EXPECT_EQ(player.whyStopped(), "");
-    server.end(SIGKILL);
+    server.signal(SIGKILL);
     waitFor([&] { return !player.whyStopped().empty(); });
     EXPECT_EQ(player.whyStopped(), "the sound server or the sound device went away");
     player.stop();

@@ -33,42 +33,21 @@ TEST(Console, ProgressIsOneLineOnATerminal) {
     }
     std::fflush(stderr);
     ::dup2(saved, STDERR_FILENO);
-    std::array<char, 200> seen{};
-    const ssize_t size = ::read(terminal, seen.data(), seen.size());
-    EXPECT_EQ(std::string(seen.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))),
-              "\r\033[Kframe 1\r\033[Kframe 2\r\033[K");
+    const std::string expected = "\r\033[Kframe 1\r\033[Kframe 2\r\033[K";
+    std::string seen; // the terminal hands it on in pieces
+    for (char byte = 0; seen.size() < expected.size() && ::read(terminal, &byte, 1) == 1;)
+        seen += byte;
+    EXPECT_EQ(seen, expected);
     for (const int fd : {terminal, stderrEnd, saved})
         ::close(fd);
 }
 
-TEST(Console, AWaveformIsDrawnInBrailleOnATerminalThatKnowsIt) {
+TEST(Console, AWaveformIsDrawnInBraille) {
     Samples samples{};
     samples[0] = 0.25;
     samples[1023] = -0.25;
     // Two columns, six lines: a peak at the left top, one at the right bottom, a line between.
     EXPECT_EQ(brailleWave(samples, 2), "⡇⠀\n⡇⠀\n⡇⠀\n⠉⢹\n⠀⢸\n⠀⢸\n");
-
-    int terminal = -1;
-    int stdoutEnd = -1;
-    const winsize size = {.ws_row = 24, .ws_col = 40, .ws_xpixel = 0, .ws_ypixel = 0};
-    ASSERT_EQ(::openpty(&terminal, &stdoutEnd, nullptr, nullptr, &size), 0);
-    const int saved = ::dup(STDOUT_FILENO);
-    std::fflush(stdout);
-    const auto columns = [](const char* name, const char* language) {
-        ::setenv("TERM", name, 1);
-        ::setenv("LC_ALL", language, 1);
-        return waveColumns();
-    };
-    ::dup2(stdoutEnd, STDOUT_FILENO);
-    const std::size_t good = columns("xterm", "C.UTF-8");
-    const std::size_t wrongLanguage = columns("xterm", "C");
-    const std::size_t console = columns("linux", "C.UTF-8");
-    ::dup2(saved, STDOUT_FILENO);
-    EXPECT_EQ(good, 40U);
-    EXPECT_EQ(wrongLanguage, 0U);
-    EXPECT_EQ(console, 0U);
-    for (const int fd : {terminal, stdoutEnd, saved})
-        ::close(fd);
 }
 
 } // namespace

@@ -106,13 +106,5 @@ TEST_F(Names, FlagsAndCountsFollowTheFile) {
     EXPECT_EQ(irdatabuff[1], 0u);
 }
 
-TEST_F(Names, ARefusedFileThatIsNoFactoryFileClearsTheFlag) {
-    SendisInternalIR = 1;
-    EXPECT_FALSE(file_.OpenFilePath(folder_.path("missing.wav")));
-    EXPECT_EQ(SendisInternalIR, 1);
-    EXPECT_FALSE(file_.OpenFilePath(folder_.write("text.wav", "some text, long enough")));
-    EXPECT_EQ(SendisInternalIR, 0);
-}
-
 } // namespace
 } // namespace cabslot

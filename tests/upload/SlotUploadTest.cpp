@@ -1,4 +1,5 @@
 // One slot's upload with no device thread and no time: each wait runs scheduler ticks instead.
+// Refused files and clearing are tried with the window and the programs.
 #include "tests/support/FakePedal.h"
 #include "tests/support/WavBuilder.h"
 
@@ -119,33 +120,6 @@ TEST_F(SlotUpload, GivingUpRecordsNothing) {
     EXPECT_EQ(loadSlot(2, wav(), options, waiting).end, UploadEnd::givenUp);
     EXPECT_EQ(waiting.confirmationPolls, 5U);
     EXPECT_EQ(isInternalIRArray[1], 1);
-}
-
-TEST_F(SlotUpload, ARefusedFileSendsNothing) {
-    const std::string text = folder.write("Text.wav", "no WAV file, but long enough to be one");
-    const UploadResult refused = loadSlot(2, {text}, {}, waiting);
-    EXPECT_EQ(refused.end, UploadEnd::fileRefused);
-    EXPECT_NE(refused.whyRefused.find("not a WAV file"), std::string::npos);
-    EXPECT_EQ(IR_InportNumber, 2U) << "set before the file is looked at";
-
-    const std::string slow = folder.write("Slow.wav", WavBuilder{.rate = 22050}.add(1).bytes());
-    EXPECT_EQ(loadSlot(2, {slow}, {}, waiting).end, UploadEnd::samplesRefused);
-    EXPECT_EQ(isInportIR, 0);
-    EXPECT_EQ(IRNameArr.at(1), "old");
-    EXPECT_EQ(waiting.uploadPolls, 0U);
-}
-
-TEST_F(SlotUpload, ClearingLoadsTheBlankIRUnderTheDefaultName) {
-    EXPECT_EQ(clearSlot(3, folder.path("x"), {}, waiting).end, UploadEnd::fileRefused);
-    std::filesystem::create_directories(folder.path("x/Contents/Resources"));
-    folder.write("x/Contents/Resources/0.wav", WavBuilder{}.add(0).bytes());
-    irdatabuff.fill(7);
-    waiting.confirmsAtPoll = 0;
-    EXPECT_EQ(clearSlot(3, folder.path("x"), {}, waiting).end, UploadEnd::confirmed);
-    EXPECT_EQ(IRNameArr.at(2), "User 3         ");
-    EXPECT_EQ(irdatabuff[0], 0U);
-    EXPECT_EQ(std::string(device->reports[0].begin() + 9, device->reports[0].begin() + 24),
-              "User 3         ");
 }
 
 // A device thread that looks at the flag all the time sees no half-staged IR behind it.
