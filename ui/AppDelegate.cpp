@@ -3,7 +3,6 @@
 #include "ui/Fatal.h"
 
 #include <QAbstractButton>
-#include <QLayout>
 
 namespace cabslot {
 
@@ -13,15 +12,15 @@ AppDelegate::AppDelegate(const Surroundings& surroundings)
 
 void AppDelegate::applicationDidFinishLaunching() {
     MainWindow& main = outlet(window);
+    main.center();
     main.setTitleBarTransparent(true);
     main.setTitleVisible(false);
     main.setMovableByBackground(true);
     main.setFullSizeContent();
     if (QAbstractButton* zoom = main.zoomButton())
         zoom->hide();
-    if (QWidget* content = main.contentView())
-        content->layout()->addWidget(rootVC->view());
-    main.center();
+    if (main.contentView() != nullptr)
+        main.addToContent(rootVC->view());
 }
 
 void AppDelegate::applicationWillTerminate() {}

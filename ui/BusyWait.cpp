@@ -78,12 +78,12 @@ bool BusyWait::waitForConfirmation(std::uint32_t poll) {
 
 void BusyWait::showProgress() {
     if (isInportIR == 1) {
-        progress_(step + 1, 0);
+        progress_({step + 1, 0, closeRequested_});
         return;
     }
     if (!confirming_.isValid())
         confirming_.start();
-    progress_(0, confirming_.elapsed() / 1000);
+    progress_({0, confirming_.elapsed() / 1000, closeRequested_});
 }
 
 bool BusyWait::eventFilter(QObject* watched, QEvent* event) {

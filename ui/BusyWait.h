@@ -21,9 +21,13 @@ public:
     /// Passes so much time; the window must go on painting in it.
     using Pause = std::function<void(std::chrono::milliseconds)>;
 
-    /// What the upload is doing: the frame that is being sent, 1 to 7; or, when that is 0, the
-    /// seconds that the pedal has been waited for.
-    using Progress = std::function<void(unsigned frame, std::int64_t seconds)>;
+    /// How far the upload is.
+    struct State {
+        unsigned frame;       ///< that is being sent, 1 to 7; 0 when all are sent
+        std::int64_t seconds; ///< that the pedal's confirmation has been waited for
+        bool closing;         ///< closeRequested()
+    };
+    using Progress = std::function<void(const State& state)>;
 
     enum class Counter { silent, aloud };
 

@@ -34,7 +34,6 @@ MainWindow::MainWindow() : ui_(std::make_unique<Ui::Main>()) {
 MainWindow::~MainWindow() = default;
 
 void MainWindow::center() {
-    adjustSize();
     const QRect available = screen()->availableGeometry();
     move(available.center() - rect().center());
 }
@@ -60,6 +59,23 @@ void MainWindow::setFullSizeContent() {
 
 QWidget* MainWindow::contentView() const {
     return ui_->contentView;
+}
+
+void MainWindow::addToContent(QWidget* view) {
+    view->setParent(ui_->contentView);
+    view->ensurePolished();
+    view->adjustSize();
+    view->show();
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    const QSize content = ui_->contentView->childrenRect().size();
+    if (content.isEmpty() || content == size())
+        return;
+    const QPoint centre = geometry().center();
+    setFixedSize(content);
+    move(centre - rect().center());
 }
 
 QAbstractButton* MainWindow::closeButton() const {

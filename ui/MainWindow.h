@@ -28,11 +28,18 @@ public:
     void setFullSizeContent();                 ///< the content reaches under the strip
 
     QWidget* contentView() const;
+
+    /// Takes `view` in, at the content's upper left corner and in its own frame: as large as its
+    /// form asks for with this desktop's font. The window gets that size when it is shown, around
+    /// the centre that it has, and keeps it.
+    void addToContent(QWidget* view);
+
     QAbstractButton* closeButton() const;
     QAbstractButton* zoomButton() const;
 
 protected:
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -14,22 +14,20 @@ namespace {
 
 constexpr double labelScale = 0.85; // of the window's text
 
-QColor colourOf(Ink ink, const QPalette& palette) {
-    const QColor text = palette.color(QPalette::WindowText);
-    const QColor base = palette.color(QPalette::Base);
+QColor colourOf(Ink ink, const Colours& colours) {
     switch (ink) {
     case Ink::grid:
-        return mixed(text, base, 0.1);
+        return colours.line;
     case Ink::frame:
-        return mixed(text, base, 0.25);
+        return colours.frame;
     case Ink::faint:
-        return mixed(text, base, 0.7);
+        return colours.muted;
     case Ink::text:
-        return text;
+        return colours.text;
     case Ink::signal:
         break;
     }
-    return palette.color(QPalette::Highlight);
+    return colours.accent;
 }
 
 void draw(QPainter& painter, const Line& line, const QColor& colour) {
@@ -63,9 +61,10 @@ void draw(QPainter& painter, const Text& text, const QColor& colour) {
 } // namespace
 
 void paintPicture(QPainter& painter, const Picture& picture, const QPalette& palette) {
+    const Colours colours = coloursOf(palette);
     painter.setRenderHint(QPainter::Antialiasing);
     for (const Shape& shape : picture.shapes)
-        std::visit([&](const auto& each) { draw(painter, each, colourOf(each.ink, palette)); },
+        std::visit([&](const auto& each) { draw(painter, each, colourOf(each.ink, colours)); },
                    shape);
 }
 

@@ -1,15 +1,15 @@
 // Construction, loading, and the reaction to the device link's events.
 #include "ui/RootViewController.h"
 
+#include "base/VisibleText.h"
 #include "device/SharedState.h"
+#include "ui/Alerts.h"
 #include "ui/Fatal.h"
-#include "ui/Glyphs.h"
 #include "ui/Look.h"
 #include "ui/SlotPicture.h"
 #include "ui/SlotRow.h"
 #include "ui_RootViewController.h"
 
-#include <QMessageBox>
 #include <QShortcut>
 
 #include <cstdio>
@@ -19,10 +19,8 @@ namespace cabslot {
 
 namespace {
 
-// The third has no blank, on purpose: it is part of what users know.
+// The third has no blank, unlike defaultSlotName(): users know the window so.
 const QStringList defaultNames = {"User 1", "User 2", "User3", "User 4"};
-
-constexpr int nameColumns = 18; // sixteen characters and some air
 
 const QString ready = "Load a WAV file into a slot, or drop one on it.";
 
@@ -44,13 +42,15 @@ void RootViewController::loadView() {
     view_ = new QWidget;
     ui_ = std::make_unique<Ui::RootViewController>();
     ui_->setupUi(view_);
-    User1Label = ui_->User1Label;
-    User2Label = ui_->User2Label;
-    User3Label = ui_->User3Label;
-    User4Label = ui_->User4Label;
-    viewDidLoad(); // first: the pedal's answer takes a while, and so do the fonts below
-    setUpRows();
-    showIdle();
+    rows_ = {ui_->row1, ui_->row2, ui_->row3, ui_->row4};
+    for (std::size_t i = 0; i < slotCount; ++i)
+        *labels()[i] = rows_[i]->nameLabel();
+    viewDidLoad(); // before the rows are set up, which takes as long as the pedal's answer
+    for (SlotRow* row : rows_)
+        setUpRow(*row);
+    // Space for a reason of two lines, so that the window keeps its size.
+    ui_->status->setMinimumHeight(2 * ui_->status->fontMetrics().lineSpacing());
+    updateControls();
     catchUp();
 }
 
@@ -61,39 +61,36 @@ void RootViewController::catchUp() {
         observeValue();
 }
 
-void RootViewController::setUpRows() {
-    ui_->heading->setFont(headingFont());
-    const QFontMetrics nameMetrics(nameFont());
-    for (const auto* label : labels()) {
-        (*label)->setFont(nameFont());
-        (*label)->setMinimumWidth(nameMetrics.horizontalAdvance(QString(nameColumns, 'M')));
-    }
-    QSizePolicy keepsItsPlace = ui_->progress->sizePolicy();
-    keepsItsPlace.setRetainSizeWhenHidden(true);
-    ui_->progress->setSizePolicy(keepsItsPlace);
-    // Room for a reason of two lines, so that the window keeps its size.
-    ui_->status->setMinimumHeight(2 * ui_->status->fontMetrics().lineSpacing());
-    for (auto* button : view_->findChildren<QPushButton*>()) {
-        const bool adds = button->property("tag").toInt() <= static_cast<int>(slotCount);
-        if (adds)
-            button->setIcon(glyphIcon(Glyph::load));
-        connect(button, &QPushButton::clicked, this, [this, button, adds] {
-            if (!uploading_)
-                adds ? add(button) : del(button);
-        });
-    }
-    for (auto* picture : view_->findChildren<SlotPicture*>())
-        picture->setListening(listening_);
-    for (auto* row : view_->findChildren<SlotRow*>()) {
-        const int slot = row->property("slot").toInt();
-        connect(row, &SlotRow::filesDropped, this,
-                [this, slot](const QList<QUrl>& files) { importDropped(slot, files); });
-        const auto onKeys = [this](const QString& keys, auto action) {
-            connect(new QShortcut(QKeySequence(keys), view_), &QShortcut::activated, this, action);
+// Every way to start an upload asks isReady() first: buttons are disabled when it says no, keys and
+// drops are looked at here.
+void RootViewController::setUpRow(SlotRow& row) {
+    row.picture()->setListening(listening_);
+    connect(row.addButton(), &QPushButton::clicked, this, [this, &row] { add(row.addButton()); });
+    connect(row.deleteButton(), &QPushButton::clicked, this,
+            [this, &row] { del(row.deleteButton()); });
+    const auto ifReady = [this](auto action) {
+        return [this, action](auto&&... arguments) {
+            if (isReady())
+                action(arguments...);
         };
-        onKeys(QString("Ctrl+%1").arg(slot), [this, slot] { addIR(slot); });
-        onKeys(QString("Ctrl+Shift+%1").arg(slot), [this, slot] { delIR(slot); });
-    }
+    };
+    const int slot = row.slot();
+    connect(&row, &SlotRow::filesDropped, this,
+            ifReady([this, slot](const QList<QUrl>& files) { importDropped(slot, files); }));
+    const auto onKeys = [this](const QString& keys, auto action) {
+        connect(new QShortcut(QKeySequence(keys), view_), &QShortcut::activated, this, action);
+    };
+    onKeys(QString("Ctrl+%1").arg(slot), ifReady([this, slot] { addIR(slot); }));
+    onKeys(QString("Ctrl+Shift+%1").arg(slot), ifReady([this, slot] { delIR(slot); }));
+}
+
+bool RootViewController::isReady() const {
+    return IRNameArr.count() == slotCount && !uploading_ && sheet_ == nullptr && !disconnected_;
+}
+
+void RootViewController::updateControls() {
+    for (SlotRow* row : rows_)
+        row->setReady(isReady());
 }
 
 void RootViewController::viewDidLoad() {
@@ -117,21 +114,19 @@ void RootViewController::react() {
 void RootViewController::showSlotNames() {
     for (std::size_t i = 0; i < slotCount; ++i)
         labelOf(static_cast<std::int64_t>(i) + 1).setText(QString::fromStdString(IRNameArr.at(i)));
-    showStatus(ready);
+    showReady();
+    updateControls();
 }
 
 void RootViewController::tellDisconnect() {
-    if (const std::string why = surroundings_.manager.whyNoDevice(); !why.empty()) {
-        std::fprintf(stderr, "cabslot: %s\n", why.c_str());
-        showStatus(QString::fromStdString(why), true);
-    }
-    QMessageBox alert(view_ == nullptr ? nullptr : view_->window());
-    alert.setIcon(QMessageBox::Warning);
-    alert.setWindowModality(Qt::ApplicationModal);
-    alert.setText("Error");
-    alert.setInformativeText("Disconnect! Please try again after connecting.");
-    alert.addButton("Ok", QMessageBox::AcceptRole);
-    alert.exec();
+    const std::string why = surroundings_.manager.whyNoDevice();
+    if (!why.empty())
+        refuse(QString::fromStdString(why));
+    disconnected_ = true;
+    updateControls();
+    QWidget& mainWindow = unwrapped(view_ == nullptr ? nullptr : view_->window());
+    runModal(*makeAlert(mainWindow, "Disconnect! Please try again after connecting.", "Ok",
+                        why.empty() ? QString() : problem_));
     surroundings_.endProcess(0);
 }
 
@@ -143,9 +138,27 @@ QLabel& RootViewController::labelOf(std::int64_t index) {
     return outlet(*labels()[static_cast<std::size_t>(index - 1)]);
 }
 
+SlotRow* RootViewController::rowOf(std::int64_t index) {
+    const bool exists = index >= 1 && index <= static_cast<std::int64_t>(slotCount);
+    return exists ? rows_[static_cast<std::size_t>(index - 1)] : nullptr;
+}
+
 void RootViewController::showStatus(const QString& text, bool problem) {
     ui_->status->setText(text);
     setLook(*ui_->status, "problem", problem);
+}
+
+void RootViewController::showReady() {
+    showStatus(ready);
+}
+
+// Says on standard error and in the status line what is wrong; an alert that follows has it too.
+void RootViewController::refuse(const QString& why) {
+    QString text = QString::fromStdString(visibleText(why.toStdString()));
+    std::fprintf(stderr, "cabslot: %s\n", text.toUtf8().constData());
+    text[0] = text[0].toUpper();
+    problem_ = text.endsWith('.') ? text : text + ".";
+    showStatus(problem_, true);
 }
 
 } // namespace cabslot

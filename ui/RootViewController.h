@@ -13,6 +13,7 @@
 
 #include <QLabel>
 #include <QList>
+#include <QMessageBox>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -23,13 +24,13 @@
 #include <memory>
 #include <string>
 
-class QAbstractButton;
-
 namespace Ui {
 class RootViewController;
 }
 
 namespace cabslot {
+
+class SlotRow;
 
 /// What the main view needs from around it.
 struct Surroundings {
@@ -59,10 +60,11 @@ public:
     void delIR(std::int64_t index); ///< clears slot 1 to 4, at once
 
     /// Loads a file into slot `index`; does not return before the pedal has confirmed it, or 600
-    /// polls are over, or the file was refused.
-    void importFile(std::int64_t index, const QString& path);
+    /// polls are over, or the file was refused. True when the pedal has confirmed.
+    bool importFile(std::int64_t index, const QString& path);
 
-    /// Loads the one WAV file that was dropped on slot `index`, or says why not.
+    /// Loads WAV files that were dropped on slot `index` into it and the next ones, one after
+    /// another. Unless all can be loaded, none is, and the reasons are shown.
     void importDropped(std::int64_t index, const QList<QUrl>& files);
 
     /// The error sheet over the main window, with `hitString` as its detail text. Returns at once.
@@ -82,7 +84,9 @@ private:
     void viewDidLoad();
     void catchUp();
     void setUpRows();
-    void showIdle();
+    void setUpRow(SlotRow& row);
+    bool isReady() const;
+    void updateControls();
     void react();
     void showSlotNames();
     void tellDisconnect();
@@ -92,22 +96,30 @@ private:
 
     using Upload = std::function<UploadResult(const UploadOptions&, UploadWait&)>;
     UploadResult uploadSlot(std::int64_t index, BusyWait::Counter counter, const Upload& upload);
+    void setUploading(std::int64_t index, bool uploading);
     void showPicture(std::int64_t index, const QNIRFile& file);
-    void showProgress(std::int64_t index, unsigned frame, std::int64_t seconds);
-    void tellEnd(std::int64_t index, const UploadResult& result, const QString& done);
-    void refuse(const QString& file, const std::string& why);
+    void showProgress(std::int64_t index, const BusyWait::State& state);
+    void tellEnd(const UploadResult& result, const QString& done);
+    void refuse(const QString& why);
     void showStatus(const QString& text, bool problem = false);
+    void showReady();
+    SlotRow* rowOf(std::int64_t index); ///< null for any but 1 to 4
 
     Surroundings surroundings_;
     std::unique_ptr<Ui::RootViewController> ui_;
     QPointer<QWidget> view_;
     MainQueue mainQueue_;
     Listening listening_;
-    /// What a screen reader presses comes past the events that BusyWait throws away.
+    std::array<SlotRow*, slotCount> rows_{};
     bool uploading_ = false;
+    QPointer<QMessageBox> sheet_; ///< while one is open
+    bool disconnected_ = false;   ///< the disconnect alert is open
+    QString series_;              ///< "2 of 3: " while several files are loaded
+    QString problem_;             ///< the last reason shown, for the sheet that follows
 
 public:
-    /// The device link. Last: it goes first, and its thread uses the queue above.
+    /// The device link. It is declared last and so destroyed first, since its thread uses the queue
+    /// above.
     HIDClass hidClass;
 };
 

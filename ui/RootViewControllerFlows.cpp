@@ -1,17 +1,20 @@
 // The import and the delete flow.
 #include "ui/RootViewController.h"
 
+#include "base/Pedal.h"
 #include "device/DeviceCommands.h"
 #include "device/SharedState.h"
+#include "irfile/QNIRFile.h"
+#include "ui/Alerts.h"
 #include "ui/Fatal.h"
 #include "ui/OpenPanel.h"
 #include "ui/SlotPicture.h"
+#include "ui/SlotRow.h"
 #include "ui_RootViewController.h"
 
-#include <QApplication>
+#include <QAbstractButton>
 #include <QFileInfo>
-#include <QLayout>
-#include <QMessageBox>
+#include <QGuiApplication>
 
 #include <cstdio>
 #include <limits>
@@ -21,7 +24,9 @@ namespace cabslot {
 
 namespace {
 
-constexpr int firstDeleteTag = 5;
+constexpr int firstDeleteTag = static_cast<int>(slotCount) + 1;
+
+const QString fileError = "File Error!! Please check the file or file name for errors.";
 
 // One line on standard output, at once also when that is a pipe.
 void print(const QString& line) {
@@ -30,7 +35,7 @@ void print(const QString& line) {
 }
 
 QString slotName(std::int64_t index) {
-    return QString("User %1").arg(index);
+    return QString::fromStdString(defaultSlotName(static_cast<std::size_t>(index)));
 }
 
 std::uint32_t importNumber(std::int64_t index) {
@@ -48,15 +53,34 @@ std::optional<std::int64_t> slotOf(QObject* sender, int firstTag) {
     return slot;
 }
 
-QString whyNotDropped(const QList<QUrl>& files) {
-    if (files.size() != 1)
-        return QString("%1 files were dropped; a slot takes one").arg(files.size());
-    if (!files.first().isLocalFile())
-        return files.first().toString() + ": it is not a file on this computer";
-    const QFileInfo file(files.first().toLocalFile());
+/// Why the file cannot be loaded; empty when it can. Touches nothing that is sent.
+QString whyNotDropped(const QUrl& url) {
+    if (!url.isLocalFile())
+        return url.toString() + ": it is not a file on this computer.";
+    const QFileInfo file(url.toLocalFile());
     if (file.suffix().compare("wav", Qt::CaseInsensitive) != 0)
-        return file.fileName() + ": only WAV files (.wav) can be dropped";
-    return {};
+        return file.fileName() + ": only WAV files (.wav) can be dropped.";
+    QNIRFile ir;
+    std::array<std::uint32_t, irPointCount> block{};
+    if (ir.openForInspection(url.toLocalFile().toStdString()) && ir.GetIRDataBuffer(block))
+        return {};
+    return file.fileName() + ": " + QString::fromStdString(ir.whyRefused()) + ".";
+}
+
+/// Why not all files can be loaded, from slot `index` on; empty when they can.
+QString whyNotDropped(std::int64_t index, const QList<QUrl>& files) {
+    const qsizetype free = static_cast<qsizetype>(slotCount) - index + 1;
+    if (files.size() > free)
+        return QString("%1 files were dropped, but from %2 on there %3.")
+            .arg(files.size())
+            .arg(slotName(index))
+            .arg(free == 1 ? "is 1 slot" : QString("are %1 slots").arg(free));
+    QStringList reasons;
+    for (const QUrl& file : files) {
+        if (const QString why = whyNotDropped(file); !why.isEmpty())
+            reasons << why;
+    }
+    return reasons.join(' ');
 }
 
 } // namespace
@@ -78,36 +102,42 @@ void RootViewController::addIR(std::int64_t index) {
 }
 
 void RootViewController::panelClosed(std::int64_t index, int answer, const QString& path) {
-    if (uploading_)
-        return;
     if (answer != panelOK)
         return print("取消"); // cancelled
-    importFile(index, path);
+    if (isReady()) // an alert may have come up, or another upload begun, since it was opened
+        importFile(index, path);
 }
 
-void RootViewController::importFile(std::int64_t index, const QString& path) {
+bool RootViewController::importFile(std::int64_t index, const QString& path) {
     const UploadResult result = uploadSlot(
         index, BusyWait::Counter::aloud, [&](const UploadOptions& options, UploadWait& waiting) {
             return loadSlot(importNumber(index), {.path = path.toStdString()}, options, waiting);
         });
     if (isRefused(result.end)) {
-        refuse(QFileInfo(path).fileName(), result.whyRefused);
-        alterIRError("File Error!! Please check the file or file name for errors.");
-        return;
+        refuse(QFileInfo(path).fileName() + ": " + QString::fromStdString(result.whyRefused));
+        alterIRError(fileError);
+        return false;
     }
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
     labelOf(index).setText(name);
-    tellEnd(index, result, "“" + name.trimmed() + "” is in " + slotName(index) + ".");
+    tellEnd(result, "“" + name.trimmed() + "” is in " + slotName(index) + ".");
     print("选中了文件 Optional(\"" + path + "\")"); // the chosen file
+    return result.end == UploadEnd::confirmed;
 }
 
 void RootViewController::importDropped(std::int64_t index, const QList<QUrl>& files) {
-    if (const QString why = whyNotDropped(files); !why.isEmpty()) {
-        std::fprintf(stderr, "cabslot: %s\n", why.toUtf8().constData());
-        showStatus(why + ".", true);
-        return;
+    if (const QString why = whyNotDropped(index, files); !why.isEmpty()) {
+        refuse(why);
+        return alterIRError(fileError);
     }
-    importFile(index, files.first().toLocalFile());
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        if (files.size() > 1)
+            series_ = QString("%1 of %2: ").arg(i + 1).arg(files.size());
+        const bool confirmed = importFile(index + i, files[i].toLocalFile());
+        series_.clear();
+        if (!confirmed || !view_->window()->isVisible())
+            return; // the pedal is gone, or the window is to be closed
+    }
 }
 
 void RootViewController::delIR(std::int64_t index) {
@@ -115,104 +145,112 @@ void RootViewController::delIR(std::int64_t index) {
         index, BusyWait::Counter::silent, [&](const UploadOptions& options, UploadWait& waiting) {
             return clearSlot(importNumber(index), surroundings_.bundle, options, waiting);
         });
-    if (isRefused(result.end)) {
-        refuse("The blank IR " + QString::fromStdString(blankIRPath(surroundings_.bundle)),
-               result.whyRefused);
-        // Samples that cannot be used are no reason for a sheet here, on purpose.
-        if (result.end == UploadEnd::fileRefused)
-            alterIRError("Error");
+    // Nothing at all is said of blank samples that cannot be used: the given behaviour.
+    if (result.end == UploadEnd::samplesRefused)
         return;
+    if (result.end == UploadEnd::fileRefused) {
+        refuse("The blank IR " + QString::fromStdString(blankIRPath(surroundings_.bundle)) + ": " +
+               QString::fromStdString(result.whyRefused));
+        return alterIRError("Error");
     }
-    // The default name of this view, not the pedal's, on purpose: "User3" has no blank.
+    // The view's own default name, not the pedal's: "User3" has no blank.
     labelOf(index).setText(IRName.at(index - 1));
-    tellEnd(index, result, slotName(index) + " is cleared.");
+    tellEnd(result, slotName(index) + " is cleared.");
 }
 
 void RootViewController::alterIRError(const QString& hitString) {
     QWidget& mainWindow = unwrapped(view_ == nullptr ? nullptr : view_->window());
-    auto* alert = new QMessageBox(&mainWindow);
-    alert->setAttribute(Qt::WA_DeleteOnClose);
-    alert->setWindowFlags(Qt::Sheet | Qt::FramelessWindowHint);
-    alert->setIcon(QMessageBox::Warning);
-    alert->setText("Error");
-    alert->setInformativeText(hitString);
-    alert->addButton("Cancel", QMessageBox::RejectRole);
-    alert->layout()->setContentsMargins(24, 20, 24, 18);
-    alert->open(); // a sheet: modal for its window, and not waited for
+    sheet_ = makeAlert(mainWindow, hitString, "Cancel", problem_);
+    problem_.clear();
+    updateControls();
+    connect(sheet_, &QDialog::finished, this, [this] {
+        sheet_ = nullptr;
+        updateControls();
+    });
+    openSheet(*sheet_);
 }
 
-// Everything that a upload has around it: nothing else happens meanwhile, and what was wanted
-// meanwhile is seen to afterwards.
+// What an upload has around it: nothing else happens meanwhile, and what was wanted meanwhile is
+// seen to afterwards.
 UploadResult RootViewController::uploadSlot(std::int64_t index, BusyWait::Counter counter,
                                             const Upload& upload) {
     listening_.stop(); // before the first report leaves
     QWidget* const window = view_->window();
+    const QPointer<QWidget> focus = window->focusWidget();
     BusyWait waiting(
         *window, surroundings_.pause,
-        [this, index](unsigned frame, std::int64_t seconds) {
-            showProgress(index, frame, seconds);
-        },
-        counter);
+        [this, index](const BusyWait::State& state) { showProgress(index, state); }, counter);
     mainQueue_.hold();
-    uploading_ = true;
+    setUploading(index, true);
     UploadResult result =
         upload({.arming = Arming::afterUpload,
                 .recorded = [this, index](const QNIRFile& file) { showPicture(index, file); }},
                waiting);
-    uploading_ = false;
+    setUploading(index, false);
     mainQueue_.release();
-    showIdle();
+    if (focus != nullptr)
+        focus->setFocus();
     if (waiting.closeRequested())
         QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
     return result;
+}
+
+void RootViewController::setUploading(std::int64_t index, bool uploading) {
+    uploading_ = uploading;
+    updateControls();
+    if (SlotRow* row = rowOf(index))
+        row->setBusy(uploading);
+    if (uploading) {
+        QGuiApplication::setOverrideCursor(Qt::BusyCursor);
+    } else {
+        QGuiApplication::restoreOverrideCursor();
+        ui_->progress->showIdle();
+    }
 }
 
 // After a clear it is the blank IR's flat line: that is what the pedal was given, and it is known
 // to be silent. Empty means not known.
 void RootViewController::showPicture(std::int64_t index, const QNIRFile& file) {
     const std::string name = IRNameArr.at(static_cast<std::size_t>(index - 1));
-    auto* const picture = view_->findChild<SlotPicture*>(QString("picture%1").arg(index));
-    unwrapped(picture).setSummary(
-        summaryOf(file, irdatabuff, QString::fromStdString(name).trimmed().toStdString()));
+    unwrapped(rowOf(index))
+        .picture()
+        ->setSummary(
+            summaryOf(file, irdatabuff, QString::fromStdString(name).trimmed().toStdString()));
 }
 
-void RootViewController::showProgress(std::int64_t index, unsigned frame, std::int64_t seconds) {
-    ui_->progress->show();
-    ui_->progress->setValue(static_cast<int>(frame == 0 ? uploadFrameCount : frame));
-    if (isDeviceConnent ==
-        0) // only told: the upload goes on to its end, and the alert comes after it
-        showStatus(
-            QString("%1: the pedal is gone; still waiting, %2 s").arg(slotName(index)).arg(seconds),
-            true);
-    else if (frame != 0)
-        showStatus(QString("%1: sending frame %2 of %3")
-                       .arg(slotName(index))
-                       .arg(frame)
-                       .arg(uploadFrameCount));
+void RootViewController::showProgress(std::int64_t index, const BusyWait::State& state) {
+    const bool sending = state.frame != 0;
+    if (sending)
+        ui_->progress->showFrame(state.frame);
     else
-        showStatus(QString("%1: sent; waiting for the pedal to confirm, %2 s")
-                       .arg(slotName(index))
-                       .arg(seconds));
+        ui_->progress->showWaiting();
+    // A pedal that is gone is only told here: the upload runs to its end, then comes the alert.
+    const bool gone = isDeviceConnent == 0;
+    QString text = series_;
+    if (gone)
+        text += QString("The pedal is gone. Still waiting for %1, %2 s.")
+                    .arg(slotName(index))
+                    .arg(state.seconds);
+    else if (sending)
+        text += QString("Sending frame %2 of %3 to %1.")
+                    .arg(slotName(index))
+                    .arg(state.frame)
+                    .arg(uploadFrameCount);
+    else
+        text += QString("Sent to %1. Waiting for the pedal to confirm, %2 s.")
+                    .arg(slotName(index))
+                    .arg(state.seconds);
+    if (state.closing)
+        text += " Closing when this is done.";
+    showStatus(text, gone);
 }
 
-void RootViewController::showIdle() {
-    ui_->progress->setValue(0);
-    ui_->progress->hide();
-}
-
-// The label shows the new name either way; this line tells the truth about the confirmation.
-void RootViewController::tellEnd(std::int64_t index, const UploadResult& result,
-                                 const QString& done) {
+// Of an upload that was not confirmed nothing is said: the given behaviour.
+void RootViewController::tellEnd(const UploadResult& result, const QString& done) {
     if (result.end == UploadEnd::confirmed)
-        showStatus(done);
+        showStatus(series_ + done);
     else
-        showStatus(slotName(index) + " was sent, but the pedal did not confirm it.", true);
-}
-
-void RootViewController::refuse(const QString& file, const std::string& why) {
-    const QString text = file + ": " + QString::fromStdString(why);
-    std::fprintf(stderr, "cabslot: %s\n", text.toUtf8().constData());
-    showStatus(text + ".", true);
+        showReady();
 }
 
 } // namespace cabslot

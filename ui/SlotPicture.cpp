@@ -13,7 +13,7 @@ namespace cabslot {
 namespace {
 
 constexpr QSize pictureSize = {112, 34};
-constexpr int room = 6; // around the waveform
+constexpr int margin = 6; // around the waveform
 constexpr double corner = 7;
 constexpr double focusWidth = 2;
 
@@ -22,9 +22,9 @@ constexpr double focusWidth = 2;
 SlotPicture::SlotPicture(QWidget* parent) : QAbstractButton(parent) {
     setFixedSize(pictureSize);
     setEnabled(false);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus); // the focus is marked for those who use keys
     setAttribute(Qt::WA_Hover);
-    setToolTip("Nothing was loaded since the program was started");
+    setToolTip("The pedal does not tell what it holds, and nothing was loaded from here");
     setAccessibleDescription(toolTip());
     connect(this, &QAbstractButton::clicked, this, &SlotPicture::openView);
 }
@@ -34,16 +34,17 @@ void SlotPicture::setSummary(IRSummary summary) {
     for (const Finding& finding : summary.findings)
         words += "\n" + QString::fromStdString(finding.text);
     summary_ = std::move(summary);
-    setToolTip(words);
+    setToolTip(words.toHtmlEscaped().replace('\n', "<br>"));
     setAccessibleDescription(words);
     setEnabled(true);
     if (view_)
-        view_->setSummary(slotName(), *summary_);
+        view_->setSummary(slotName_, *summary_);
     update();
 }
 
-QString SlotPicture::slotName() const {
-    return QString("User %1").arg(property("slot").toInt());
+void SlotPicture::setSlotName(const QString& name) {
+    slotName_ = name;
+    setAccessibleName("Waveform of " + name);
 }
 
 void SlotPicture::openView() {
@@ -51,7 +52,7 @@ void SlotPicture::openView() {
         return;
     if (!view_) {
         view_ = new IRWindow(*listening_, window());
-        view_->setSummary(slotName(), *summary_);
+        view_->setSummary(slotName_, *summary_);
     }
     view_->show();
     view_->raise();
@@ -65,18 +66,19 @@ QSize SlotPicture::sizeHint() const {
 void SlotPicture::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor text = palette().color(QPalette::Active, QPalette::WindowText);
-    const QColor base = palette().color(QPalette::Active, QPalette::Base);
-    const double inset = focusWidth / 2;
-    const bool pointedAt = isEnabled() && underMouse();
-    painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), focusWidth)
-                              : QPen(Qt::NoPen));
-    painter.setBrush(mixed(text, base, isDown() ? 0.16 : pointedAt ? 0.08 : 0.03));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), corner, corner);
-    if (!summary_)
+    const Colours colours = coloursOf(palette());
+    if (!summary_) {
+        painter.setFont(detailFont());
+        painter.setPen(colours.disabled);
+        painter.drawText(rect(), Qt::AlignCenter, "No picture yet");
         return;
-    painter.translate(room, room);
-    paintPicture(painter, thumbnail(summary_->samples, width() - 2 * room, height() - 2 * room),
+    }
+    const double inset = focusWidth / 2;
+    painter.setPen(hasFocus() ? QPen(colours.accent, focusWidth) : QPen(Qt::NoPen));
+    painter.setBrush(isDown() ? colours.pressed : underMouse() ? colours.hover : colours.button);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), corner, corner);
+    painter.translate(margin, margin);
+    paintPicture(painter, thumbnail(summary_->samples, width() - 2 * margin, height() - 2 * margin),
                  palette());
 }
 

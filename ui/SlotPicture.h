@@ -1,5 +1,5 @@
-// A slot's small waveform in its row: of what was last loaded into it since the program was
-// started. Before that it is empty and no button: what the pedal holds cannot be asked for. A click
+// A slot's small waveform in its row: of what was last loaded into it from this computer. Where
+// that is not known it says so and is no button: what the pedal holds cannot be asked for. A click
 // opens the larger view.
 #pragma once
 
@@ -20,12 +20,15 @@ class SlotPicture final : public QAbstractButton {
 public:
     explicit SlotPicture(QWidget* parent = nullptr);
 
+    /// What the slot is called in the larger view and to a screen reader.
+    void setSlotName(const QString& name);
+
     /// Before the first summary.
     void setListening(Listening& listening) { listening_ = &listening; }
 
-    /// From now on `summary` is shown, also in the larger view if that is open. The widget's
-    /// property "slot" (1 to 4) says which slot it is of.
+    /// From now on `summary` is shown, also in the larger view if that is open.
     void setSummary(IRSummary summary);
+    bool hasSummary() const { return summary_.has_value(); }
 
     QSize sizeHint() const override;
 
@@ -34,8 +37,8 @@ protected:
 
 private:
     void openView();
-    QString slotName() const;
 
+    QString slotName_;
     QPointer<Listening> listening_;
     std::optional<IRSummary> summary_;
     QPointer<IRWindow> view_; ///< while it is open; it belongs to the window

@@ -1,17 +1,96 @@
 #include "ui/SlotRow.h"
 
+#include "base/Pedal.h"
+#include "ui/Glyphs.h"
 #include "ui/Look.h"
+#include "ui/SlotPicture.h"
 
 #include <QDragEnterEvent>
 #include <QDragLeaveEvent>
 #include <QDropEvent>
+#include <QHBoxLayout>
 #include <QMimeData>
 
 namespace cabslot {
 
-SlotRow::SlotRow(QWidget* parent) : QFrame(parent) {
+namespace {
+
+constexpr int nameColumns = 18; // sixteen characters and some air
+
+QLabel* makeLabel(const char* role, QWidget* parent) {
+    auto* label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText); // names come from files and from the pedal
+    label->setProperty("role", role);
+    return label;
+}
+
+} // namespace
+
+SlotRow::SlotRow(QWidget* parent)
+    : QFrame(parent), number_(makeLabel("number", this)), name_(makeLabel("name", this)),
+      detail_(makeLabel("detail", this)), picture_(new SlotPicture(this)),
+      add_(new QPushButton(" Load…", this)), delete_(new QPushButton("Clear", this)) {
     setProperty("role", "row");
-    setAcceptDrops(true);
+    delete_->setProperty("role", "secondary");
+    number_->setAlignment(Qt::AlignCenter);
+    name_->setText("…");
+    name_->setFont(nameFont());
+    name_->setMinimumWidth(QFontMetrics(nameFont()).horizontalAdvance(QString(nameColumns, 'M')));
+    detail_->setFont(detailFont());
+    detail_->hide();
+    add_->setIcon(glyphIcon(Glyph::load));
+    for (QPushButton* button : {add_, delete_})
+        button->setFocusPolicy(Qt::TabFocus); // the focus is marked for those who use keys
+    layOut();
+}
+
+void SlotRow::layOut() {
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    texts->addStretch();
+    texts->addWidget(name_);
+    texts->addWidget(detail_);
+    texts->addStretch();
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(18, 10, 14, 10);
+    row->setSpacing(8);
+    row->addWidget(number_);
+    row->addLayout(texts, 1);
+    row->addWidget(picture_);
+    row->addWidget(add_);
+    row->addWidget(delete_);
+    setTabOrder(picture_, add_);
+    setTabOrder(add_, delete_);
+}
+
+void SlotRow::setSlot(int slot) {
+    slot_ = slot;
+    const QString name = QString::fromStdString(defaultSlotName(static_cast<std::size_t>(slot)));
+    number_->setText(QString::number(slot));
+    name_->setObjectName(QString("User%1Label").arg(slot));
+    picture_->setObjectName(QString("picture%1").arg(slot));
+    picture_->setSlotName(name);
+    add_->setProperty("tag", slot);
+    add_->setAccessibleName("Load a WAV into " + name);
+    add_->setToolTip(QString("Load a WAV file into %1 (Ctrl+%2)").arg(name).arg(slot));
+    delete_->setProperty("tag", slot + static_cast<int>(slotCount));
+    delete_->setAccessibleName("Clear " + name);
+    delete_->setToolTip(QString("Clear %1 (Ctrl+Shift+%2)").arg(name).arg(slot));
+}
+
+void SlotRow::setDetail(const QString& text) {
+    detail_->setText(text);
+    detail_->setVisible(!text.isEmpty());
+}
+
+void SlotRow::setReady(bool ready) {
+    add_->setEnabled(ready);
+    delete_->setEnabled(ready);
+    setAcceptDrops(ready);
+}
+
+void SlotRow::setBusy(bool busy) {
+    setLook(*this, "busy", busy);
 }
 
 void SlotRow::dragEnterEvent(QDragEnterEvent* event) {

@@ -10,6 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+const QString ready = "Load a WAV file into a slot, or drop one on it.";
 const QString fileError = "File Error!! Please check the file or file name for errors.";
 
 class Flows : public WindowFixture {
@@ -102,8 +103,12 @@ TEST_F(Flows, DeleteWithoutABlankIR) {
     expectErrorSheet("Error");
 
     folder.write("bundle/Contents/Resources/0.wav", WavBuilder{.rate = 8000}.add(0).bytes());
+    const QString before = status();
+    ::testing::internal::CaptureStderr();
     press(6);
-    EXPECT_EQ(dialog<QMessageBox>(), nullptr) << "silent about samples, on purpose";
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "samples are no reason to speak";
+    EXPECT_EQ(status(), before);
+    EXPECT_EQ(dialog<QMessageBox>(), nullptr);
     EXPECT_EQ(label(2), "User 2          ");
 }
 
@@ -163,7 +168,7 @@ TEST_F(Flows, APedalThatConfirmsAtOnceCosts600Polls) {
     EXPECT_NE(printed.find("598\n599\n选"), std::string::npos);
     EXPECT_EQ(pauses, 601);
     EXPECT_EQ(label(1), "Cab           ") << "as if it had been confirmed";
-    EXPECT_EQ(status(), "User 1 was sent, but the pedal did not confirm it.");
+    EXPECT_EQ(status(), ready);
 }
 
 TEST_F(Flows, APedalThatGoesDuringTheUploadIsToldOfAndTheAlertComesAfterIt) {
@@ -178,7 +183,8 @@ TEST_F(Flows, APedalThatGoesDuringTheUploadIsToldOfAndTheAlertComesAfterIt) {
     open(options);
     answerDisconnects();
     press(6);
-    EXPECT_TRUE(told.startsWith("User 2: the pedal is gone")) << told.toStdString();
+    EXPECT_TRUE(told.startsWith("The pedal is gone. Still waiting for User 2"))
+        << told.toStdString();
     ASSERT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); }));
     EXPECT_EQ(said.size(), 1U);
 }
@@ -191,7 +197,8 @@ TEST_F(Flows, InputDuringTheUploadIsDroppedAndClosingIsHonouredAtItsEnd) {
             press(2);
             QTest::keyClick(window.get(), Qt::Key_4, Qt::ControlModifier);
             EXPECT_TRUE(window->findChild<QWidget*>("progress")->isVisible());
-            EXPECT_TRUE(status().startsWith("User 1: "));
+            EXPECT_TRUE(status().contains("to User 1.")) << status().toStdString();
+            EXPECT_FALSE(button(6)->isEnabled());
         }
         QTest::qWait(20);
     };
@@ -207,10 +214,11 @@ TEST_F(Flows, InputDuringTheUploadIsDroppedAndClosingIsHonouredAtItsEnd) {
     pause = [&](std::chrono::milliseconds) {
         QTest::mouseClick(window->closeButton(), Qt::LeftButton);
         EXPECT_TRUE(window->isVisible());
-        QTest::qWait(20);
+        QTest::qWait(60);
+        EXPECT_TRUE(status().endsWith("Closing when this is done.")) << status().toStdString();
     };
     press(5);
-    EXPECT_EQ(label(1), "User 1") << "the road went to its end first";
+    EXPECT_EQ(label(1), "User 1") << "the upload went to its end first";
     ASSERT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); }));
     EXPECT_EQ(ended.front(), 0);
 }
@@ -224,13 +232,72 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
     emit row->filesDropped({url(wav("Room.WAV"))});
     EXPECT_EQ(label(4), "Room.WAV      ");
 
-    emit row->filesDropped({url(wav()), url(wav("b.wav"))});
-    EXPECT_EQ(status(), "2 files were dropped; a slot takes one.");
-    emit row->filesDropped({url(folder.path("song.mp3"))});
-    EXPECT_EQ(status(), "song.mp3: only WAV files (.wav) can be dropped.");
-    emit row->filesDropped({QUrl("https://example.org/a.wav")});
-    EXPECT_EQ(status(), "https://example.org/a.wav: it is not a file on this computer.");
+    const auto slow = url(folder.write("Slow.wav", WavBuilder{.rate = 22050}.add(1).bytes()));
+    const std::pair<QList<QUrl>, QString> refused[] = {
+        {{url(wav()), url(wav("b.wav"))},
+         "2 files were dropped, but from User 4 on there is 1 slot."},
+        {{url(folder.path("song.mp3"))}, "Song.mp3: only WAV files (.wav) can be dropped."},
+        {{QUrl("https://example.org/a.wav")},
+         "Https://example.org/a.wav: it is not a file on this computer."},
+    };
+    for (const auto& [files, why] : refused) {
+        emit row->filesDropped(files);
+        EXPECT_EQ(status(), why);
+        expectErrorSheet(fileError);
+    }
+    emit window->findChild<SlotRow*>("row2")->filesDropped({url(wav()), slow, slow});
+    EXPECT_EQ(status().count("22050 Hz is not supported"), 2) << "each reason is told";
+    expectErrorSheet(fileError);
+    EXPECT_EQ(label(2), "User 2          ") << "none is sent unless all can be";
     EXPECT_EQ(label(4), "Room.WAV      ");
+
+    QStringList told;
+    pause = [&](std::chrono::milliseconds) {
+        told << status().left(6);
+        QTest::qWait(20);
+    };
+    emit window->findChild<SlotRow*>("row2")->filesDropped({url(wav()), url(wav("b.wav"))});
+    EXPECT_EQ(label(2), "Cab           ");
+    EXPECT_EQ(label(3), "b             ");
+    EXPECT_TRUE(told.contains("1 of 2") && told.contains("2 of 2")) << told.join(' ').toStdString();
+}
+
+// One guard for buttons, keys, drops and screen readers, who all see disabled buttons.
+TEST_F(Flows, NothingStartsWithoutNamesOrBehindAnAlert) {
+    const auto tryAll = [this] {
+        for (int tag = 1; tag <= 8; ++tag) {
+            EXPECT_FALSE(button(tag)->isEnabled()) << tag;
+            press(tag);
+        }
+        QTest::keyClick(window.get(), Qt::Key_3, Qt::ControlModifier);
+        QTest::keyClick(window.get(), Qt::Key_3, Qt::ControlModifier | Qt::ShiftModifier);
+        auto* row = window->findChild<SlotRow*>("row3");
+        EXPECT_FALSE(row->acceptDrops());
+        emit row->filesDropped({QUrl::fromLocalFile(QString::fromStdString(wav()))});
+        EXPECT_EQ(dialog<QFileDialog>(), nullptr);
+        EXPECT_EQ(IR_InportNumber, 0U);
+    };
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()), 0);
+    openOn(std::make_unique<SocketHIDManager>(ends[1])); // a pedal that never sends its names
+    tryAll();
+    ::close(ends[0]);
+    delegate.reset();
+
+    open();
+    root().alterIRError("Error");
+    tryAll();
+    QTest::mouseClick(dialog<QMessageBox>()->buttons().first(), Qt::LeftButton);
+    EXPECT_TRUE(button(8)->isEnabled());
+    root().hidClass.setKVOValue(deviceLost);
+    bool tried = false;
+    QTimer::singleShot(0, window.get(), [&] {
+        tryAll();
+        tried = true;
+        answerDisconnects();
+    });
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); }));
+    EXPECT_TRUE(tried);
 }
 
 TEST_F(Flows, KeysReachTheirSlots) {

@@ -21,7 +21,7 @@ TEST_F(Window, WithoutAPedalTheAlertIsShownAndTheProcessEnds) {
     EXPECT_EQ(said[0].buttons, QStringList{"Ok"});
     EXPECT_EQ(said[0].icon, QMessageBox::Warning);
     EXPECT_EQ(said[0].modality, Qt::ApplicationModal);
-    EXPECT_EQ(status(), "it is switched off");
+    EXPECT_EQ(status(), "It is switched off.");
     EXPECT_EQ(label(1), "…") << "the form's own text";
 }
 
@@ -81,10 +81,10 @@ TEST_F(Window, HasTheLookOfTheShell) {
 
     // Moved by the background; there is no window manager here, so by hand.
     const QPoint before = window->pos();
-    auto* heading = window->findChild<QLabel*>("heading");
-    QTest::mousePress(heading, Qt::LeftButton, {}, {5, 5});
-    QTest::mouseMove(heading, {45, 25});
-    QTest::mouseRelease(heading, Qt::LeftButton, {}, {45, 25});
+    auto* line = window->findChild<QLabel*>("status");
+    QTest::mousePress(line, Qt::LeftButton, {}, {5, 5});
+    QTest::mouseMove(line, {45, 25});
+    QTest::mouseRelease(line, Qt::LeftButton, {}, {45, 25});
     EXPECT_EQ(window->pos() - before, QPoint(40, 20));
 
     // Tab goes through the slots row by row.
