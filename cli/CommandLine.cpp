@@ -29,7 +29,7 @@ constexpr const char* description =
 
 constexpr const char* footer = R"(Exit status:
   0    done, and confirmed by the pedal
-  1    the file was refused
+  1    a file was refused
   2    wrong usage, an output file cannot be written, or no sound device
   3    no pedal, or it was lost
   4    the pedal did not answer or confirm in time
@@ -38,8 +38,10 @@ constexpr const char* footer = R"(Exit status:
 Examples:
   cabslotctl list
   cabslotctl load 2 "Vintage 4x12.wav"
+  cabslotctl load 1 Clean.wav 2 Crunch.wav 3 Lead.wav
   cabslotctl clear 2
   cabslotctl inspect Cab.wav --json
+  cabslotctl inspect --recursive Pack
   cabslotctl inspect Cab.wav --plot Cab.svg
   cabslotctl audition Cab.wav --dry driven
   cabslotctl preset show Live.preset

@@ -2,54 +2,33 @@
 
 #include "analysis/Plots.h"
 #include "analysis/Words.h"
+#include "base/LittleEndian.h"
 #include "cli/Console.h"
+#include "cli/FileList.h"
+#include "cli/FileReport.h"
+#include "cli/FileTable.h"
 #include "cli/Json.h"
 #include "cli/OutputFile.h"
 #include "cli/SvgFile.h"
 #include "cli/TerminalWave.h"
 #include "irfile/QNIRFile.h"
 
-#include <cmath>
+#include <filesystem>
 #include <iostream>
-#include <optional>
 #include <vector>
 
 namespace cabslot {
 
 namespace {
 
-std::string nameText(const QNIRFile& file) {
-    std::string text;
-    for (const std::uint8_t byte : file.nameField()) {
-        if (byte != 0)
-            text += static_cast<char>(byte);
-    }
-    return text;
-}
-
-nlohmann::ordered_json levelJson(std::optional<double> level) {
-    return level ? nlohmann::ordered_json(std::round(*level * 100) / 100) : nullptr;
-}
-
-void printJson(const QNIRFile& file, const IRSummary& summary) {
-    nlohmann::ordered_json json = {{"version", 1},
-                                   {"kind", file.isInteralIR() ? "factory" : "wav"},
-                                   {"name", nameText(file)},
-                                   {"rate", file.sampleRate()},
-                                   {"channels", file.channelCount()},
-                                   {"bits", file.bitsPerSample()},
-                                   {"frames", file.frameCount()},
-                                   {"points", file.decodedPoints()},
-                                   {"peak_dbfs", levelJson(peakDbfs(summary.samples))},
-                                   {"rms_dbfs", levelJson(rmsDbfs(summary.samples))},
-                                   {"findings", nlohmann::ordered_json::array()}};
-    for (const Finding& finding : summary.findings)
-        json["findings"].push_back({{"kind", nameOf(finding.kind)}, {"text", finding.text}});
+void printJson(const FileReport& report) {
+    nlohmann::ordered_json json = {{"version", 1}};
+    json.update(fieldsOf(report));
     printDocument(json);
 }
 
-const char* channelRemark(const QNIRFile& file) {
-    switch (file.channelCount()) {
+const char* channelRemark(std::uint16_t channels) {
+    switch (channels) {
     case 1:
         return "";
     case 2:
@@ -59,16 +38,16 @@ const char* channelRemark(const QNIRFile& file) {
     }
 }
 
-void printText(const QNIRFile& file, const IRSummary& summary) {
-    std::cout << "kind      " << (file.isInteralIR() ? "factory IR" : "WAV") << '\n'
-              << "name      " << shownName(nameText(file)) << '\n'
-              << "rate      " << file.sampleRate() << " Hz\n"
-              << "channels  " << file.channelCount() << channelRemark(file) << '\n'
-              << "bits      " << file.bitsPerSample()
-              << (file.bitsPerSample() == 32 ? " (read as float)" : "") << '\n'
+void printText(const FileReport& report, const IRSummary& summary) {
+    std::cout << "kind      " << (report.factory ? "factory IR" : "WAV") << '\n'
+              << "name      " << report.title << '\n'
+              << "rate      " << report.rate << " Hz\n"
+              << "channels  " << report.channels << channelRemark(report.channels) << '\n'
+              << "bits      " << report.bits << (report.bits == 32 ? " (read as float)" : "")
+              << '\n'
               << "frames    " << summary.frames << '\n'
-              << "peak      " << dbfsText(peakDbfs(summary.samples)) << '\n'
-              << "RMS       " << dbfsText(rmsDbfs(summary.samples)) << '\n';
+              << "peak      " << dbfsText(report.peak) << '\n'
+              << "RMS       " << dbfsText(report.rms) << '\n';
     if (const std::size_t columns = waveColumns(); columns > 0)
         std::cout << brailleWave(summary.samples, columns);
     for (const Finding& finding : summary.findings)
@@ -76,11 +55,9 @@ void printText(const QNIRFile& file, const IRSummary& summary) {
 }
 
 std::vector<std::uint8_t> littleEndianWords(const Block& block) {
-    std::vector<std::uint8_t> bytes;
-    for (const std::uint32_t word : block) {
-        for (unsigned shift = 0; shift < 32; shift += 8)
-            bytes.push_back(static_cast<std::uint8_t>(word >> shift));
-    }
+    std::vector<std::uint8_t> bytes(sizeof block);
+    for (std::size_t i = 0; i < block.size(); ++i)
+        putLittleEndian(std::span(bytes).subspan(4 * i, 4), block[i]);
     return bytes;
 }
 
@@ -89,8 +66,12 @@ std::vector<std::uint8_t> littleEndianWords(const Block& block) {
 InspectCommand::InspectCommand(CLI::App& app)
     : Command(
           app, "inspect",
-          "Show what a file would put into the pedal, and what is odd about it; needs no pedal") {
-    addFile("FILE", file_, "A WAV or factory IR file");
+          "Show what files would put into the pedal, and what is odd about them; needs no pedal") {
+    subcommand()
+        .add_option("FILE", files_, "WAV or factory IR files, and folders with WAV files")
+        ->required()
+        ->type_name("");
+    subcommand().add_flag("--recursive", recursive_, "Look into the folders in a folder, too");
     addJson(json_);
     subcommand()
         .add_option("--block", blockFile_,
@@ -103,6 +84,7 @@ InspectCommand::InspectCommand(CLI::App& app)
         ->check([](const std::string& path) {
             return isSvgPath(path) ? std::string{} : path + ": a plot's name must end with .svg";
         });
+    subcommand().callback([this] { checkUsage(); });
 }
 
 /// Writes what was asked for; false, and told, when that is not possible.
@@ -122,18 +104,40 @@ bool InspectCommand::writeFiles(const IRSummary& summary, const Block& block) co
     return write(plotFile_, {plot.begin(), plot.end()});
 }
 
-ExitStatus InspectCommand::run() {
+bool InspectCommand::isForOneFile() const {
+    std::error_code unknown;
+    return files_.size() == 1 && !std::filesystem::is_directory(files_.front(), unknown);
+}
+
+void InspectCommand::checkUsage() const {
+    if (!isForOneFile() && !(blockFile_.empty() && plotFile_.empty()))
+        throw CLI::ValidationError("--block and --plot are for one file alone");
+}
+
+ExitStatus InspectCommand::inspectOne() const {
+    const std::string& path = files_.front();
     QNIRFile file;
     Block block{};
-    if (!file.openForInspection(file_) || !file.GetIRDataBuffer(block)) {
-        complain(file_ + ": " + file.whyRefused());
+    if (!file.openForInspection(path) || !file.GetIRDataBuffer(block)) {
+        complain(path + ": " + file.whyRefused());
         return ExitStatus::fileRefused;
     }
-    const IRSummary summary = summaryOf(file, block, shownName(nameText(file)));
+    const IRSummary summary = summaryOf(file, block, shownName(sentName(file)));
     if (!writeFiles(summary, block))
         return ExitStatus::wrongUsage;
-    json_ ? printJson(file, summary) : printText(file, summary);
+    const FileReport report = reportOn(file, path, block, summary);
+    json_ ? printJson(report) : printText(report, summary);
     return ExitStatus::done;
+}
+
+ExitStatus InspectCommand::run() {
+    if (isForOneFile())
+        return inspectOne();
+    const FileList list = listFiles(files_, recursive_);
+    if (list.paths.empty())
+        return ExitStatus::fileRefused;
+    const ExitStatus status = inspectFiles(list.paths, json_);
+    return status == ExitStatus::done && !list.complete ? ExitStatus::fileRefused : status;
 }
 
 } // namespace cabslot

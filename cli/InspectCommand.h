@@ -1,24 +1,30 @@
-// inspect: what a file would put into the pedal and what is odd about it; needs no pedal.
+// inspect: what files would put into the pedal and what is odd about them; needs no pedal.
 #pragma once
 
 #include "analysis/IRSummary.h"
 #include "cli/Command.h"
 
 #include <string>
+#include <vector>
 
 namespace cabslot {
 
+/// One file is told in detail, several files or a folder in a table.
 class InspectCommand final : public Command {
 public:
     explicit InspectCommand(CLI::App& app);
     ExitStatus run() override;
 
 private:
+    void checkUsage() const;
+    bool isForOneFile() const;
+    ExitStatus inspectOne() const;
     bool writeFiles(const IRSummary& summary, const Block& block) const;
 
-    std::string file_;
+    std::vector<std::string> files_; ///< and folders
     std::string blockFile_;
     std::string plotFile_;
+    bool recursive_ = false;
     bool json_ = false;
 };
 

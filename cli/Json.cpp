@@ -6,9 +6,13 @@
 
 namespace cabslot {
 
-void printDocument(const nlohmann::ordered_json& document) {
+std::string documentText(const nlohmann::ordered_json& document) {
     constexpr auto replacing = nlohmann::ordered_json::error_handler_t::replace;
-    std::cout << document.dump(2, ' ', false, replacing) << '\n';
+    return document.dump(2, ' ', false, replacing);
+}
+
+void printDocument(const nlohmann::ordered_json& document) {
+    std::cout << documentText(document) << '\n';
 }
 
 std::string isoTime(std::chrono::sys_seconds time) {

@@ -8,7 +8,8 @@
 
 namespace cabslot {
 
-/// Prints the document. Bytes that are no UTF-8, as in an odd file name, are replaced.
+/// The document's text. Bytes that are no UTF-8, as in an odd file name, are replaced.
+std::string documentText(const nlohmann::ordered_json& document);
 void printDocument(const nlohmann::ordered_json& document);
 
 /// A time in ISO 8601, UTC, such as "2026-05-03T18:30:00Z".

@@ -1,6 +1,7 @@
 #include "memory/SlotMemory.h"
 
 #include "base/Files.h"
+#include "base/Fnv1a.h"
 #include "base/StateFolder.h"
 #include "device/SharedState.h"
 #include "memory/SlotRecordFile.h"

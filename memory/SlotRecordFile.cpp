@@ -1,5 +1,6 @@
 #include "memory/SlotRecordFile.h"
 
+#include "base/Fnv1a.h"
 #include "base/LittleEndian.h"
 
 #include <algorithm>
@@ -64,13 +65,6 @@ private:
 };
 
 } // namespace
-
-std::uint64_t fnv1a(std::span<const std::uint8_t> bytes) {
-    std::uint64_t hash = 0xCBF29CE484222325;
-    for (const std::uint8_t byte : bytes)
-        hash = (hash ^ byte) * 0x100000001B3;
-    return hash;
-}
 
 std::vector<std::uint8_t> recordFile(std::string_view pedal, const SlotRecord& record) {
     Writer file;

@@ -17,8 +17,6 @@ namespace cabslot {
 
 inline constexpr std::uint32_t longestRecordFile = 64 * 1024; ///< bytes; no longer one is read
 
-std::uint64_t fnv1a(std::span<const std::uint8_t> bytes);
-
 std::vector<std::uint8_t> recordFile(std::string_view pedal, const SlotRecord& record);
 
 /// The record in `file`, or nothing when a byte of the file is not as recordFile() wrote it for

@@ -75,7 +75,7 @@ _cabslotctl() {
         list) options+=' --json --timeout' ;;
         load) options+=' --timeout --confirm-timeout' ;;
         clear) options+=' --timeout --confirm-timeout --all' ;;
-        inspect) options+=' --json --block --plot' ;;
+        inspect) options+=' --json --recursive --block --plot' ;;
         audition) options+=' --dry --out --raw-level' ;;
         doctor | 'preset show') options+=' --json' ;;
         'preset new') options+=' --data' ;;
@@ -87,7 +87,7 @@ _cabslotctl() {
     :*) _cabslot_words 'list load clear inspect audition preset doctor' "$2" ;;
     preset:*) _cabslot_words 'show verify new export import' "$2" ;;
     load:*[02468] | clear:*) _cabslot_words '1 2 3 4' "$2" ;;
-    load:* | inspect:0 | audition:0) _cabslot_files '*.@(wav|bin)' "$2" ;;
+    load:* | inspect:* | audition:0) _cabslot_files '*.@(wav|bin)' "$2" ;;
     preset*:0 | 'preset verify':* | preset*port:1) _cabslot_files '*' "$2" ;;
     esac
 }

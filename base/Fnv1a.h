@@ -1,0 +1,17 @@
+// FNV-1a, a checksum against damage by accident and a key for equal contents; no protection against
+// somebody who makes collisions.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace cabslot {
+
+constexpr std::uint64_t fnv1a(std::span<const std::uint8_t> bytes) {
+    std::uint64_t hash = 0xCBF29CE484222325;
+    for (const std::uint8_t byte : bytes)
+        hash = (hash ^ byte) * 0x100000001B3;
+    return hash;
+}
+
+} // namespace cabslot

@@ -1,0 +1,78 @@
+#include "cli/FileReport.h"
+
+#include "base/Fnv1a.h"
+#include "cli/Console.h"
+#include "irfile/NameFromPath.h"
+
+#include <cmath>
+#include <span>
+
+namespace cabslot {
+
+namespace {
+
+nlohmann::ordered_json levelJson(std::optional<double> level) {
+    return level ? nlohmann::ordered_json(std::round(*level * 100) / 100) : nullptr;
+}
+
+std::uint64_t hashOf(const Block& block) {
+    return fnv1a({reinterpret_cast<const std::uint8_t*>(block.data()), sizeof block});
+}
+
+} // namespace
+
+std::string sentName(const QNIRFile& file) {
+    std::string text;
+    for (const std::uint8_t byte : file.nameField()) {
+        if (byte != 0)
+            text += static_cast<char>(byte);
+    }
+    return text;
+}
+
+FileReport reportOn(const QNIRFile& file, const std::string& path, const Block& block,
+                    const IRSummary& summary) {
+    return {.path = path,
+            .title = shownName(sentName(file)),
+            .factory = file.isInteralIR(),
+            .name = sentName(file),
+            .rate = file.sampleRate(),
+            .channels = file.channelCount(),
+            .bits = file.bitsPerSample(),
+            .claimedFrames = file.frameCount(),
+            .heldFrames = file.heldFrames(),
+            .points = file.decodedPoints(),
+            .peak = peakDbfs(summary.samples),
+            .rms = rmsDbfs(summary.samples),
+            .findings = summary.findings,
+            .blockHash = hashOf(block)};
+}
+
+FileReport inspectFile(const std::string& path) {
+    QNIRFile file;
+    Block block{};
+    if (!file.openForInspection(path) || !file.GetIRDataBuffer(block))
+        return {.path = path,
+                .title = shownName(std::string(irNameFromPath(path))),
+                .refused = true,
+                .whyRefused = file.whyRefused()};
+    return reportOn(file, path, block, summaryOf(file, block, shownName(sentName(file))));
+}
+
+nlohmann::ordered_json fieldsOf(const FileReport& report) {
+    nlohmann::ordered_json json = {{"kind", report.factory ? "factory" : "wav"},
+                                   {"name", report.name},
+                                   {"rate", report.rate},
+                                   {"channels", report.channels},
+                                   {"bits", report.bits},
+                                   {"frames", report.claimedFrames},
+                                   {"points", report.points},
+                                   {"peak_dbfs", levelJson(report.peak)},
+                                   {"rms_dbfs", levelJson(report.rms)},
+                                   {"findings", nlohmann::ordered_json::array()}};
+    for (const Finding& finding : report.findings)
+        json["findings"].push_back({{"kind", nameOf(finding.kind)}, {"text", finding.text}});
+    return json;
+}
+
+} // namespace cabslot

@@ -1,0 +1,159 @@
+#include "cli/FileTable.h"
+
+#include "analysis/Words.h"
+#include "base/VisibleText.h"
+#include "cli/Console.h"
+#include "cli/FileReport.h"
+#include "cli/Json.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <iomanip>
+#include <iostream>
+#include <map>
+#include <span>
+#include <thread>
+#include <tuple>
+
+namespace cabslot {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t longestName = 14; // a factory IR's
+
+/// The reports, made on all processors; incomplete when that was interrupted.
+std::vector<FileReport> inspectAll(std::span<const std::string> paths) {
+    std::vector<FileReport> reports(paths.size());
+    std::atomic<std::size_t> next{0};
+    const auto work = [&] {
+        for (std::size_t i = next++; i < paths.size() && !interrupted(); i = next++)
+            reports[i] = inspectFile(paths[i]);
+    };
+    std::vector<std::future<void>> workers;
+    for (unsigned i = std::max(std::thread::hardware_concurrency(), 1U); i > 0; --i)
+        workers.push_back(std::async(std::launch::async, work));
+    ProgressLine line;
+    for (auto& worker : workers) {
+        while (worker.wait_for(50ms) != std::future_status::ready)
+            line.show("inspected " + std::to_string(std::min(next.load(), reports.size())) +
+                      " of " + std::to_string(reports.size()) + " files");
+        worker.get();
+    }
+    return reports;
+}
+
+void sortByName(std::vector<FileReport>& reports) {
+    std::ranges::sort(reports, {},
+                      [](const FileReport& report) { return std::tie(report.title, report.path); });
+}
+
+/// Numbers the blocks that more than one file has, from 1 in the table's order.
+class SameBlocks {
+public:
+    explicit SameBlocks(std::span<const FileReport> reports) {
+        for (const FileReport& report : reports) {
+            if (!report.refused)
+                ++counts_[report.blockHash];
+        }
+    }
+
+    /// 0 for a block that no other file has.
+    std::size_t numberOf(const FileReport& report) {
+        if (report.refused || counts_[report.blockHash] < 2)
+            return 0;
+        return numbers_.try_emplace(report.blockHash, numbers_.size() + 1).first->second;
+    }
+
+private:
+    std::map<std::uint64_t, std::size_t> counts_;
+    std::map<std::uint64_t, std::size_t> numbers_;
+};
+
+std::string padded(std::string text, std::size_t width) {
+    const auto continues = [](char byte) {
+        return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+    };
+    const auto letters =
+        text.size() - static_cast<std::size_t>(std::ranges::count_if(text, continues));
+    return text.append(width - std::min(letters, width), ' ');
+}
+
+std::string lengthText(const FileReport& report) {
+    const double milliseconds = static_cast<double>(report.heldFrames) * 1000 / report.rate;
+    return fixedText(milliseconds, 1);
+}
+
+std::string levelText(std::optional<double> level) {
+    return level ? fixedText(*level, 2) : "silent";
+}
+
+std::string findingNames(const FileReport& report) {
+    std::string names;
+    for (const Finding& finding : report.findings)
+        names.append(names.empty() ? "" : ",").append(nameOf(finding.kind));
+    return names.empty() ? "-" : names;
+}
+
+void printTable(std::span<const FileReport> reports) {
+    std::cout << padded("name", longestName) << "   rate  bits       ms    peak     RMS  same  "
+              << "findings  file\n";
+    SameBlocks same(reports);
+    for (const FileReport& report : reports) {
+        std::cout << padded(report.title, longestName) << ' ';
+        if (report.refused) {
+            std::cout << " refused: " << report.whyRefused;
+        } else {
+            const std::size_t number = same.numberOf(report);
+            std::cout << std::setw(6) << report.rate << std::setw(6) << report.bits << std::setw(9)
+                      << lengthText(report) << std::setw(8) << levelText(report.peak)
+                      << std::setw(8) << levelText(report.rms) << std::setw(6)
+                      << (number == 0 ? "-" : "=" + std::to_string(number)) << "  "
+                      << findingNames(report);
+        }
+        std::cout << "  " << visibleText(report.path) << '\n';
+    }
+}
+
+nlohmann::ordered_json jsonOf(const FileReport& report, std::size_t sameBlock) {
+    nlohmann::ordered_json json = {{"file", report.path}, {"refused", nullptr}};
+    if (report.refused) {
+        json["refused"] = report.whyRefused;
+        return json;
+    }
+    json.update(fieldsOf(report));
+    json["same_block"] =
+        sameBlock == 0 ? nlohmann::ordered_json() : nlohmann::ordered_json(sameBlock);
+    return json;
+}
+
+/// Prints file by file: the whole document in memory would be many times the table.
+void printTableJson(std::span<const FileReport> reports) {
+    std::cout << "{\n  \"version\": 1,\n  \"files\": [";
+    SameBlocks same(reports);
+    for (const FileReport& report : reports) {
+        std::cout << (&report == reports.data() ? "\n" : ",\n")
+                  << documentText(jsonOf(report, same.numberOf(report)));
+    }
+    std::cout << "\n  ]\n}\n";
+}
+
+} // namespace
+
+ExitStatus inspectFiles(const std::vector<std::string>& paths, bool json) {
+    std::vector<FileReport> reports = inspectAll(paths);
+    if (interrupted())
+        return ExitStatus::interrupted;
+    sortByName(reports);
+    json ? printTableJson(reports) : printTable(reports);
+    const auto refused = std::ranges::count(reports, true, &FileReport::refused);
+    if (refused == 0)
+        return ExitStatus::done;
+    complain(std::to_string(refused) + " of " + countText(reports.size(), "file") + " refused");
+    return ExitStatus::fileRefused;
+}
+
+} // namespace cabslot
