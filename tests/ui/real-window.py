@@ -75,6 +75,16 @@ def find(name, role=None):
 
 def click(name):
     node = wait_for(f'"{name}"', lambda: find(name))
+
+    def place():
+        box = node.get_extents(Atspi.CoordType.SCREEN)
+        return box.x, box.y, box.width, box.height
+
+    before = place()
+    time.sleep(0.3)
+    while place() != before:  # the window manager is still at it
+        before = place()
+        time.sleep(0.3)
     box = node.get_extents(Atspi.CoordType.SCREEN)
     xdotool("mousemove", box.x + box.width // 2, box.y + box.height // 2, "click", 1)
 
@@ -185,7 +195,7 @@ def listen_with_the_keys(folder):
 
     pedal, window, _ = start_pedal(folder)
     wait_for("the pedal's names", lambda: label("User 1          "))
-    xdotool("key", "ctrl+1")
+    press("Load a WAV into User 1")
     wait_for("the open panel", lambda: find("File name:", Atspi.Role.TEXT))
     time.sleep(0.5)  # the window manager gives the panel the keyboard
     wait_for("the folder", lambda: find("Dark.wav"))
