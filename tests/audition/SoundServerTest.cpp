@@ -110,7 +110,7 @@ TEST_F(Changing, TheIRLeavesNoGap) {
     for (int attempt = 0; attempt < 4 && !std::regex_match(windows, asItShouldBe); ++attempt) {
         const std::vector<float> came = play();
         windows = heard(came, one->samples, two->samples);
-        if (longestGap(std::span(came).subspan(second / 4)) > second / 500)
+        if (!came.empty() && longestGap(std::span(came).subspan(second / 4)) > second / 500)
             windows += " with a gap";
     }
     EXPECT_TRUE(std::regex_match(windows, asItShouldBe)) << windows;

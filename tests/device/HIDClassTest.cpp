@@ -59,10 +59,12 @@ TEST_F(Link, FindsThePedalReadsAndSendsEvery10ms) {
     };
     std::vector<HIDManager::TimePoint> deadlines;
     bool told = false;
+    bool offGrid = false;
     std::promise<bool> sawTwoTicks; // a busy machine leaves some out, but not five hundred
     manager.onWait = [&](HIDManager::TimePoint deadline) {
         deadlines.push_back(deadline);
         const std::size_t n = deadlines.size();
+        offGrid |= n > 1 && (deadlines[n - 1] - deadlines[n - 2]) % 10ms != 0ms;
         const bool next = n > 1 && deadlines[n - 1] - deadlines[n - 2] == 10ms;
         if (!told && (next || n == 500)) {
             sawTwoTicks.set_value(next);
@@ -79,6 +81,7 @@ TEST_F(Link, FindsThePedalReadsAndSendsEvery10ms) {
         asked.get_future().get();
         EXPECT_TRUE(sawTwoTicks.get_future().get());
     }
+    EXPECT_FALSE(offGrid);
     EXPECT_EQ(object, nullptr);
     EXPECT_EQ(manager.matching.VendorID, 0x0483);
     EXPECT_EQ(manager.matching.ProductID, 0x5703);
