@@ -3,6 +3,7 @@
 #pragma once
 
 #include "tests/support/FakePedal.h"
+#include "tests/support/FakeSound.h"
 #include "tests/support/WavBuilder.h"
 
 #include "platform/SocketHIDManager.h"
@@ -67,7 +68,8 @@ protected:
                          .bundle = folder.path("bundle"),
                          .pedal = pedalName,
                          .endProcess = [this](int status) { ended.push_back(status); },
-                         .pause = [this](std::chrono::milliseconds time) { pause(time); }});
+                         .pause = [this](std::chrono::milliseconds time) { pause(time); },
+                         .sound = [this](std::string&) { return &sound; }});
         delegate->window = window.get();
         QObject::connect(qApp, &QApplication::lastWindowClosed, delegate.get(),
                          &AppDelegate::applicationShouldTerminateAfterLastWindowClosed);
@@ -142,6 +144,7 @@ public:
 
 protected:
     std::string pedalName{}; ///< whose slots are remembered; none are
+    FakeLibrary sound;
     std::unique_ptr<HIDManager> manager;
     TempFolder folder;
     simulator::PedalStore store;
