@@ -92,12 +92,18 @@ private:
                key == Qt::Key_PageDown;
     }
 
+    /// From the name an arrow leads to the first file, or on from the selected one.
     bool goIntoList(QEvent& event) {
-        for (QAbstractItemView* list : lists_)
-            if (list->isVisible()) {
-                list->setFocus();
+        for (QAbstractItemView* list : lists_) {
+            if (!list->isVisible())
+                continue;
+            const bool selected = list->selectionModel()->hasSelection();
+            list->setFocus(); // before anything is selected: the name would not follow
+            if (selected)
                 QCoreApplication::sendEvent(list, &event);
-            }
+            else
+                list->setCurrentIndex(list->model()->index(0, 0, list->rootIndex()));
+        }
         return true;
     }
 

@@ -5,11 +5,13 @@ Usage: real-window.py CABSLOT CABSLOT_SIM CABSLOTCTL WAV [PICTURE]     (under sc
 
 Loads a WAV through the panel, with the mouse and the keyboard, and presses a button meanwhile as a
 screen reader does, which must not be obeyed; compares the label and the pedal's stored block; closes.
-Then once without a pedal: the alert. Both end with status 0. PICTURE is where the loaded window is
+Then steps through a folder with the keys, hears what is selected, loads it. Then once without a pedal:
+the alert. All end with status 0. PICTURE is where the loaded window is
 shown.
 """
 import atexit
 import os
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -73,6 +75,16 @@ def find(name, role=None):
 
 def click(name):
     node = wait_for(f'"{name}"', lambda: find(name))
+
+    def place():
+        box = node.get_extents(Atspi.CoordType.SCREEN)
+        return box.x, box.y, box.width, box.height
+
+    before = place()
+    time.sleep(0.3)
+    while place() != before:  # the window manager is still at it
+        before = place()
+        time.sleep(0.3)
     box = node.get_extents(Atspi.CoordType.SCREEN)
     xdotool("mousemove", box.x + box.width // 2, box.y + box.height // 2, "click", 1)
 
@@ -161,6 +173,51 @@ def load_and_close(folder):
     expect_status_0(pedal)
 
 
+def listen_with_the_keys(folder):
+    """Steps through a folder, hears it on a sound server with a null output, loads it."""
+    irs, socket = (os.path.join(folder, n) for n in ("irs", "sound.sock"))
+    os.mkdir(irs)
+    for name in "Bright.wav", "Dark.wav":
+        shutil.copy(WAV, os.path.join(irs, name))
+    with open(os.path.join(irs, "Empty.wav"), "w", encoding="utf-8"):
+        pass
+    with open(os.path.join(os.environ["XDG_CONFIG_HOME"], "cabslot/cabslot.conf"), "w",
+              encoding="utf-8") as settings:  # a file was loaded from there before
+        settings.write(f"[openPanel]\nlastFolder={irs}\n")
+    os.environ.update(PULSE_RUNTIME_PATH=folder, PULSE_SERVER=f"unix:{socket}")
+    start("pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+          "--log-level=0", "-L", "module-null-sink", "-L",
+          f"module-native-protocol-unix auth-anonymous=1 socket={socket}")
+    wait_for("the sound server", lambda: os.path.exists(socket))
+
+    def sounds():
+        return subprocess.run(["pactl", "list", "short", "sink-inputs"], check=True,
+                              capture_output=True).stdout
+
+    pedal, window, _ = start_pedal(folder)
+    wait_for("the pedal's names", lambda: label("User 1          "))
+    press("Load a WAV into User 1")
+    wait_for("the open panel", lambda: find("File name:", Atspi.Role.TEXT))
+    time.sleep(0.5)  # the window manager gives the panel the keyboard
+    wait_for("the folder", lambda: find("Dark.wav"))
+    wait_for("the switch", lambda: find("Listen", Atspi.Role.CHECK_BOX).get_state_set()
+             .contains(Atspi.StateType.ENABLED))
+    xdotool("key", "Down")
+    wait_for("the first IR", lambda: label("Bright"))
+    xdotool("key", "space")
+    wait_for("its sound", sounds)
+    xdotool("key", "Down", "Down")
+    wait_for("the reason", lambda: label("It is refused: it is empty."))
+    xdotool("key", "Up", "Return")
+    wait_for("the new name", lambda: label("Dark          "))
+    if sounds():
+        sys.exit("FAILED: it is still heard")
+    press("Close")
+    expect_status_0(window)
+    pedal.terminate()
+    expect_status_0(pedal)
+
+
 def tell_disconnect(folder):
     window = start_window(os.path.join(folder, "nobody.sock"))
     text = "Disconnect! Please try again after connecting."
@@ -173,7 +230,7 @@ def tell_disconnect(folder):
 with tempfile.TemporaryDirectory() as home:
     os.environ["XDG_CONFIG_HOME"] = home
     Atspi.init()
-    for test in load_and_close, tell_disconnect:
+    for test in load_and_close, listen_with_the_keys, tell_disconnect:
         with tempfile.TemporaryDirectory() as own:
             test(own)
-print("real window: loaded with the mouse, pressed by name, told a missing pedal")
+print("real window: loaded with the mouse, pressed by name, heard, told a missing pedal")

@@ -1,0 +1,184 @@
+// The open panel: what it shows of the file that is pointed at, and how that is heard.
+#include "tests/support/WindowFixture.h"
+
+#include "ui/IRWindow.h"
+#include "ui/SlotPicture.h"
+
+#include <QAbstractItemView>
+#include <QLineEdit>
+#include <QSettings>
+
+namespace cabslot::testing {
+namespace {
+
+class Panel : public WindowFixture {
+protected:
+    Panel() {
+        std::filesystem::create_directory(folder.path("irs"));
+        add("1 Half.wav", 0x4000);
+        add("2 Quarter.WAV", 0x2000);
+        folder.write("irs/3 Broken.wav", "RIFF....WAVE");
+        add("4 Text.txt", 1);
+        QSettings().setValue("openPanel/lastFolder", QString::fromStdString(folder.path("irs")));
+    }
+    ~Panel() override { QSettings().clear(); }
+
+    void add(const std::string& file, int sample) {
+        folder.write("irs/" + file, WavBuilder{}.add(sample).bytes());
+    }
+
+    void openPanel(const QStringList& expected = {"1 Half.wav", "2 Quarter.WAV", "3 Broken.wav"}) {
+        open();
+        press(2);
+        panel = dialog<QFileDialog>();
+        ASSERT_NE(panel, nullptr);
+        list = panel->findChild<QAbstractItemView*>("treeView");
+        name = panel->findChild<QLineEdit*>("fileNameEdit");
+        // It is filled and sorted in the background.
+        ASSERT_TRUE(QTest::qWaitFor([&] { return files() == expected; }))
+            << files().join('|').toStdString();
+    }
+
+    QStringList files() {
+        QStringList names;
+        for (int row = 0; row < list->model()->rowCount(list->rootIndex()); ++row)
+            names << list->model()->index(row, 0, list->rootIndex()).data().toString();
+        return names;
+    }
+
+    std::string text(const char* label) {
+        return panel->findChild<QLabel*>(label)->text().toStdString();
+    }
+    QPushButton* listen() { return panel->findChild<QPushButton*>("listen"); }
+    void key(Qt::Key key) { QTest::keyClick(panel->focusWidget(), key); }
+
+    bool isHeard(std::vector<double> what) {
+        return QTest::qWaitFor(
+            [&] { return sound.device->use([&] { return sound.device->heard == what; }); });
+    }
+
+    QFileDialog* panel = nullptr;
+    QAbstractItemView* list = nullptr;
+    QLineEdit* name = nullptr;
+};
+
+TEST_F(Panel, KeysStepThroughTheFilesAndEachIsShown) {
+    openPanel();
+    EXPECT_EQ(text("irDetail"), "Select a file to see what it would put into the pedal.");
+    EXPECT_TRUE(name->hasFocus());
+    key(Qt::Key_Down);
+    EXPECT_TRUE(list->hasFocus()) << "from the name the arrows lead into the list";
+    EXPECT_EQ(text("irName"), "1 Half");
+    EXPECT_EQ(text("irDetail"),
+              "WAV, 44100 Hz, 16 bits, 1 channel; peak -6.02 dBFS, RMS -36.12 dBFS");
+    EXPECT_EQ(text("findings"), "Nothing odd was found.");
+    EXPECT_EQ(name->text(), "1 Half.wav");
+    key(Qt::Key_Down);
+    EXPECT_EQ(text("irName"), "2 Quarter.") << "ten characters, as the pedal will show it";
+    key(Qt::Key_Down);
+    EXPECT_EQ(text("irName"), "3 Broken.wav");
+    EXPECT_EQ(text("irDetail"),
+              "It is refused: it is a damaged WAV file: it has no \"fmt \" chunk.");
+    EXPECT_EQ(text("findings"), "");
+    EXPECT_FALSE(panel->findChild<QWidget*>("wave")->isVisible());
+    std::filesystem::remove(folder.path("irs/2 Quarter.WAV"));
+    key(Qt::Key_Up);
+    EXPECT_TRUE(text("irDetail").starts_with("It is refused: there is no such file"));
+    EXPECT_EQ(SendisInternalIR, 0);
+    EXPECT_EQ(irdatabuff[0], 0U) << "a look touches nothing that is sent";
+}
+
+TEST_F(Panel, TakesOnlyWavFilesAlsoByName) {
+    openPanel();
+    name->setText("4 Text.txt");
+    key(Qt::Key_Return);
+    EXPECT_TRUE(panel->isVisible());
+    EXPECT_EQ(text("irName"), "4 Text.txt");
+    EXPECT_EQ(text("irDetail"), "Only WAV files (.wav) can be loaded.");
+    name->setText("2 Quarter.WAV");
+    key(Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return label(2) == "2 Quarter.    "; }));
+}
+
+TEST_F(Panel, OfAHugeFileOnlyTheStartIsRead) {
+    WavBuilder wav{.beforeData = chunk("LIST", std::string(2 << 20, 'x'))};
+    folder.write("irs/0 Huge.wav", wav.add(1).bytes());
+    openPanel({"0 Huge.wav", "1 Half.wav", "2 Quarter.WAV", "3 Broken.wav"});
+    key(Qt::Key_Down);
+    EXPECT_EQ(text("irDetail"),
+              "It is refused: it is long, and its samples are not within its first megabyte.");
+}
+
+TEST_F(Panel, WhatIsSelectedIsHeardUntilAnUploadBegins) {
+    bool heardDuringUpload = false;
+    pause = [&](std::chrono::milliseconds) {
+        heardDuringUpload |= sound.device->use([&] { return sound.device->stops == 0; });
+        QTest::qWait(20);
+    };
+    openPanel();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return listen()->isEnabled(); }));
+    key(Qt::Key_Down);
+    key(Qt::Key_Space);
+    EXPECT_TRUE(isHeard({0.5}));
+    EXPECT_TRUE(listen()->isChecked());
+    key(Qt::Key_Down);
+    EXPECT_TRUE(isHeard({0.5, 0.25}));
+    key(Qt::Key_Down);
+    EXPECT_TRUE(isHeard({0.5, 0.25, 0})) << "a refused file is silent";
+    EXPECT_TRUE(listen()->isChecked());
+    key(Qt::Key_Up);
+    QTest::mouseClick(panel->findChild<QAbstractButton*>("asLoudAsItIs"), Qt::LeftButton);
+    EXPECT_TRUE(isHeard({0.5, 0.25, 0, 0.25, -0.25}));
+    list->setFocus();
+    key(Qt::Key_L);
+    EXPECT_FALSE(listen()->isChecked());
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] { return sound.device->use([&] { return sound.device->stops == 1; }); }));
+    sound.device->use([&] { sound.device->stops = 0; });
+    key(Qt::Key_L);
+    EXPECT_TRUE(isHeard({0.5, 0.25, 0, 0.25, -0.25, -0.25}));
+    key(Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return label(2) == "2 Quarter.    "; }));
+    EXPECT_FALSE(heardDuringUpload);
+}
+
+TEST_F(Panel, WithoutADeviceTheSwitchSaysWhy) {
+    sound.device->whyNone = "no device";
+    openPanel();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] { return text("listenWords") == "Sound cannot be played: no device"; }));
+    EXPECT_FALSE(listen()->isEnabled());
+    EXPECT_EQ(listen()->accessibleDescription(), "Sound cannot be played: no device");
+    sound.device->use([&] { sound.device->whyNone = ""; });
+    EXPECT_TRUE(QTest::qWaitFor([this] { return listen()->isEnabled(); })) << "it looks again";
+    key(Qt::Key_Down);
+    QTest::mouseClick(listen(), Qt::LeftButton);
+    EXPECT_TRUE(isHeard({0.5}));
+    sound.device->use([&] { sound.device->whyLost = "it is gone"; });
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !listen()->isChecked(); }));
+    EXPECT_EQ(text("listenWords"), "Listening has stopped: it is gone");
+}
+
+TEST_F(Panel, TheLargerViewIsHeardInstead) {
+    openPanel();
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return label(2) == "1 Half        "; }));
+    QTest::mouseClick(window->findChild<SlotPicture*>("picture2"), Qt::LeftButton);
+    press(3);
+    panel = dialog<QFileDialog>();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return listen()->isEnabled(); }));
+    listen()->click();
+    EXPECT_TRUE(isHeard({0})) << "nothing is selected";
+    auto* view = dialog<IRWindow>();
+    QTest::keyClick(view, Qt::Key_L);
+    EXPECT_TRUE(isHeard({0, 0.5}));
+    EXPECT_FALSE(listen()->isChecked());
+    EXPECT_TRUE(view->findChild<QPushButton*>("listen")->isChecked());
+    view->close();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] { return sound.device->use([&] { return sound.device->stops == 1; }); }));
+}
+
+} // namespace
+} // namespace cabslot::testing
