@@ -30,12 +30,12 @@ protected:
 };
 
 TEST_F(Flows, ImportShowsTheNameThePedalStoresTheBlock) {
-    std::string printedAtFirstSecond;
+    std::optional<std::string> printedAtFirstSecond;
     bool armedDuringUpload = false;
     pause = [&](std::chrono::milliseconds) {
         if (isInportIR == 1)
             armedDuringUpload |= CheckMCUInportIR_Finish == 1;
-        else if (printedAtFirstSecond.empty()) {
+        else if (!printedAtFirstSecond) {
             printedAtFirstSecond = ::testing::internal::GetCapturedStdout();
             ::testing::internal::CaptureStdout();
         }
