@@ -22,6 +22,11 @@ IRSummary summaryOf(const QNIRFile& file, const Block& block, const std::string&
     return {name, originText(file), framesText(facts), samples, findingsOf(samples, facts)};
 }
 
+IRSummary summaryOf(const Block& block, const std::string& name, const std::string& origin) {
+    const Samples samples = samplesOf(block);
+    return {name, origin, {}, samples, findingsOf(samples, FileFacts{})};
+}
+
 std::string levelsText(const Samples& samples) {
     if (peakOf(samples) == 0)
         return "silent";

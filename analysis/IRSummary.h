@@ -19,6 +19,9 @@ struct IRSummary {
 /// `block` is what `file`, which must be loaded, was converted into.
 IRSummary summaryOf(const QNIRFile& file, const Block& block, const std::string& name);
 
+/// The same where the file is not at hand: only what the block itself tells is said.
+IRSummary summaryOf(const Block& block, const std::string& name, const std::string& origin);
+
 /// The two levels in words.
 std::string levelsText(const Samples& samples);
 

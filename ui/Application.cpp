@@ -37,13 +37,14 @@ bool hasDisplay() {
            qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
 }
 
-int runWindow(int argc, char** argv, HIDManager& manager) {
+int runWindow(int argc, char** argv, HIDManager& manager, const std::string& pedal) {
     QApplication::setStyle("Fusion"); // what the style sheet builds on; the palette stays as it is
     const QApplication application(argc, argv);
     QApplication::setApplicationDisplayName("Cabslot");
     QApplication::setDesktopFileName(desktopEntry);
     MainWindow window;
-    AppDelegate delegate({.manager = manager, .bundle = bundlePath(), .endProcess = endProcess});
+    AppDelegate delegate(
+        {.manager = manager, .bundle = bundlePath(), .pedal = pedal, .endProcess = endProcess});
     delegate.window = &window;
     QObject::connect(&application, &QApplication::lastWindowClosed, &delegate,
                      &AppDelegate::applicationShouldTerminateAfterLastWindowClosed);
@@ -72,7 +73,7 @@ int runApplication(int argc, char** argv) {
         return noDisplay;
     }
     const auto manager = makeHIDManager(pedal);
-    return runWindow(argc, argv, *manager);
+    return runWindow(argc, argv, *manager, pedal);
 }
 
 } // namespace cabslot

@@ -56,10 +56,8 @@ QPushButton:disabled, QPushButton[role="secondary"]:disabled { background: trans
     color: %disabled; }
 QPushButton:focus { border: 2px solid %accent; margin: 0px; }
 
-QMessageBox { background: %window; border: 1px solid %edge; border-top: none;
-    border-bottom-left-radius: 10px; border-bottom-right-radius: 10px; }
-QMessageBox QLabel#qt_msgbox_label { font-weight: 600; min-width: 340px; }
-QMessageBox QLabel#qt_msgbox_informativelabel, QLabel[role="reason"] { min-width: 340px; }
+QDialog[role="alert"] { background: %window; border: 1px solid %edge; border-top: none; }
+QLabel[role="alertTitle"] { font-weight: 600; }
 )";
 
 } // namespace

@@ -3,13 +3,15 @@
 
 #include "base/VisibleText.h"
 #include "device/SharedState.h"
-#include "ui/Alerts.h"
+#include "ui/Alert.h"
 #include "ui/Fatal.h"
 #include "ui/Look.h"
 #include "ui/SlotPicture.h"
 #include "ui/SlotRow.h"
 #include "ui_RootViewController.h"
 
+#include <QDateTime>
+#include <QLocale>
 #include <QShortcut>
 
 #include <cstdio>
@@ -22,13 +24,28 @@ namespace {
 // The third has no blank, unlike defaultSlotName(): users know the window so.
 const QStringList defaultNames = {"User 1", "User 2", "User3", "User 4"};
 
+void complain(const std::string& line) {
+    std::fprintf(stderr, "cabslot: %s\n", line.c_str());
+}
+
+// Such as "Loaded from here on 3 May".
+QString rememberedText(const SlotRecord& record) {
+    const QDate day = QDateTime::fromSecsSinceEpoch(record.time.time_since_epoch().count()).date();
+    const bool thisYear = day.year() == QDate::currentDate().year();
+    return (record.source.empty() ? "Cleared" : "Loaded") + QString(" from here on ") +
+           QLocale::c().toString(day, thisYear ? "d MMM" : "d MMM yyyy");
+}
+
 const QString ready = "Load a WAV file into a slot, or drop one on it.";
 
 } // namespace
 
 RootViewController::RootViewController(Surroundings surroundings)
     : surroundings_(std::move(surroundings)), listening_(surroundings_.sound, surroundings_.bundle),
-      hidClass(surroundings_.manager) {}
+      hidClass(surroundings_.manager) {
+    if (!surroundings_.pedal.empty())
+        memory_.emplace(surroundings_.pedal, complain);
+}
 
 RootViewController::~RootViewController() = default;
 
@@ -112,10 +129,38 @@ void RootViewController::react() {
 }
 
 void RootViewController::showSlotNames() {
-    for (std::size_t i = 0; i < slotCount; ++i)
-        labelOf(static_cast<std::int64_t>(i) + 1).setText(QString::fromStdString(IRNameArr.at(i)));
+    for (std::size_t i = 0; i < slotCount; ++i) {
+        const auto index = static_cast<std::int64_t>(i) + 1;
+        labelOf(index).setText(QString::fromStdString(IRNameArr.at(i)));
+        showRemembered(index);
+    }
     showReady();
     updateControls();
+}
+
+// The protocol cannot ask what a slot holds. A slot that still has the name it was given from here
+// most likely holds the IR that it was given with it.
+void RootViewController::showRemembered(std::int64_t index) {
+    if (!memory_)
+        return;
+    const auto slot = static_cast<std::uint32_t>(index);
+    SlotRow& row = unwrapped(rowOf(index));
+    const auto record = memory_->recall(slot, IRNameArr.at(slot - 1));
+    row.setDetail(record ? rememberedText(*record) : QString());
+    if (!record)
+        return row.picture()->clear();
+    row.picture()->setSummary(
+        summaryOf(record->block, record->name, rememberedText(*record).toStdString()));
+}
+
+void RootViewController::remember(std::int64_t index, const UploadResult& result,
+                                  const QString& path) {
+    if (!memory_ || result.end != UploadEnd::confirmed)
+        return unwrapped(rowOf(index)).setDetail({});
+    const auto slot = static_cast<std::uint32_t>(index);
+    const SlotRecord record = recordOfUpload(slot, path.toStdString());
+    memory_->remember(slot, record);
+    unwrapped(rowOf(index)).setDetail(rememberedText(record));
 }
 
 void RootViewController::tellDisconnect() {
@@ -125,8 +170,9 @@ void RootViewController::tellDisconnect() {
     disconnected_ = true;
     updateControls();
     QWidget& mainWindow = unwrapped(view_ == nullptr ? nullptr : view_->window());
-    runModal(*makeAlert(mainWindow, "Disconnect! Please try again after connecting.", "Ok",
-                        why.empty() ? QString() : problem_));
+    auto* alert = new Alert(mainWindow, "Disconnect! Please try again after connecting.", "Ok",
+                            why.empty() ? QString() : problem_);
+    alert->runModal();
     surroundings_.endProcess(0);
 }
 

@@ -6,6 +6,7 @@
 
 #include "device/HIDClass.h"
 #include "device/SlotTexts.h"
+#include "memory/SlotMemory.h"
 #include "ui/BusyWait.h"
 #include "ui/Listening.h"
 #include "ui/MainQueue.h"
@@ -13,7 +14,6 @@
 
 #include <QLabel>
 #include <QList>
-#include <QMessageBox>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -22,6 +22,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace Ui {
@@ -30,12 +31,14 @@ class RootViewController;
 
 namespace cabslot {
 
+class Alert;
 class SlotRow;
 
 /// What the main view needs from around it.
 struct Surroundings {
-    HIDManager& manager;                        ///< outlives the view
-    std::string bundle;                         ///< the bundle's path, for the blank IR
+    HIDManager& manager; ///< outlives the view
+    std::string bundle;  ///< the bundle's path, for the blank IR
+    std::string pedal{}; ///< as --pedal takes it: whose slots are remembered; empty: none are
     std::function<void(int status)> endProcess; ///< ends the process at once
     BusyWait::Pause pause = BusyWait::paintFor; ///< passes a second between two polls
     Listener::Load sound = installedSound;      ///< what IRs are listened to with
@@ -98,6 +101,8 @@ private:
     UploadResult uploadSlot(std::int64_t index, BusyWait::Counter counter, const Upload& upload);
     void setUploading(std::int64_t index, bool uploading);
     void showPicture(std::int64_t index, const QNIRFile& file);
+    void remember(std::int64_t index, const UploadResult& result, const QString& path);
+    void showRemembered(std::int64_t index);
     void showProgress(std::int64_t index, const BusyWait::State& state);
     void tellEnd(const UploadResult& result, const QString& done);
     void refuse(const QString& why);
@@ -110,12 +115,13 @@ private:
     QPointer<QWidget> view_;
     MainQueue mainQueue_;
     Listening listening_;
+    std::optional<SlotMemory> memory_;
     std::array<SlotRow*, slotCount> rows_{};
     bool uploading_ = false;
-    QPointer<QMessageBox> sheet_; ///< while one is open
-    bool disconnected_ = false;   ///< the disconnect alert is open
-    QString series_;              ///< "2 of 3: " while several files are loaded
-    QString problem_;             ///< the last reason shown, for the sheet that follows
+    QPointer<Alert> sheet_;     ///< while one is open
+    bool disconnected_ = false; ///< the disconnect alert is open
+    QString series_;            ///< "2 of 3: " while several files are loaded
+    QString problem_;           ///< the last reason shown, for the sheet that follows
 
 public:
     /// The device link. It is declared last and so destroyed first, since its thread uses the queue

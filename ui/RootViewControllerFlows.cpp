@@ -5,7 +5,7 @@
 #include "device/DeviceCommands.h"
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
-#include "ui/Alerts.h"
+#include "ui/Alert.h"
 #include "ui/Fatal.h"
 #include "ui/OpenPanel.h"
 #include "ui/SlotPicture.h"
@@ -118,6 +118,7 @@ bool RootViewController::importFile(std::int64_t index, const QString& path) {
         alterIRError(fileError);
         return false;
     }
+    remember(index, result, path);
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
     labelOf(index).setText(name);
     tellEnd(result, "“" + name.trimmed() + "” is in " + slotName(index) + ".");
@@ -153,6 +154,7 @@ void RootViewController::delIR(std::int64_t index) {
                QString::fromStdString(result.whyRefused));
         return alterIRError("Error");
     }
+    remember(index, result, {});
     // The view's own default name, not the pedal's: "User3" has no blank.
     labelOf(index).setText(IRName.at(index - 1));
     tellEnd(result, slotName(index) + " is cleared.");
@@ -160,14 +162,14 @@ void RootViewController::delIR(std::int64_t index) {
 
 void RootViewController::alterIRError(const QString& hitString) {
     QWidget& mainWindow = unwrapped(view_ == nullptr ? nullptr : view_->window());
-    sheet_ = makeAlert(mainWindow, hitString, "Cancel", problem_);
+    sheet_ = new Alert(mainWindow, hitString, "Cancel", problem_);
     problem_.clear();
     updateControls();
     connect(sheet_, &QDialog::finished, this, [this] {
         sheet_ = nullptr;
         updateControls();
     });
-    openSheet(*sheet_);
+    sheet_->openAsSheet();
 }
 
 // What an upload has around it: nothing else happens meanwhile, and what was wanted meanwhile is

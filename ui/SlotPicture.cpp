@@ -21,12 +21,18 @@ constexpr double focusWidth = 2;
 
 SlotPicture::SlotPicture(QWidget* parent) : QAbstractButton(parent) {
     setFixedSize(pictureSize);
-    setEnabled(false);
     setFocusPolicy(Qt::TabFocus); // the focus is marked for those who use keys
     setAttribute(Qt::WA_Hover);
+    connect(this, &QAbstractButton::clicked, this, &SlotPicture::openView);
+    clear();
+}
+
+void SlotPicture::clear() {
+    summary_.reset();
     setToolTip("The pedal does not tell what it holds, and nothing was loaded from here");
     setAccessibleDescription(toolTip());
-    connect(this, &QAbstractButton::clicked, this, &SlotPicture::openView);
+    setEnabled(false);
+    update();
 }
 
 void SlotPicture::setSummary(IRSummary summary) {

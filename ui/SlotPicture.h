@@ -28,7 +28,9 @@ public:
 
     /// From now on `summary` is shown, also in the larger view if that is open.
     void setSummary(IRSummary summary);
-    bool hasSummary() const { return summary_.has_value(); }
+
+    /// From now on nothing is known of the slot.
+    void clear();
 
     QSize sizeHint() const override;
 

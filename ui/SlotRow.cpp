@@ -11,6 +11,8 @@
 #include <QHBoxLayout>
 #include <QMimeData>
 
+#include <algorithm>
+
 namespace cabslot {
 
 namespace {
@@ -35,7 +37,9 @@ SlotRow::SlotRow(QWidget* parent)
     number_->setAlignment(Qt::AlignCenter);
     name_->setText("…");
     name_->setFont(nameFont());
-    name_->setMinimumWidth(QFontMetrics(nameFont()).horizontalAdvance(QString(nameColumns, 'M')));
+    name_->setMinimumWidth(std::max(
+        QFontMetrics(nameFont()).horizontalAdvance(QString(nameColumns, 'M')),
+        QFontMetrics(detailFont()).horizontalAdvance("Cleared from here on 30 Nov 2000 ")));
     detail_->setFont(detailFont());
     detail_->hide();
     add_->setIcon(glyphIcon(Glyph::load));

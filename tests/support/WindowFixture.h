@@ -8,12 +8,12 @@
 
 #include "platform/SocketHIDManager.h"
 #include "simulator/server/PedalServer.h"
+#include "ui/Alert.h"
 #include "ui/AppDelegate.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFileDialog>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 
@@ -66,6 +66,7 @@ protected:
         delegate = std::make_unique<AppDelegate>(
             Surroundings{.manager = *manager,
                          .bundle = folder.path("bundle"),
+                         .pedal = pedalName,
                          .endProcess = [this](int status) { ended.push_back(status); },
                          .pause = [this](std::chrono::milliseconds time) { pause(time); },
                          .sound = [this](std::string&) { return &sound; }});
@@ -105,7 +106,7 @@ protected:
         return open;
     }
 
-    /// Answers the open panel with `path`, then lets the road run.
+    /// Answers the open panel with `path`, then lets the upload run.
     void choose(const std::string& path) {
         auto* panel = dialog<QFileDialog>();
         ASSERT_NE(panel, nullptr);
@@ -114,26 +115,21 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    struct Alert {
-        QString title, detail;
-        QStringList buttons;
-        QMessageBox::Icon icon;
+    struct Shown {
+        QString title, detail, button;
         Qt::WindowModality modality;
     };
-    static Alert read(const QMessageBox& box) {
-        QStringList buttons;
-        for (const auto* each : box.buttons())
-            buttons << each->text();
-        return {box.text(), box.informativeText(), buttons, box.icon(), box.windowModality()};
+    static Shown read(const cabslot::Alert& alert) {
+        return {alert.title(), alert.detail(), alert.button()->text(), alert.windowModality()};
     }
 
     /// Presses "Ok" on each disconnect alert as soon as it stands, and keeps what it said.
     void answerDisconnects() {
         QTimer::singleShot(1, window.get(), [this] {
             answerDisconnects();
-            if (auto* box = dialog<QMessageBox>()) {
+            if (auto* box = dialog<cabslot::Alert>()) {
                 said.push_back(read(*box));
-                QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
+                QTest::mouseClick(box->button(), Qt::LeftButton);
             }
         });
     }
@@ -147,6 +143,7 @@ public:
     static std::function<void(HIDClass&)> duringOpenDevice;
 
 protected:
+    std::string pedalName{}; ///< whose slots are remembered; none are
     FakeLibrary sound;
     std::unique_ptr<HIDManager> manager;
     TempFolder folder;
@@ -155,7 +152,7 @@ protected:
     std::thread pedalThread;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<AppDelegate> delegate;
-    std::vector<Alert> said; ///< the disconnect alerts
+    std::vector<Shown> said; ///< the disconnect alerts
     std::vector<int> ended;  ///< the statuses the process would have ended with
     /// What a poll's second is in a test: some time for the pedal, and the event loop runs.
     std::function<void(std::chrono::milliseconds)> pause = [](std::chrono::milliseconds) {

@@ -16,27 +16,26 @@ const QString fileError = "File Error!! Please check the file or file name for e
 class Flows : public WindowFixture {
 protected:
     void expectErrorSheet(const QString& detail) {
-        auto* box = dialog<QMessageBox>();
+        auto* box = dialog<cabslot::Alert>();
         ASSERT_NE(box, nullptr);
-        const Alert alert = read(*box);
+        const Shown alert = read(*box);
         EXPECT_EQ(alert.title, "Error");
         EXPECT_EQ(alert.detail, detail);
-        EXPECT_EQ(alert.buttons, QStringList{"Cancel"});
-        EXPECT_EQ(alert.icon, QMessageBox::Warning);
+        EXPECT_EQ(alert.button, "Cancel");
         EXPECT_EQ(alert.modality, Qt::WindowModal);
-        QTest::mouseClick(box->buttons().first(), Qt::LeftButton);
-        EXPECT_EQ(dialog<QMessageBox>(), nullptr);
+        QTest::mouseClick(box->button(), Qt::LeftButton);
+        EXPECT_EQ(dialog<cabslot::Alert>(), nullptr);
         EXPECT_EQ(isInportIR, 0);
     }
 };
 
 TEST_F(Flows, ImportShowsTheNameThePedalStoresTheBlock) {
-    std::string printedAtFirstSecond;
+    std::optional<std::string> printedAtFirstSecond;
     bool armedDuringUpload = false;
     pause = [&](std::chrono::milliseconds) {
         if (isInportIR == 1)
             armedDuringUpload |= CheckMCUInportIR_Finish == 1;
-        else if (printedAtFirstSecond.empty()) {
+        else if (!printedAtFirstSecond) {
             printedAtFirstSecond = ::testing::internal::GetCapturedStdout();
             ::testing::internal::CaptureStdout();
         }
@@ -108,7 +107,7 @@ TEST_F(Flows, DeleteWithoutABlankIR) {
     press(6);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "") << "samples are no reason to speak";
     EXPECT_EQ(status(), before);
-    EXPECT_EQ(dialog<QMessageBox>(), nullptr);
+    EXPECT_EQ(dialog<cabslot::Alert>(), nullptr);
     EXPECT_EQ(label(2), "User 2          ");
 }
 
@@ -189,7 +188,7 @@ TEST_F(Flows, APedalThatGoesDuringTheUploadIsToldOfAndTheAlertComesAfterIt) {
     EXPECT_EQ(said.size(), 1U);
 }
 
-// Everything that a person does during a road is thrown away, but for closing the window.
+// Everything that a person does during an upload is thrown away, but for closing the window.
 TEST_F(Flows, InputDuringTheUploadIsDroppedAndClosingIsHonouredAtItsEnd) {
     int polls = 0;
     pause = [&](std::chrono::milliseconds) {
@@ -229,8 +228,8 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
     const auto url = [](const std::string& path) {
         return QUrl::fromLocalFile(QString::fromStdString(path));
     };
-    emit row->filesDropped({url(wav("Room.WAV"))});
-    EXPECT_EQ(label(4), "Room.WAV      ");
+    emit row->filesDropped({url(wav("Deep.WAV"))});
+    EXPECT_EQ(label(4), "Deep.WAV      ");
 
     const auto slow = url(folder.write("Slow.wav", WavBuilder{.rate = 22050}.add(1).bytes()));
     const std::pair<QList<QUrl>, QString> refused[] = {
@@ -249,7 +248,7 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
     EXPECT_EQ(status().count("22050 Hz is not supported"), 2) << "each reason is told";
     expectErrorSheet(fileError);
     EXPECT_EQ(label(2), "User 2          ") << "none is sent unless all can be";
-    EXPECT_EQ(label(4), "Room.WAV      ");
+    EXPECT_EQ(label(4), "Deep.WAV      ");
 
     QStringList told;
     pause = [&](std::chrono::milliseconds) {
@@ -283,11 +282,12 @@ TEST_F(Flows, NothingStartsWithoutNamesOrBehindAnAlert) {
     tryAll();
     ::close(ends[0]);
     delegate.reset();
+    resetSharedState();
 
     open();
     root().alterIRError("Error");
     tryAll();
-    QTest::mouseClick(dialog<QMessageBox>()->buttons().first(), Qt::LeftButton);
+    QTest::mouseClick(dialog<cabslot::Alert>()->button(), Qt::LeftButton);
     EXPECT_TRUE(button(8)->isEnabled());
     root().hidClass.setKVOValue(deviceLost);
     bool tried = false;
@@ -309,6 +309,47 @@ TEST_F(Flows, KeysReachTheirSlots) {
     panel->reject();
     QTest::keyClick(window.get(), Qt::Key_4, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(label(4), "User 4");
+}
+
+TEST_F(Flows, APictureIsRememberedWhileThePedalHasTheNameOfIt) {
+    ::setenv("CABSLOT_STATE", folder.path("memory").c_str(), 1);
+    pedalName = "sim";
+    open();
+    press(2);
+    choose(wav());
+    press(7);
+    const auto start = [this] { // the window anew, on the same pedal
+        delegate.reset();
+        window.reset();
+        server->stop();
+        pedalThread.join();
+        resetSharedState();
+        open();
+    };
+    const auto picture = [this](int slot) {
+        return window->findChild<SlotPicture*>(QString("picture%1").arg(slot));
+    };
+    const auto says = [this](int slot, const QString& text) {
+        auto* row = window->findChild<SlotRow*>(QString("row%1").arg(slot));
+        return std::ranges::any_of(row->findChildren<QLabel*>(), [&](const QLabel* label) {
+            return label->isVisible() && label->text().startsWith(text);
+        });
+    };
+    start();
+    EXPECT_TRUE(picture(2)->isEnabled() && says(2, "Loaded from here on "));
+    EXPECT_TRUE(picture(2)->accessibleDescription().startsWith("Cab; peak -16.94"))
+        << picture(2)->accessibleDescription().toStdString();
+    EXPECT_TRUE(picture(3)->isEnabled() && says(3, "Cleared from here on "));
+    EXPECT_FALSE(picture(1)->isEnabled());
+
+    simulator::PedalSlot changed = store.slot(1);
+    changed.name.fill('x'); // somebody else has loaded this slot
+    std::string why;
+    ASSERT_TRUE(store.store(1, changed, why)) << why;
+    start();
+    EXPECT_FALSE(picture(2)->isEnabled() || says(2, "Loaded"));
+    EXPECT_TRUE(picture(3)->isEnabled());
+    ::unsetenv("CABSLOT_STATE");
 }
 
 TEST_F(Flows, WhatWasLoadedIsSeenInItsRowAndInAViewOfItsOwn) {

@@ -18,8 +18,7 @@ TEST_F(Window, WithoutAPedalTheAlertIsShownAndTheProcessEnds) {
     ASSERT_FALSE(said.empty());
     EXPECT_EQ(said[0].title, "Error");
     EXPECT_EQ(said[0].detail, "Disconnect! Please try again after connecting.");
-    EXPECT_EQ(said[0].buttons, QStringList{"Ok"});
-    EXPECT_EQ(said[0].icon, QMessageBox::Warning);
+    EXPECT_EQ(said[0].button, "Ok");
     EXPECT_EQ(said[0].modality, Qt::ApplicationModal);
     EXPECT_EQ(status(), "It is switched off.");
     EXPECT_EQ(label(1), "…") << "the form's own text";

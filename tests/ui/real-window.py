@@ -220,6 +220,7 @@ def tell_disconnect(folder):
 
 with tempfile.TemporaryDirectory() as home:
     os.environ["XDG_CONFIG_HOME"] = home
+    os.environ["CABSLOT_STATE"] = os.path.join(home, "memory")
     Atspi.init()
     for test in load_and_close, listen_with_the_keys, tell_disconnect:
         with tempfile.TemporaryDirectory() as own:
