@@ -243,7 +243,7 @@ def tone(path, seconds):
 
 
 def preview(folder):
-    section("The preview: 200 steps through a folder of 800 cabinets' IRs; PulseAudio, null  "
+    section("The preview: 200 steps through a folder of 800 cabinets' IRs; PulseAudio, null "
             "output")
     pack, phrase, socket = (os.path.join(folder, n) for n in ("800", "phrase.wav", "sound"))
     os.mkdir(pack)
