@@ -44,7 +44,7 @@ public:
         : QFileDialog(window, title), ir_(new IRView), listen_(new ListenBar(listening)) {
         setAttribute(Qt::WA_DeleteOnClose);
         setWindowModality(Qt::NonModal);
-        setOption(DontUseNativeDialog); // it has no room for the preview
+        setOption(DontUseNativeDialog); // it has no space for the preview
         setFileMode(ExistingFile);
         setNameFilter(onlyWav);
         setOption(HideNameFilterDetails);

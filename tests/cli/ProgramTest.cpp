@@ -191,7 +191,7 @@ TEST_F(Cabslotctl, WrongUsageIsNamed) {
         {{"load", "1", "x.wav", "2", "y.wav", "1", "z.wav"}, "slot 1 is named twice"},
         {{"clear", "3", "1", "3"}, "slot 3 is named twice"},
         {{"clear"}, "SLOT (or --all) is required"},
-        {{"clear", "1", "--all"}, "--all stands for all four slots"},
+        {{"clear", "1", "--all"}, "give either slots or --all"},
         {{"list", "--timeout", "-1"}, "--timeout"},
         {{"inspect", wav(), "--block", "/nonexistent/block"}, "/nonexistent/block"},
         {{"inspect", wav(), "--plot", "x.gif"}, "x.gif: a plot's name must end with .svg"},
