@@ -2,7 +2,6 @@
 
 #include "audition/sound/Convolver.h"
 #include "audition/sound/Loudness.h"
-#include "base/PathText.h"
 
 #include <sndfile.h>
 #include <soxr.h>
@@ -85,7 +84,7 @@ private:
 
 PhraseSamples readPhrase(const std::string& path) {
     std::error_code unknown;
-    const auto status = std::filesystem::status(pathOf(path), unknown);
+    const auto status = std::filesystem::status(path, unknown);
     if (!std::filesystem::exists(status))
         return refused("there is no such file");
     if (!std::filesystem::is_regular_file(status)) // opening a pipe would wait for a writer

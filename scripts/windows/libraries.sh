@@ -87,3 +87,12 @@ build_qt() {
         -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake -DFEATURE_optimize_size=ON \
         -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF -DINPUT_opengl=no $off
 }
+
+# build_cabslot WITH-QT: with nothing there, the libraries, cabslotctl and the tests alone.
+build_cabslot() {
+    say "building cabslot"
+    cmake -S . -B "$windows/cabslot" -G Ninja --log-level=WARNING -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCABSLOT_WINDOW="$([ -n "$1" ] && echo ON || echo OFF)" \
+        -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake >&2
+    cmake --build "$windows/cabslot" -j "$jobs" >&2
+}

@@ -46,6 +46,7 @@ hid_device_info* listed(const std::string& path, const FakeNode& node, hid_devic
 } // namespace
 } // namespace cabslot::testing
 
+using cabslot::testing::Bytes;
 using cabslot::testing::bus;
 
 int hid_init() {
@@ -165,7 +166,7 @@ TEST_F(UsbManager, ReportsPassWholeAndBehindAZeroByte) {
     Bytes expected(65, 0);
     expected[1] = 63;
     expected[2] = 9;
-    EXPECT_EQ(bus.nodes["a"].written, std::vector{expected});
+    EXPECT_EQ(bus.nodes["a"].written, std::vector<Bytes>{expected});
 }
 
 TEST_F(UsbManager, FiveFailuresInARowLoseADeviceAndFourDoNot) {
