@@ -46,8 +46,8 @@ hid_device_info* listed(const std::string& path, const FakeNode& node, hid_devic
 } // namespace
 } // namespace cabslot::testing
 
-using cabslot::testing::Bytes;
 using cabslot::testing::bus;
+using cabslot::testing::Bytes;
 
 int hid_init() {
     return bus.starts ? 0 : -1;
