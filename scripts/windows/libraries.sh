@@ -96,3 +96,13 @@ build_cabslot() {
         -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake >&2
     cmake --build "$windows/cabslot" -j "$jobs" >&2
 }
+
+# The installer and the zip, into build/windows.
+package() {
+    version=$(sed -n 's/^project(Cabslot VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+    for pair in NSIS:setup ZIP:windows; do
+        (cd "$windows/cabslot" && cpack -G "${pair%:*}" -B "$windows/packages" \
+            -D CPACK_PACKAGE_FILE_NAME="cabslot-$version-${pair#*:}" >&2)
+    done
+    ls -l "$windows/packages"/cabslot-"$version"-*.* >&2
+}
