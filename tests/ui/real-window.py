@@ -142,9 +142,18 @@ def load_and_close(folder):
     for slot in range(1, 5):
         wait_for(f"the name of slot {slot}", lambda: label(f"User {slot}          "))
 
-    click("Load a WAV into User 2")
-    wait_for("the open panel", lambda: find("Load a WAV into User 2", Atspi.Role.DIALOG)
-             or find("File name:", Atspi.Role.LABEL))
+    def panel():
+        return (find("Load a WAV into User 2", Atspi.Role.DIALOG)
+                or find("File name:", Atspi.Role.LABEL))
+
+    def panel_by_click():
+        click("Load a WAV into User 2")  # lost when the window manager moves the window just then
+        end = time.monotonic() + 5
+        while time.monotonic() < end and not panel():
+            time.sleep(0.1)
+        return panel()
+
+    wait_for("the open panel", panel_by_click)
     time.sleep(0.5)  # the window manager gives the panel the keyboard
     xdotool("type", "--delay", 5, WAV)
     xdotool("key", "Return")
