@@ -2,7 +2,7 @@
 
 #include "analysis/Words.h"
 #include "audition/LoadSound.h"
-#include "audition/SoundFile.h"
+#include "irfile/SoundFile.h"
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
 #include "cli/Playback.h"
