@@ -18,7 +18,7 @@ constexpr int responseSpan = 60;        // dB
 constexpr int responseStep = 10;        // dB
 constexpr double headroom = 3;          // dB, above the highest place
 
-// Room around the curve, in text sizes.
+// Space around the curve, in text sizes.
 constexpr double roomLeft = 4.2;
 constexpr double roomRight = 3.6;
 constexpr double roomAbove = 2.4;

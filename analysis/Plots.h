@@ -1,4 +1,4 @@
-// How an IR is laid out as a picture. The size of the text decides how much room it gets.
+// How an IR is laid out as a picture. The size of the text decides how much space it gets.
 #pragma once
 
 #include "analysis/IRSummary.h"
@@ -17,7 +17,7 @@ struct PlotSize {
 inline constexpr double narrowestPlot = 32;
 inline constexpr double lowestPlot = 14;
 
-/// The waveform alone, as high as the room is: of the shape, not of the level. Only what is below
+/// The waveform alone, as high as the picture: of the shape, not of the level. Only what is below
 /// -60 dBFS is drawn lower.
 Picture thumbnail(const Samples& samples, double width, double height);
 

@@ -1,6 +1,5 @@
 #include "audition/Listener.h"
 
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
@@ -48,8 +47,6 @@ public:
         return status_;
     }
 
-    unsigned changes() const { return changes_; }
-
     void run() {
         for (Wishes wishes = nextWishes(); !wishes.ends; wishes = nextWishes())
             fulfil(wishes);
@@ -93,7 +90,6 @@ private:
                 giveUp({State::ready, "Listening has stopped: " + why, {}});
         if (playing_ && renderCount_ != wishes.renderCount)
             render(wishes);
-        changes_ = player_ ? player_->changes() : 0;
     }
 
     /// Loads what is needed and looks for a device.
@@ -192,8 +188,6 @@ private:
     bool hasEnded_ = false;
     Status status_;
 
-    std::atomic<unsigned> changes_ = 0;
-
     // The thread's own.
     SoundLibrary* library_ = nullptr;
     std::unique_ptr<Player> player_;
@@ -251,10 +245,6 @@ void Listener::setIR(const std::optional<Samples>& ir) {
 
 Listener::Status Listener::status() const {
     return worker_->status();
-}
-
-unsigned Listener::changes() const {
-    return worker_->changes();
 }
 
 } // namespace cabslot

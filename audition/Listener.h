@@ -46,9 +46,6 @@ public:
 
     Status status() const;
 
-    /// How many IRs have begun to sound, for measuring.
-    unsigned changes() const;
-
 private:
     class Worker;
 

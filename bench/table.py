@@ -15,6 +15,7 @@ import subprocess
 import sys
 import tempfile
 import time
+import wave
 from collections import defaultdict
 
 build, output = sys.argv[1], sys.argv[2]
@@ -232,6 +233,46 @@ def window(folder):
     row("processor while idle, both timers running", idle, " %", "under 1 % of a core", idle < 1)
 
 
+# --- The preview -------------------------------------------------------------------------------
+
+
+def tone(path, seconds):
+    with wave.open(path, "wb") as file:
+        file.setparams((1, 2, 44100, 0, "NONE", ""))
+        file.writeframes(bytes(i * 37 % 251 for i in range(2 * 44100 * seconds)))
+
+
+def preview(folder):
+    section("The preview: 200 steps through a folder of 800 cabinets' IRs; PulseAudio, null "
+            "output")
+    pack, phrase, socket = (os.path.join(folder, n) for n in ("800", "phrase.wav", "sound"))
+    os.mkdir(pack)
+    with open(demo, "rb") as file:
+        whole = file.read()
+    for i in range(800):
+        with open(os.path.join(pack, f"{i}.wav"), "wb") as file:
+            file.write(whole[:44] + struct.pack("<I", i) + whole[48:])
+    tone(phrase, 10)
+    os.environ.update(PULSE_RUNTIME_PATH=folder, PULSE_SERVER=f"unix:{socket}")
+    server = subprocess.Popen(
+        ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+         "--log-level=0", "-L", "module-null-sink rate=44100", "-L",
+         f"module-native-protocol-unix auth-anonymous=1 socket={socket}"])
+    try:
+        while not os.path.exists(socket):
+            time.sleep(0.05)
+        found = figures(run(program("bench_preview"), build, pack, phrase, "200"))
+    finally:
+        server.kill()
+        server.wait()
+    for what, name, goal in (("from the key to the painted preview", "painted", 30),
+                             ("from the key to the new IR's first sample", "heard", 50),
+                             ("a ten-second phrase through an IR, its level matched", "rendered", 15)):
+        times = firsts(found[name])
+        row(f"99 % of them: {what}", percentile(times, 0.99), " ms", f"{goal} ms or less",
+            percentile(times, 0.99) <= goal, f"median {statistics.median(times):.2f} ms")
+
+
 # --- The table ---------------------------------------------------------------------------------
 
 
@@ -267,4 +308,5 @@ with tempfile.TemporaryDirectory() as work:
     packs(work)
     wire()
     window(work)
+    preview(work)
 write()

@@ -9,10 +9,10 @@ namespace cabslot {
 ClearCommand::ClearCommand(CLI::App& app, PedalOptions& pedal)
     : SlotCommand(app, pedal, "clear", "Clear slots: silence, under their default names") {
     subcommand()
-        .add_option("SLOT", slots_, "The user slots, 1 to 4")
+        .add_option("SLOT", slots_, "The user slots, " + slotNumbers())
         ->type_name("")
         ->check(whyNoSlot);
-    subcommand().add_flag("--all", all_, "Clear all four slots");
+    subcommand().add_flag("--all", all_, "Clear all slots");
     subcommand().callback([this] { checkUsage(); });
 }
 
@@ -20,7 +20,7 @@ void ClearCommand::checkUsage() {
     if (slots_.empty() && !all_)
         throw CLI::RequiredError("SLOT (or --all)");
     if (!slots_.empty() && all_)
-        throw CLI::ValidationError("--all stands for all four slots; name none beside it");
+        throw CLI::ValidationError("give either slots or --all");
     rejectRepeatedSlot(slots_);
     if (all_) {
         slots_.resize(slotCount);

@@ -7,7 +7,7 @@ namespace cabslot {
 LoadCommand::LoadCommand(CLI::App& app, PedalOptions& pedal)
     : SlotCommand(app, pedal, "load", "Load impulse responses into slots") {
     subcommand()
-        .add_option("SLOT", slot_, "The user slot, 1 to 4")
+        .add_option("SLOT", slot_, "The user slot, " + slotNumbers())
         ->required()
         ->type_name("")
         ->check(whyNoSlot);
@@ -25,7 +25,7 @@ LoadCommand::LoadCommand(CLI::App& app, PedalOptions& pedal)
 std::vector<LoadCommand::Pair> LoadCommand::pairs() const {
     std::vector<Pair> all = {{slot_, file_}};
     for (std::size_t i = 0; i + 1 < more_.size(); i += 2)
-        all.push_back({static_cast<std::uint32_t>(more_[i][0] - '0'), more_[i + 1]});
+        all.push_back({static_cast<std::uint32_t>(std::stoul(more_[i])), more_[i + 1]});
     return all;
 }
 

@@ -24,8 +24,8 @@ public:
     explicit PedalSession(const PedalOptions& options) : options_(options) {}
     ~PedalSession();
 
-    /// Starts the link and waits for the pedal's names and flags. Anything but `done`: it is no
-    /// use.
+    /// Starts the link and waits for the pedal's names and flags. Anything but `done`: the
+    /// session cannot be used.
     ExitStatus connect();
 
     /// The pedal is gone.
@@ -43,7 +43,8 @@ private:
     std::atomic<bool> dataReceived_{false};
     std::atomic<bool> lost_{false};
     std::unique_ptr<HIDManager> manager_;
-    std::unique_ptr<HIDClass> link_; // last: it goes first, and its thread uses all of the above
+    std::unique_ptr<HIDClass>
+        link_; // last, so that it is destroyed first: its thread uses all of the above
 };
 
 } // namespace cabslot

@@ -111,9 +111,16 @@ SlotCommand::SlotCommand(CLI::App& app, PedalOptions& pedal, const std::string& 
                "How long to wait for the pedal to confirm, for each slot");
 }
 
+std::string SlotCommand::slotNumbers() {
+    return "1 to " + std::to_string(slotCount);
+}
+
 std::string SlotCommand::whyNoSlot(const std::string& slot) {
-    const bool known = slot.size() == 1 && slot[0] >= '1' && slot[0] <= '4';
-    return known ? std::string{} : "there is no slot " + slot + "; there are 1 to 4";
+    for (std::size_t known = 1; known <= slotCount; ++known) {
+        if (slot == std::to_string(known))
+            return {};
+    }
+    return "there is no slot " + slot + "; there are " + slotNumbers();
 }
 
 void SlotCommand::rejectRepeatedSlot(std::vector<std::uint32_t> slots) {

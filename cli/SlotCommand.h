@@ -25,7 +25,10 @@ protected:
     SlotCommand(CLI::App& app, PedalOptions& pedal, const std::string& name,
                 const std::string& description);
 
-    /// A check for an option's value: empty for "1" to "4", else what is wrong.
+    /// "1 to 4"
+    static std::string slotNumbers();
+
+    /// A check for an option's value: empty for the number of a slot, else what is wrong.
     static std::string whyNoSlot(const std::string& slot);
 
     /// Ends the parsing with what is wrong when a slot is there twice.

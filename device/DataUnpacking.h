@@ -36,7 +36,7 @@ void DUP_UnpackCASE6(); ///< resync: looks for the next AA behind the first byte
 extern const std::array<void (*)(), 7> CaseFundList;
 
 /// Completes the frame with its CRC and sends it: 1 sent, 0 failed. `frame` holds sync, L, command
-/// and payload and has room for L + 6 bytes.
+/// and payload and is at least L + 6 bytes long.
 int SendUartCmd(std::uint8_t* frame);
 
 } // namespace cabslot

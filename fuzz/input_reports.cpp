@@ -75,8 +75,8 @@ void demandHandshake(const Bus& bus, const Bytes& report) {
     demand(isVersionTrue == (report[59] != 'A' || versionRight ? 1 : 0),
            "model A's version is compared, no other's");
     const auto& known = bus.link.deviceRefs();
-    if (!known.empty())
-        demand(known.at(static_cast<std::size_t>(deveiceIndex)) == HID_Device, "so is the index");
+    const auto found = std::find(known.begin(), known.end(), HID_Device) - known.begin();
+    demand(deveiceIndex == (found < std::ssize(known) ? found : -1), "so is the index");
     for (const auto& device : {bus.pedal, bus.other}) {
         const bool isKnown = std::find(known.begin(), known.end(), device) != known.end();
         demand(device->closed == (isKnown && device != HID_Device), "known others are closed");

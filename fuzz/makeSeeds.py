@@ -67,7 +67,7 @@ def ir_files():
 
 
 def names():
-    yield from (b"a", b"a.wav", b"a.wav.wav", b"a.wavb.wav", b"a.wav.bak", b"Room.WAV", b".wav",
+    yield from (b"a", b"a.wav", b"a.wav.wav", b"a.wavb.wav", b"a.wav.bak", b"Deep.WAV", b".wav",
                 b"", b".", b"..", b"a/b.wav", b"a\0b.wav", b"Cabinet_1960.wav", b"n" * 255,
                 b"n" * 256, b"\xcc\x81.wav", b"x\xe2\x82")  # the last begin, or end, inside a letter
     odd = "é e\u0301 \u0301 € 😀 \u00ad \u061c \u200b \u2066 \ufeff \x01 \x7f \U000e0041".split(" ")

@@ -6,7 +6,7 @@
 
 namespace cabslot {
 
-/// The file name up to its first ".wav": "/home/Room.wav" gives "Room", "Room.WAV" all of itself.
+/// The file name up to its first ".wav": "/irs/Deep.wav" gives "Deep", "Deep.WAV" all of itself.
 /// A file name that holds ".wav" more than once gives all of itself up to the end of the last one.
 std::string_view irNameFromPath(std::string_view path);
 

@@ -33,7 +33,6 @@ public:
 
     bool isOn(const QObject* who) const { return who_ == who; } ///< `who` is heard, or will be
     Listener::Status status() const { return listener_.status(); }
-    unsigned changes() const { return listener_.changes(); }
 
     enum class Choice { clean, driven, own };
     Choice phrase() const { return phrase_; }

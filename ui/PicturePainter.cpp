@@ -37,14 +37,22 @@ void draw(QPainter& painter, const Line& line, const QColor& colour) {
     painter.drawLine(QPointF(line.from.x, line.from.y), QPointF(line.to.x, line.to.y));
 }
 
+// The outline is drawn line by line: the outline of a curve that fills its area, as that of noise
+// does, crosses itself so often that one stroke of it would take ten times as long as all else.
 void draw(QPainter& painter, const Area& area, const QColor& colour) {
     QPolygonF polygon;
     polygon.reserve(static_cast<qsizetype>(area.corners.size()));
     for (const Spot& corner : area.corners)
         polygon.append({corner.x, corner.y});
-    painter.setPen(QPen(colour, area.outline, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(Qt::NoPen);
     painter.setBrush(colour);
     painter.drawPolygon(polygon, Qt::WindingFill);
+    QList<QLineF> lines;
+    lines.reserve(polygon.size());
+    for (qsizetype i = 0; i < polygon.size(); ++i)
+        lines.append({polygon[i], polygon[(i + 1) % polygon.size()]});
+    painter.setPen(QPen(colour, area.outline, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLines(lines);
 }
 
 void draw(QPainter& painter, const Text& text, const QColor& colour) {

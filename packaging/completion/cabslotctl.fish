@@ -78,7 +78,7 @@ for command in load clear
         -d 'Seconds to wait for the confirmation'
 end
 complete -c cabslotctl -n __cabslotctl_wants_slot -a '1 2 3 4' -d Slot
-complete -c cabslotctl -n '__cabslotctl_in clear' -l all -d 'Clear all four slots'
+complete -c cabslotctl -n '__cabslotctl_in clear' -l all -d 'Clear all slots'
 complete -c cabslotctl -n '__cabslotctl_in inspect' -l recursive -d 'Look into folders in a folder, too'
 complete -c cabslotctl -n '__cabslotctl_in inspect' -l block -r -F -d 'Write the 1024 points'
 complete -c cabslotctl -n '__cabslotctl_in inspect' -l plot -r -F -d 'Draw it as SVG'

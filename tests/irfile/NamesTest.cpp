@@ -60,9 +60,9 @@ TEST_F(Names, OfAWavFile) {
     EXPECT_EQ(sent(), "Cabinet_19" + nameEnd + nameEnd);
     EXPECT_EQ(IRNameArr.at(2), "Cabinet_19    ") << "the 0 byte shows nothing: 14 characters";
     EXPECT_EQ(IRNameArr.at(1), "");
-    open("Room.wav", WavBuilder{}.bytes());
+    open("Deep.wav", WavBuilder{}.bytes());
     file_.copyIRName(2);
-    EXPECT_EQ(sent(), "Roomnet_19" + nameEnd + nameEnd) << "the end of the one before stays";
+    EXPECT_EQ(sent(), "Deepnet_19" + nameEnd + nameEnd) << "the end of the one before stays";
 }
 
 TEST_F(Names, OfAClearedSlot) {
@@ -97,10 +97,10 @@ TEST_F(Names, FlagsAndCountsFollowTheFile) {
     EXPECT_FALSE(file_.setIrdataBuff()) << "there is no format to decode by";
     file_.setIsInteralIR(true);
 
-    open("Room.wav", WavBuilder{}.add(0x1234).bytes());
+    open("Deep.wav", WavBuilder{}.add(0x1234).bytes());
     record(0, "0");
     file_.copyIRName(0);
-    EXPECT_EQ(sent(), "Room0BT   " + nameEnd + nameEnd);
+    EXPECT_EQ(sent(), "Deep0BT   " + nameEnd + nameEnd);
     ASSERT_TRUE(file_.setIrdataBuff());
     EXPECT_EQ(irdatabuff[0], 0x123400u);
     EXPECT_EQ(irdatabuff[1], 0u);

@@ -131,8 +131,8 @@ TEST_F(PresetFile, SavingKeepsPermissionsAndLinks) {
 
 TEST_F(PresetFile, AFailedSaveLeavesTheOldFileAndNothingElse) {
     ASSERT_EQ(save(path_, 1), untouched);
-    for (const rlim_t room : {0U, 1000U}) {
-        const testing::FullDisk full(room);
+    for (const rlim_t space : {0U, 1000U}) {
+        const testing::FullDisk full(space);
         EXPECT_EQ(save(path_, 2), 8);
         EXPECT_EQ(save(folder_.path("new"), 2), 8);
     }

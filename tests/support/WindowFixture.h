@@ -106,7 +106,7 @@ protected:
         return open;
     }
 
-    /// Answers the open panel with `path`, then lets the road run.
+    /// Answers the open panel with `path`, then lets the upload run.
     void choose(const std::string& path) {
         auto* panel = dialog<QFileDialog>();
         ASSERT_NE(panel, nullptr);

@@ -30,12 +30,12 @@ protected:
 };
 
 TEST_F(Flows, ImportShowsTheNameThePedalStoresTheBlock) {
-    std::string printedAtFirstSecond;
+    std::optional<std::string> printedAtFirstSecond;
     bool armedDuringUpload = false;
     pause = [&](std::chrono::milliseconds) {
         if (isInportIR == 1)
             armedDuringUpload |= CheckMCUInportIR_Finish == 1;
-        else if (printedAtFirstSecond.empty()) {
+        else if (!printedAtFirstSecond) {
             printedAtFirstSecond = ::testing::internal::GetCapturedStdout();
             ::testing::internal::CaptureStdout();
         }
@@ -188,7 +188,7 @@ TEST_F(Flows, APedalThatGoesDuringTheUploadIsToldOfAndTheAlertComesAfterIt) {
     EXPECT_EQ(said.size(), 1U);
 }
 
-// Everything that a person does during a road is thrown away, but for closing the window.
+// Everything that a person does during an upload is thrown away, but for closing the window.
 TEST_F(Flows, InputDuringTheUploadIsDroppedAndClosingIsHonouredAtItsEnd) {
     int polls = 0;
     pause = [&](std::chrono::milliseconds) {
@@ -228,8 +228,8 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
     const auto url = [](const std::string& path) {
         return QUrl::fromLocalFile(QString::fromStdString(path));
     };
-    emit row->filesDropped({url(wav("Room.WAV"))});
-    EXPECT_EQ(label(4), "Room.WAV      ");
+    emit row->filesDropped({url(wav("Deep.WAV"))});
+    EXPECT_EQ(label(4), "Deep.WAV      ");
 
     const auto slow = url(folder.write("Slow.wav", WavBuilder{.rate = 22050}.add(1).bytes()));
     const std::pair<QList<QUrl>, QString> refused[] = {
@@ -248,7 +248,7 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
     EXPECT_EQ(status().count("22050 Hz is not supported"), 2) << "each reason is told";
     expectErrorSheet(fileError);
     EXPECT_EQ(label(2), "User 2          ") << "none is sent unless all can be";
-    EXPECT_EQ(label(4), "Room.WAV      ");
+    EXPECT_EQ(label(4), "Deep.WAV      ");
 
     QStringList told;
     pause = [&](std::chrono::milliseconds) {
