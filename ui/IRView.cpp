@@ -73,7 +73,7 @@ IRView::IRView(QWidget* parent) : QWidget(parent) {
     layout->setSpacing(spacing);
     name_ = makeLabel("irName", "name");
     name_->setFont(nameFont());
-    detail_ = makeLabel("irDetail", "status");
+    detail_ = makeLabel("irDetail", "detail");
     layout->addWidget(name_);
     layout->addWidget(detail_);
     card_ = new QFrame;

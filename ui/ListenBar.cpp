@@ -40,7 +40,7 @@ ListenBar::ListenBar(Listening& listening, QWidget* parent)
     asItIs_->setToolTip("Otherwise every IR is played equally loud, so that a louder one does not "
                         "seem better");
     words_->setObjectName("listenWords");
-    words_->setProperty("role", "status");
+    words_->setProperty("role", "detail");
     words_->setTextFormat(Qt::PlainText);
     words_->setWordWrap(true);
     words_->setMinimumHeight(words_->fontMetrics().lineSpacing()); // nothing moves when it speaks

@@ -20,9 +20,6 @@ class ListenerTest : public ::testing::Test {
 protected:
     ListenerTest() { listener.setPhrase("good"); }
 
-    bool becomes(State state) {
-        return eventually([&] { return listener.status().state == state; });
-    }
     bool isHeard(const std::vector<double>& what) {
         return eventually([&] { return device.use([&] { return device.heard == what; }); });
     }
@@ -58,49 +55,6 @@ TEST_F(ListenerTest, LoadsNothingBeforeItIsWanted) {
     EXPECT_EQ(listener.status().state, State::unknown);
     listener.listen(true);
     EXPECT_TRUE(isHeard({-1}));
-}
-
-TEST_F(ListenerTest, FollowsTheSelection) {
-    listener.listen(true);
-    ASSERT_TRUE(becomes(State::playing));
-    listener.setIR(ir(1));
-    ASSERT_TRUE(eventually([&] {
-        return device.use([&] { return !device.heard.empty() && device.heard.back() == 1; });
-    }));
-    device.use([&] { device.heard.clear(); });
-    listener.setIR(std::nullopt);
-    EXPECT_TRUE(isHeard({0}));
-    listener.setIR(ir(2));
-    EXPECT_TRUE(isHeard({0, 2}));
-    listener.listen(false);
-    EXPECT_TRUE(becomes(State::ready));
-    EXPECT_TRUE(eventually([&] { return device.use([&] { return device.stops == 1; }); }));
-    listener.setIR(ir(3)); // not heard: the switch is off
-    listener.listen(true);
-    EXPECT_TRUE(isHeard({0, 2, 3}));
-}
-
-TEST_F(ListenerTest, SaysWhyThereIsNoSoundAndLooksAgain) {
-    device.whyNone = "no device";
-    listener.look();
-    ASSERT_TRUE(becomes(State::unavailable));
-    EXPECT_EQ(listener.status().why, "Sound cannot be played: no device");
-    device.use([&] { device.whyNone = ""; });
-    listener.look();
-    EXPECT_TRUE(becomes(State::ready));
-}
-
-TEST_F(ListenerTest, ALostServerTurnsTheSwitchOff) {
-    listener.listen(true);
-    ASSERT_TRUE(becomes(State::playing));
-    device.use([&] { device.whyLost = "it is gone"; });
-    ASSERT_TRUE(becomes(State::ready));
-    EXPECT_EQ(listener.status().why, "Listening has stopped: it is gone");
-    device.use([&] { device.whyLost = ""; });
-    std::this_thread::sleep_for(20ms);
-    EXPECT_EQ(listener.status().state, State::ready); // it does not go on by itself
-    listener.listen(true);
-    EXPECT_TRUE(becomes(State::playing));
 }
 
 TEST_F(ListenerTest, ABadPhraseTurnsTheSwitchOff) {
