@@ -5,8 +5,11 @@
 
 namespace cabslot {
 
-/// The user's folder for state: $XDG_STATE_HOME, which is ~/.local/state unless set. Empty when
-/// neither that variable nor HOME is set.
+/// The user's folder for state, UTF-8. POSIX: $XDG_STATE_HOME, which is ~/.local/state unless set;
+/// Windows: %LOCALAPPDATA%. Empty when no variable names it.
 std::string userStateFolder();
+
+/// The environment variables to set when it is empty, for a message.
+std::string whatNamesStateFolder();
 
 } // namespace cabslot

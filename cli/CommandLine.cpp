@@ -8,6 +8,7 @@
 #include "cli/ListCommand.h"
 #include "cli/LoadCommand.h"
 #include "cli/PresetCommand.h"
+#include "cli/Terminal.h"
 #include "platform/PedalChoice.h"
 
 #include <CLI/App.hpp>
@@ -93,6 +94,7 @@ ExitStatus flushOutput(ExitStatus status) {
 } // namespace
 
 int runCommandLine(int argc, const char* const* argv) {
+    prepareStreams();
     CLI::App app(description, "cabslotctl");
     app.set_version_flag("--version", "cabslotctl " CABSLOT_VERSION, "Print the version and exit");
     app.set_help_flag("-h,--help", "Print this help message and exit");

@@ -1,8 +1,7 @@
 #include "cli/Console.h"
 
 #include "base/VisibleText.h"
-
-#include <unistd.h>
+#include "cli/Terminal.h"
 
 #include <atomic>
 #include <csignal>
@@ -17,6 +16,11 @@ static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler writes i
 
 constexpr const char* wipeLine = "\r\033[K";
 
+void seeInterrupt(int signal) {
+    std::signal(signal, seeInterrupt); // on Windows a handler is good for one signal
+    interruptSeen = true;
+}
+
 } // namespace
 
 void complain(const std::string& message) {
@@ -29,7 +33,7 @@ std::string shownName(const std::string& name) {
     return shown;
 }
 
-ProgressLine::ProgressLine() : onTerminal_(::isatty(STDERR_FILENO) == 1) {}
+ProgressLine::ProgressLine() : onTerminal_(standardErrorIsTerminal()) {}
 
 ProgressLine::~ProgressLine() {
     if (!shown_.empty())
@@ -46,7 +50,7 @@ void ProgressLine::show(const std::string& text) {
 
 void catchInterrupts() {
     for (const int signal : {SIGINT, SIGTERM})
-        std::signal(signal, [](int) { interruptSeen = true; });
+        std::signal(signal, seeInterrupt);
 }
 
 bool interrupted() {

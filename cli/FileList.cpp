@@ -1,5 +1,6 @@
 #include "cli/FileList.h"
 
+#include "base/PathText.h"
 #include "cli/Console.h"
 
 #include <algorithm>
@@ -33,16 +34,16 @@ void addFolder(FileList& list, const fs::path& folder, bool recursive) {
     std::error_code unknown;
     for (auto entry = fs::directory_iterator(folder, error); !error && entry != fs::end(entry);
          entry.increment(error)) {
-        const std::string name = entry->path().filename().string();
+        const std::string name = textOf(entry->path().filename());
         if (!entry->is_directory(unknown)) {
             if (isWavName(name))
-                list.paths.push_back(entry->path().string());
+                list.paths.push_back(textOf(entry->path()));
         } else if (recursive && !entry->is_symlink(unknown) && !name.starts_with('.')) {
             addFolder(list, entry->path(), recursive);
         }
     }
     if (error)
-        refuse(list, folder.string(), "the folder cannot be read: " + error.message());
+        refuse(list, textOf(folder), "the folder cannot be read: " + error.message());
 }
 
 } // namespace
@@ -51,12 +52,12 @@ FileList listFiles(const std::vector<std::string>& arguments, bool recursive) {
     FileList list;
     std::error_code unknown;
     for (const std::string& argument : arguments) {
-        if (!fs::is_directory(argument, unknown)) {
+        if (!fs::is_directory(pathOf(argument), unknown)) {
             list.paths.push_back(argument);
             continue;
         }
         const std::size_t before = list.paths.size();
-        addFolder(list, argument, recursive);
+        addFolder(list, pathOf(argument), recursive);
         if (list.complete && list.paths.size() == before)
             refuse(list, argument,
                    recursive ? "the folder and those below it hold no WAV files"

@@ -3,6 +3,7 @@
 #include "analysis/Plots.h"
 #include "analysis/Words.h"
 #include "base/LittleEndian.h"
+#include "base/PathText.h"
 #include "cli/Console.h"
 #include "cli/FileList.h"
 #include "cli/FileReport.h"
@@ -106,7 +107,7 @@ bool InspectCommand::writeFiles(const IRSummary& summary, const Block& block) co
 
 bool InspectCommand::isForOneFile() const {
     std::error_code unknown;
-    return files_.size() == 1 && !std::filesystem::is_directory(files_.front(), unknown);
+    return files_.size() == 1 && !std::filesystem::is_directory(pathOf(files_.front()), unknown);
 }
 
 void InspectCommand::checkUsage() const {

@@ -1,6 +1,7 @@
 #include "cli/OutputFile.h"
 
 #include "base/Files.h"
+#include "base/PathText.h"
 #include "base/SystemError.h"
 
 #include <cerrno>
@@ -15,7 +16,7 @@ namespace {
 /// Writes to what is there and is no regular file; returns why that failed, or an empty text.
 std::string writeTo(const std::string& path, std::span<const std::uint8_t> bytes) {
     errno = 0;
-    std::ofstream out(path, std::ios::binary);
+    std::ofstream out(pathOf(path), std::ios::binary);
     out.write(reinterpret_cast<const char*>(bytes.data()),
               static_cast<std::streamsize>(bytes.size()));
     out.close();
@@ -27,7 +28,7 @@ std::string writeTo(const std::string& path, std::span<const std::uint8_t> bytes
 bool writeOutputFile(const std::string& path, std::span<const std::uint8_t> bytes,
                      std::string& why) {
     std::error_code unknown;
-    const auto status = std::filesystem::status(path, unknown);
+    const auto status = std::filesystem::status(pathOf(path), unknown);
     const bool replaces = !exists(status) || is_regular_file(status);
     const std::string failure = replaces ? replaceFile(path, bytes) : writeTo(path, bytes);
     if (failure.empty())

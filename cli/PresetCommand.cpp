@@ -1,6 +1,7 @@
 #include "cli/PresetCommand.h"
 
 #include "base/Files.h"
+#include "base/PathText.h"
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
 #include "cli/PresetShow.h"
@@ -102,7 +103,7 @@ public:
 
     ExitStatus run() override {
         std::error_code unknown;
-        if (std::filesystem::exists(std::filesystem::symlink_status(file(), unknown))) {
+        if (std::filesystem::exists(std::filesystem::symlink_status(pathOf(file()), unknown))) {
             complain(file() + " is there already; give a new name, or remove it first");
             return ExitStatus::wrongUsage;
         }
@@ -129,7 +130,8 @@ public:
         std::array<std::uint8_t, presetDataSize> data{};
         preset.ReadPresetBufferPresetData(data.data(), presetDataSize);
         std::string why;
-        if (std::error_code unknown; std::filesystem::equivalent(file(), out_, unknown))
+        if (std::error_code unknown;
+            std::filesystem::equivalent(pathOf(file()), pathOf(out_), unknown))
             why = out_ + " is the preset itself; give another name";
         else if (writeOutputFile(out_, data, why))
             return ExitStatus::done;

@@ -1,6 +1,7 @@
 #include "cli/SvgFile.h"
 
 #include "analysis/Words.h"
+#include "base/PathText.h"
 
 #include <algorithm>
 #include <cctype>
@@ -77,7 +78,7 @@ std::string element(const Text& text) {
 } // namespace
 
 bool isSvgPath(const std::string& path) {
-    std::string ending = std::filesystem::path(path).extension().string();
+    std::string ending = textOf(pathOf(path).extension());
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
     return ending == ".svg";

@@ -1,14 +1,9 @@
 #include "cli/TerminalWave.h"
 
-#include <langinfo.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
+#include "cli/Terminal.h"
 
 #include <algorithm>
-#include <clocale>
 #include <cmath>
-#include <cstdlib>
-#include <string_view>
 
 namespace cabslot {
 
@@ -25,23 +20,6 @@ constexpr unsigned dotBits[dotsDown][dotsAcross] = {
 
 std::string pattern(unsigned dots) {
     return {'\xE2', static_cast<char>(0xA0 + (dots >> 6)), static_cast<char>(0x80 + (dots & 0x3F))};
-}
-
-/// Whether the terminal's language setting is UTF-8; the process's own stays as it is.
-bool isUtf8() {
-    const locale_t locale = ::newlocale(LC_CTYPE_MASK, "", nullptr);
-    if (locale == nullptr)
-        return false;
-    const bool utf8 = std::string_view(::nl_langinfo_l(CODESET, locale)) == "UTF-8";
-    ::freelocale(locale);
-    return utf8;
-}
-
-/// The kernel's console has no Braille patterns, a dumb terminal nothing at all.
-bool knowsBraille() {
-    const char* const terminal = std::getenv("TERM");
-    const std::string_view name = terminal == nullptr ? "dumb" : terminal;
-    return name != "dumb" && name != "linux" && isUtf8();
 }
 
 } // namespace
@@ -72,12 +50,7 @@ std::string brailleWave(const Samples& samples, std::size_t columns) {
 }
 
 std::size_t waveColumns() {
-    winsize size{};
-    if (::isatty(STDOUT_FILENO) != 1 || !knowsBraille())
-        return 0;
-    if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
-        return mostColumns;
-    return std::min<std::size_t>(size.ws_col, mostColumns);
+    return std::min(columnsForBraille(), mostColumns);
 }
 
 } // namespace cabslot

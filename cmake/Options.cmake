@@ -6,12 +6,22 @@ set(CABSLOT_SANITIZE "" CACHE STRING "Sanitizers, e.g. address,undefined or thre
 # Sample conversion must give the same bits on every processor: no fused multiply-add.
 add_compile_options(-ffp-contract=off)
 
+if(WIN32)
+  # Every program has the manifest that makes its arguments and file names UTF-8; and MinGW's
+  # compiler is told of its own library for the checks below.
+  enable_language(RC)
+  set(program_resources ${PROJECT_SOURCE_DIR}/packaging/windows/utf8.rc)
+  add_link_options(-fstack-protector-strong)
+endif()
+
 # Programs that read strangers' files are built so that a mistake ends in an abort, not in more. Not
 # in debug builds, which have no optimiser to do it, nor beside the sanitizers, which do it better.
 if(NOT CABSLOT_SANITIZE AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
-  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-  include(CheckPIESupported)
-  check_pie_supported()
+  if(NOT WIN32) # whose programs are position independent anyway
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    include(CheckPIESupported)
+    check_pie_supported()
+  endif()
   add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
   if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
@@ -41,7 +51,7 @@ function(cabslot_library name)
 endfunction()
 
 function(cabslot_program name)
-  add_executable(${name} ${ARGN})
+  add_executable(${name} ${ARGN} ${program_resources})
   target_link_libraries(${name} PRIVATE cabslot_sanitizers cabslot_warnings)
   install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endfunction()

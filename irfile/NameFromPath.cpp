@@ -1,5 +1,7 @@
 #include "irfile/NameFromPath.h"
 
+#include "base/PathText.h"
+
 #include <algorithm>
 #include <array>
 
@@ -85,8 +87,7 @@ std::string_view showable(std::string_view name, std::size_t position) {
 } // namespace
 
 std::string_view irNameFromPath(std::string_view path) {
-    const std::size_t slash = path.rfind('/');
-    const std::string_view file = slash == std::string_view::npos ? path : path.substr(slash + 1);
+    const std::string_view file = lastPart(path);
     const std::size_t first = file.find(wavExtension);
     const std::size_t last = file.rfind(wavExtension);
     if (first == last) // the only one, or none

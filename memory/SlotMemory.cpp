@@ -2,6 +2,7 @@
 
 #include "base/Files.h"
 #include "base/Fnv1a.h"
+#include "base/PathText.h"
 #include "base/StateFolder.h"
 #include "device/SharedState.h"
 #include "memory/SlotRecordFile.h"
@@ -29,7 +30,7 @@ std::string memoryFolder() {
     if (own != nullptr && *own != '\0')
         return own;
     const std::string state = userStateFolder();
-    return state.empty() ? state : (fs::path(state) / "cabslot" / "memory").string();
+    return state.empty() ? state : textOf(pathOf(state) / "cabslot" / "memory");
 }
 
 /// The pedal by one name, whatever the working folder is.
@@ -37,8 +38,8 @@ std::string uniquePedalName(const std::string& pedal) {
     if (!pedal.starts_with(socketPrefix))
         return pedal;
     std::error_code unknown;
-    const fs::path path = fs::absolute(pedal.substr(socketPrefix.size()), unknown);
-    return std::string(socketPrefix) + path.lexically_normal().string();
+    const fs::path path = fs::absolute(pathOf(pedal.substr(socketPrefix.size())), unknown);
+    return std::string(socketPrefix) + textOf(path.lexically_normal());
 }
 
 /// The start of its files' names: a socket's path may hold anything and be long.
@@ -53,11 +54,12 @@ std::string fileNameOf(const std::string& pedal) {
 /// Makes the folder, for its owner alone, unless it is there; returns why that failed.
 std::string makeFolder(const std::string& folder) {
     std::error_code error;
-    if (fs::is_directory(folder, error))
+    const fs::path path = pathOf(folder);
+    if (fs::is_directory(path, error))
         return {};
-    fs::create_directories(folder, error);
+    fs::create_directories(path, error);
     if (!error)
-        fs::permissions(folder, fs::perms::owner_all, error);
+        fs::permissions(path, fs::perms::owner_all, error);
     return error ? error.message() : std::string();
 }
 
@@ -69,7 +71,7 @@ SlotRecord recordOfUpload(std::uint32_t slot, const std::string& file) {
     record.name = withoutBlanksAtEnd(IRNameArr.at(slot - 1));
     std::error_code unknown;
     if (!file.empty())
-        record.source = fs::absolute(file, unknown).lexically_normal().string();
+        record.source = textOf(fs::absolute(pathOf(file), unknown).lexically_normal());
     record.time = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
     return record;
 }
@@ -77,8 +79,8 @@ SlotRecord recordOfUpload(std::uint32_t slot, const std::string& file) {
 SlotMemory::SlotMemory(const std::string& pedal, Complain complain)
     : pedal_(uniquePedalName(pedal)), folder_(memoryFolder()), complain_(std::move(complain)) {}
 
-std::string SlotMemory::pathOf(std::uint32_t slot) const {
-    return (fs::path(folder_) / (fileNameOf(pedal_) + "-slot" + std::to_string(slot))).string();
+std::string SlotMemory::recordPathOf(std::uint32_t slot) const {
+    return textOf(pathOf(folder_) / (fileNameOf(pedal_) + "-slot" + std::to_string(slot)));
 }
 
 void SlotMemory::remember(std::uint32_t slot, const SlotRecord& record) {
@@ -86,16 +88,16 @@ void SlotMemory::remember(std::uint32_t slot, const SlotRecord& record) {
         return;
     std::string why = makeFolder(folder_);
     if (why.empty())
-        why = replaceFile(pathOf(slot), recordFile(pedal_, record), FileAccess::ownerOnly);
+        why = replaceFile(recordPathOf(slot), recordFile(pedal_, record), FileAccess::ownerOnly);
     if (!why.empty())
-        complain_("what was loaded cannot be remembered: " + pathOf(slot) +
+        complain_("what was loaded cannot be remembered: " + recordPathOf(slot) +
                   " cannot be written: " + why);
 }
 
 std::optional<SlotRecord> SlotMemory::recall(std::uint32_t slot, const std::string& nameFromPedal) {
-    const std::string path = pathOf(slot);
+    const std::string path = recordPathOf(slot);
     std::error_code unknown;
-    if (folder_.empty() || !fs::exists(path, unknown))
+    if (folder_.empty() || !fs::exists(pathOf(path), unknown))
         return {};
     const FileBytes file = readFile(path, longestRecordFile);
     std::optional<SlotRecord> record;

@@ -46,7 +46,7 @@ public:
     std::optional<SlotRecord> recall(std::uint32_t slot, const std::string& nameFromPedal);
 
 private:
-    std::string pathOf(std::uint32_t slot) const;
+    std::string recordPathOf(std::uint32_t slot) const;
 
     std::string pedal_;
     std::string folder_; ///< empty: the user has no state folder, and nothing is kept

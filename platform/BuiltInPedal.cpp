@@ -1,10 +1,10 @@
 #include "platform/BuiltInPedal.h"
 
+#include "base/PathText.h"
 #include "base/StateFolder.h"
 #include "simulator/pedal/SimulatedPedal.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <thread>
 #include <utility>
 
@@ -47,7 +47,7 @@ private:
 };
 
 std::unique_ptr<BuiltInPedal> BuiltInPedal::make(const std::string& stateFolder, std::string& why) {
-    auto store = simulator::PedalStore::open(stateFolder, why);
+    auto store = simulator::PedalStore::open(pathOf(stateFolder), why);
     if (!store)
         return nullptr;
     auto device = std::make_shared<BuiltInDevice>(*std::move(store));
@@ -84,7 +84,7 @@ std::string BuiltInPedal::whyNoDevice() const {
 
 std::string builtInPedalFolder() {
     const std::string state = userStateFolder();
-    return state.empty() ? state : (std::filesystem::path(state) / "cabslot" / "pedal").string();
+    return state.empty() ? state : textOf(pathOf(state) / "cabslot" / "pedal");
 }
 
 } // namespace cabslot

@@ -1,15 +1,16 @@
 #include "platform/BundlePath.h"
 
+#include "base/PathText.h"
 #include "platform/RunningProgram.h"
 
 namespace cabslot {
 
 std::string installPrefix() {
-    return runningProgram().parent_path().parent_path().string();
+    return textOf(runningProgram().parent_path().parent_path());
 }
 
 std::string bundlePath() {
-    return (std::filesystem::path(installPrefix()) / "share" / "cabslot").string();
+    return textOf(pathOf(installPrefix()) / "share" / "cabslot");
 }
 
 } // namespace cabslot

@@ -17,7 +17,8 @@ inline timespec timeUntil(HIDManager::TimePoint deadline) {
     const nanoseconds left = std::clamp<nanoseconds>(deadline - HIDManager::TimePoint::clock::now(),
                                                      nanoseconds(0), seconds(1));
     const auto whole = floor<seconds>(left);
-    return {.tv_sec = whole.count(), .tv_nsec = (left - whole).count()};
+    return {.tv_sec = whole.count(),
+            .tv_nsec = static_cast<long>((left - whole).count())}; // long: 32 bits on Windows
 }
 
 /// Milliseconds from now until `deadline`, rounded up; 0 when it has passed, 1000 at most.

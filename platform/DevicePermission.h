@@ -15,6 +15,9 @@ struct NodeRefusal {
 /// that can be relied on.
 NodeRefusal whyNodeStaysClosed(const std::string& path);
 
+/// Whether a write that failed with this errno tells for certain that the device is gone.
+bool meansLost(int error);
+
 /// The end of "this user may not open it, ...": what is missing, or what to do first.
 std::string whyNotPermitted();
 

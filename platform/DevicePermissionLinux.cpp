@@ -59,6 +59,11 @@ NodeRefusal whyNodeStaysClosed(const std::string& path) {
     return {.systemText = std::strerror(errno)};
 }
 
+bool meansLost(int error) {
+    constexpr std::array gone = {ENODEV, ENXIO, ESHUTDOWN, EIO, EBADF};
+    return std::find(gone.begin(), gone.end(), error) != gone.end();
+}
+
 std::string commandThatPermits() {
     std::string apply =
         "sudo udevadm control --reload && sudo udevadm trigger --subsystem-match=hidraw";

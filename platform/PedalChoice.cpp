@@ -1,7 +1,8 @@
 #include "platform/PedalChoice.h"
 
+#include "base/StateFolder.h"
 #include "platform/BuiltInPedal.h"
-#include "platform/SocketHIDManager.h"
+#include "platform/SocketPedal.h"
 #include "platform/UsbHIDManager.h"
 
 #include <string_view>
@@ -40,7 +41,7 @@ std::unique_ptr<HIDManager> makeBuiltInPedal() {
     const std::string folder = builtInPedalFolder();
     if (folder.empty())
         return std::make_unique<AbsentHIDManager>(
-            "the simulated pedal has no folder for its slots: set HOME or XDG_STATE_HOME");
+            "the simulated pedal has no folder for its slots: set " + whatNamesStateFolder());
     std::string why;
     if (auto pedal = BuiltInPedal::make(folder, why))
         return pedal;
@@ -50,7 +51,9 @@ std::unique_ptr<HIDManager> makeBuiltInPedal() {
 } // namespace
 
 std::string whatIsWrongWithPedal(const std::string& choice) {
-    if (choice == usb || choice == sim || isSocket(choice))
+    if (isSocket(choice))
+        return whyNoSockets();
+    if (choice == usb || choice == sim)
         return {};
     return "there is no pedal \"" + choice + "\"; usb, sim and unix:PATH are possible";
 }
@@ -59,7 +62,7 @@ std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice) {
     if (choice == sim)
         return makeBuiltInPedal();
     if (isSocket(choice))
-        return std::make_unique<SocketHIDManager>(choice.substr(socketPrefix.size()));
+        return makeSocketPedal(choice.substr(socketPrefix.size()));
     return std::make_unique<UsbHIDManager>();
 }
 

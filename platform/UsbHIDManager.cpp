@@ -1,6 +1,7 @@
 #include "platform/UsbHIDManager.h"
 
 #include "platform/Deadline.h"
+#include "platform/DevicePermission.h"
 
 #include <hidapi.h>
 
@@ -26,11 +27,6 @@ constexpr int interruptedTries = 3;      // a signal ends a system call early
 constexpr int failuresThatLose = 5;      // in a row
 constexpr std::uint8_t noReportID = 0;
 
-bool isFinal(int error) {
-    constexpr std::array gone = {ENODEV, ENXIO, ESHUTDOWN, EIO, EBADF};
-    return std::find(gone.begin(), gone.end(), error) != gone.end();
-}
-
 } // namespace
 
 class UsbDevice final : public HIDDevice {
@@ -55,7 +51,7 @@ public:
             if (errno != EINTR)
                 break;
         }
-        lost_ = lost_ || isFinal(errno) || ++failedWrites_ >= failuresThatLose;
+        lost_ = lost_ || meansLost(errno) || ++failedWrites_ >= failuresThatLose;
         return false;
     }
 

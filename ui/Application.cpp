@@ -4,15 +4,15 @@
 #include "platform/PedalChoice.h"
 #include "ui/AppDelegate.h"
 #include "ui/Arguments.h"
+#include "ui/Display.h"
 
 #include <QApplication>
 #include <QIcon>
 #include <QTimer>
 
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 namespace cabslot {
@@ -29,12 +29,7 @@ constexpr std::chrono::milliseconds iconDelay{200};
 // Without the destructors of statics, which would race the device thread.
 [[noreturn]] void endProcess(int status) {
     std::fflush(nullptr);
-    ::_exit(status);
-}
-
-bool hasDisplay() {
-    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-           qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
+    std::_Exit(status);
 }
 
 int runWindow(int argc, char** argv, HIDManager& manager, const std::string& pedal) {

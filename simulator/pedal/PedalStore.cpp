@@ -1,5 +1,7 @@
 #include "simulator/pedal/PedalStore.h"
 
+#include "base/PathText.h"
+
 #include <algorithm>
 #include <system_error>
 
@@ -19,7 +21,7 @@ std::optional<PedalStore> PedalStore::open(const std::filesystem::path& folder, 
     if (!error && !std::filesystem::is_directory(folder, error))
         error = std::make_error_code(std::errc::not_a_directory);
     if (error) {
-        why = "cannot make the folder " + folder.string() + ": " + error.message();
+        why = "cannot make the folder " + textOf(folder) + ": " + error.message();
         return std::nullopt;
     }
     PedalStore store;

@@ -2,6 +2,7 @@
 
 #include "base/Files.h"
 #include "base/LittleEndian.h"
+#include "base/PathText.h"
 
 #include <algorithm>
 #include <span>
@@ -50,13 +51,13 @@ std::string shownName(const PedalSlot& slot) {
 }
 
 bool readSlotFile(const std::filesystem::path& path, PedalSlot& slot, std::string& why) {
-    const FileBytes file = readFile(path.string(), slotFileBytes);
+    const FileBytes file = readFile(textOf(path), slotFileBytes);
     if (!file.bytes) {
-        why = "cannot read " + path.string() + ": " + file.whyNot;
+        why = "cannot read " + textOf(path) + ": " + file.whyNot;
         return false;
     }
     if (file.fileSize != slotFileBytes) {
-        why = path.string() + " is not a slot file: it has " + std::to_string(file.fileSize) +
+        why = textOf(path) + " is not a slot file: it has " + std::to_string(file.fileSize) +
               " bytes, a slot file has " + std::to_string(slotFileBytes);
         return false;
     }
@@ -65,10 +66,10 @@ bool readSlotFile(const std::filesystem::path& path, PedalSlot& slot, std::strin
 }
 
 bool writeSlotFile(const std::filesystem::path& path, const PedalSlot& slot, std::string& why) {
-    const std::string failure = replaceFile(path.string(), toBytes(slot));
+    const std::string failure = replaceFile(textOf(path), toBytes(slot));
     if (failure.empty())
         return true;
-    why = "cannot write " + path.string() + ": " + failure;
+    why = "cannot write " + textOf(path) + ": " + failure;
     return false;
 }
 

@@ -2,6 +2,7 @@
 // ones is checked by the fuzz seeds.
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
+#include "tests/support/Limits.h"
 #include "tests/support/WavBuilder.h"
 
 #include <gtest/gtest.h>

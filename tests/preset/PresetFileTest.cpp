@@ -2,6 +2,7 @@
 // whatever happens. The fuzz seeds check the order of the checks and the data area's limits.
 #include "preset/QNPresetFile.h"
 #include "tests/support/Files.h"
+#include "tests/support/Limits.h"
 
 #include <gtest/gtest.h>
 

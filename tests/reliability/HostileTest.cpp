@@ -1,5 +1,6 @@
 // Files, folders and sockets that are not what they should be: a clear word, a status, and nothing
 // that hangs or is left behind.
+#include "tests/support/Limits.h"
 #include "tests/support/Programs.h"
 
 #include "irfile/QNIRFile.h"

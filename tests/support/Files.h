@@ -1,13 +1,9 @@
-// Folders, files and users for tests.
+// Folders and files for tests.
 #pragma once
 
-#include <sys/resource.h>
-#include <unistd.h>
-
-#include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -18,10 +14,10 @@ namespace cabslot::testing {
 class TempFolder {
 public:
     TempFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "cabslot-XXXXXX").string();
-        if (!::mkdtemp(pattern.data()))
+        path_ = std::filesystem::temp_directory_path() /
+                ("cabslot-" + std::to_string(std::random_device{}()));
+        if (!std::filesystem::create_directory(path_))
             throw std::runtime_error("no temporary folder");
-        path_ = pattern;
     }
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
@@ -53,42 +49,5 @@ inline std::string contentOf(const std::string& path) {
     content << std::ifstream(path, std::ios::binary).rdbuf();
     return content.str();
 }
-
-/// Root may do everything: as root, the process is somebody else while this lives.
-class NotRoot {
-public:
-    NotRoot() : wasRoot_(::geteuid() == 0 && ::seteuid(somebody) == 0) {}
-    NotRoot(const NotRoot&) = delete;
-    NotRoot& operator=(const NotRoot&) = delete;
-    ~NotRoot() {
-        if (wasRoot_ && ::seteuid(0) != 0)
-            std::abort();
-    }
-
-private:
-    static constexpr uid_t somebody = 65534;
-    bool wasRoot_;
-};
-
-/// While it lives, no file of this process and its children grows beyond so many bytes: to a
-/// program this is a disk that runs full in the middle of a file.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit{bytes, before_.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk() {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    void (*handler_)(int);
-    rlimit before_{};
-};
 
 } // namespace cabslot::testing

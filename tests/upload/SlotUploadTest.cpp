@@ -7,9 +7,8 @@
 #include "device/SendScheduler.h"
 #include "upload/SlotUpload.h"
 
-#include <unistd.h>
-
 #include <csignal>
+#include <cstdlib>
 
 namespace cabslot::testing {
 namespace {
@@ -131,7 +130,7 @@ TEST_F(SlotUpload, GivingUpRecordsNothing) {
 TEST_F(SlotUpload, BlockAndNameAreStagedBeforeTheUploadIsRequested) {
     GTEST_FLAG_SET(death_test_style, "fast");
     const auto load = [this] {
-        std::signal(SIGABRT, [](int) { ::_exit(isInportIR); });
+        std::signal(SIGABRT, [](int) { std::_Exit(isInportIR); });
         loadSlot(6, wav(), {}, waiting);
     };
     EXPECT_EXIT(load(), ::testing::ExitedWithCode(0), "Fatal error");

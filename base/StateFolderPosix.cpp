@@ -15,4 +15,8 @@ std::string userStateFolder() {
     return (std::filesystem::path(home) / ".local" / "state").string();
 }
 
+std::string whatNamesStateFolder() {
+    return "HOME or XDG_STATE_HOME";
+}
+
 } // namespace cabslot

@@ -1,0 +1,200 @@
+// base/Files.h on Windows. Opening asks for no lock, so that a file that is open can be replaced.
+#include "base/Files.h"
+#include "base/PathText.h"
+
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+#include <algorithm>
+#include <new>
+#include <system_error>
+#include <utility>
+
+namespace cabslot {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD folderToo = FILE_FLAG_BACKUP_SEMANTICS; // without it a folder is "access denied"
+constexpr DWORD mostAtOnce = 1u << 30;
+constexpr int mostNames = 100; // tries for a name that is free
+
+struct HandleCloser {
+    using pointer = HANDLE;
+    void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
+using Handle = std::unique_ptr<void, HandleCloser>;
+
+Handle openFile(const fs::path& path, DWORD access, DWORD how, DWORD flags) {
+    const HANDLE handle =
+        ::CreateFileW(path.c_str(), access, shareAll, nullptr, how, flags, nullptr);
+    return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+}
+
+std::string wordsFor(DWORD error) {
+    switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+        return "there is no such file or folder";
+    case ERROR_ACCESS_DENIED:
+        return "you have no permission, or it is write-protected";
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+        return "another program has it open";
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+        return "its name or path is not one that Windows allows";
+    case ERROR_FILENAME_EXCED_RANGE:
+        return "its name or path is too long";
+    default:
+        return std::system_category().message(static_cast<int>(error));
+    }
+}
+
+/// Why `path` can name no file at all; empty when it can.
+std::string whyNoPath(const std::string& path) {
+    if (path.empty())
+        return "no file was chosen";
+    if (path.find('\0') != std::string::npos)
+        return "there is no such file: its path holds a zero byte";
+    return {};
+}
+
+std::string whyNotOpened(DWORD error) {
+    switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+        return "there is no such file";
+    case ERROR_ACCESS_DENIED:
+        return "you have no permission to read it";
+    default:
+        return wordsFor(error);
+    }
+}
+
+/// Why what is open is no regular file; empty when it is one. A name such as CON is a device.
+std::string whyNotAFile(HANDLE file, BY_HANDLE_FILE_INFORMATION& about) {
+    if (::GetFileType(file) == FILE_TYPE_PIPE)
+        return "it is not a file but a pipe";
+    if (::GetFileType(file) != FILE_TYPE_DISK || !::GetFileInformationByHandle(file, &about))
+        return "it is not a file but a device";
+    if ((about.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
+        return "it is a folder; choose a file in it";
+    return {};
+}
+
+std::uint64_t sizeOf(const BY_HANDLE_FILE_INFORMATION& about) {
+    return std::uint64_t{about.nFileSizeHigh} << 32 | about.nFileSizeLow;
+}
+
+/// Fills `bytes` from the file; returns why that failed, or an empty text.
+std::string readBytes(HANDLE file, std::span<std::uint8_t> bytes) {
+    while (!bytes.empty()) {
+        DWORD count = 0;
+        const auto wanted = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), mostAtOnce));
+        if (!::ReadFile(file, bytes.data(), wanted, &count, nullptr))
+            return "it cannot be read: " + wordsFor(::GetLastError());
+        if (count == 0)
+            return "it changed while it was being read; try again";
+        bytes = bytes.subspan(count);
+    }
+    return {};
+}
+
+DWORD writeAll(HANDLE file, std::span<const std::uint8_t> bytes) {
+    while (!bytes.empty()) {
+        DWORD count = 0;
+        const auto wanted = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), mostAtOnce));
+        if (!::WriteFile(file, bytes.data(), wanted, &count, nullptr))
+            return ::GetLastError();
+        bytes = bytes.subspan(count);
+    }
+    return ::FlushFileBuffers(file) ? ERROR_SUCCESS : ::GetLastError();
+}
+
+FileBytes refused(std::string whyNot) {
+    FileBytes file;
+    file.whyNot = std::move(whyNot);
+    return file;
+}
+
+/// Where the links end that start at an open file.
+fs::path finalPath(HANDLE file, const fs::path& path) {
+    std::wstring text(::GetFinalPathNameByHandleW(file, nullptr, 0, 0), L'\0');
+    const DWORD length =
+        ::GetFinalPathNameByHandleW(file, text.data(), static_cast<DWORD>(text.size()), 0);
+    text.resize(std::min<std::size_t>(length, text.size()));
+    return text.empty() ? path : fs::path(text);
+}
+
+/// Opens a file that was not there, in `folder`, and says its path. Null: GetLastError() says why.
+Handle openNew(const fs::path& folder, fs::path& path) {
+    const std::wstring start = L".cabslot-" + std::to_wstring(::GetCurrentProcessId()) + L"-";
+    for (int i = 0; i < mostNames; ++i) {
+        path = folder / (start + std::to_wstring(i));
+        Handle file = openFile(path, GENERIC_WRITE, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
+        if (file || ::GetLastError() != ERROR_FILE_EXISTS)
+            return file;
+    }
+    return {};
+}
+
+DWORD replaceAt(const fs::path& target, std::span<const std::uint8_t> bytes) {
+    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    fs::path temporary;
+    Handle file = openNew(folder, temporary);
+    if (!file)
+        return ::GetLastError();
+    DWORD error = writeAll(file.get(), bytes);
+    file.reset(); // an open file cannot be renamed
+    constexpr DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    if (error == ERROR_SUCCESS && !::MoveFileExW(temporary.c_str(), target.c_str(), how))
+        error = ::GetLastError();
+    if (error != ERROR_SUCCESS)
+        ::DeleteFileW(temporary.c_str());
+    return error;
+}
+
+} // namespace
+
+FileBytes readFile(const std::string& path, std::uint32_t most) {
+    if (std::string why = whyNoPath(path); !why.empty())
+        return refused(std::move(why));
+    const Handle handle = openFile(pathOf(path), GENERIC_READ, OPEN_EXISTING, folderToo);
+    if (!handle)
+        return refused(whyNotOpened(::GetLastError()));
+    BY_HANDLE_FILE_INFORMATION about{};
+    if (std::string why = whyNotAFile(handle.get(), about); !why.empty())
+        return refused(std::move(why));
+
+    FileBytes file;
+    file.fileSize = sizeOf(about);
+    file.size = static_cast<std::uint32_t>(std::min<std::uint64_t>(file.fileSize, most));
+    file.bytes.reset(new (std::nothrow) std::uint8_t[file.size]);
+    if (!file.bytes)
+        return refused("there is not enough memory to read its " + std::to_string(file.size) +
+                       " bytes");
+    if (std::string why = readBytes(handle.get(), {file.bytes.get(), file.size}); !why.empty())
+        return refused(std::move(why));
+    return file;
+}
+
+// The user's own folders are the user's alone on Windows: FileAccess::ownerOnly asks for no more.
+std::string replaceFile(const std::string& path, std::span<const std::uint8_t> bytes,
+                        FileAccess /*access*/) {
+    if (std::string why = whyNoPath(path); !why.empty())
+        return why;
+    fs::path target = pathOf(path);
+    if (const Handle old = openFile(target, 0, OPEN_EXISTING, folderToo)) {
+        BY_HANDLE_FILE_INFORMATION about{};
+        if (std::string why = whyNotAFile(old.get(), about); !why.empty())
+            return why;
+        target = finalPath(old.get(), target);
+    }
+    const DWORD error = replaceAt(target, bytes);
+    return error == ERROR_SUCCESS ? std::string() : wordsFor(error);
+}
+
+} // namespace cabslot

@@ -1,0 +1,13 @@
+#include "platform/SocketPedal.h"
+
+namespace cabslot {
+
+std::string whyNoSockets() {
+    return "unix:PATH is not there on Windows; usb and sim are possible";
+}
+
+std::unique_ptr<HIDManager> makeSocketPedal(const std::string& /*path*/) {
+    return nullptr;
+}
+
+} // namespace cabslot
