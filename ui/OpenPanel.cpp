@@ -164,8 +164,8 @@ private:
         const Preview preview = previewOf(path, prepares());
         if (!preview.summary)
             return refuse(path, preview.whyNot);
+        listen_->setIR(preview.summary->samples); // first: its thread has more to do
         ir_->showIR(*preview.summary);
-        listen_->setIR(preview.summary->samples);
     }
 
     void refuse(const QString& path, const QString& why) {
