@@ -15,6 +15,7 @@ enum class Ink {
     frame,  ///< around the curve, and the zero line
     faint,  ///< text of less weight
     text,   ///< text
+    before, ///< a curve that another one is compared with
     signal, ///< the curve
 };
 

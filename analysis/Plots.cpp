@@ -102,8 +102,8 @@ std::size_t columnsOf(double width) {
 
 /// The area between the lowest and the highest values of columns side by side.
 Area areaOf(std::span<const Range> ranges, const std::function<double(double)>& xOfColumn,
-            const std::function<double(double)>& y) {
-    Area area{{}, curveOutline, Ink::signal};
+            const std::function<double(double)>& y, Ink ink = Ink::signal) {
+    Area area{{}, curveOutline, ink};
     const std::size_t count = ranges.size();
     area.corners.reserve(2 * count);
     for (std::size_t i = 0; i < count; ++i)
@@ -132,8 +132,8 @@ WaveAxis waveAxisFor(double peak) {
 }
 
 /// What lies wholly below `lowest` is left out, not drawn along the lower end.
-void drawColumns(Picture& picture, const Chart& chart, std::span<const Range> ranges,
-                 double lowest) {
+void drawColumns(Picture& picture, const Chart& chart, std::span<const Range> ranges, double lowest,
+                 Ink ink = Ink::signal) {
     const auto reaches = [lowest](const Range& range) { return range.highest >= lowest; };
     const auto count = static_cast<double>(ranges.size());
     auto from = std::find_if(ranges.begin(), ranges.end(), reaches);
@@ -142,7 +142,7 @@ void drawColumns(Picture& picture, const Chart& chart, std::span<const Range> ra
         const auto first = static_cast<double>(from - ranges.begin());
         picture.shapes.emplace_back(areaOf(
             {from, to}, [&](double column) { return chart.x((first + column + 0.5) / count); },
-            [&](double value) { return chart.y(std::max(value, lowest)); }));
+            [&](double value) { return chart.y(std::max(value, lowest)); }, ink));
         from = std::find_if(to, ranges.end(), reaches);
     }
 }
@@ -189,22 +189,44 @@ Picture wavePlot(const Samples& samples, const PlotSize& size) {
     return picture;
 }
 
-Picture responsePlot(const Samples& samples, const Response& response, const PlotSize& size) {
-    Picture picture{size.width, size.height, {}};
-    const bool silent = peakOf(samples) == 0;
-    const double top = silent ? 0 : responseTop(response);
-    Chart chart(picture, size, {top - responseSpan, top});
-    chart.caption("Frequency response", "dB");
+namespace {
+
+void drawResponseAxes(Chart& chart, const std::string& caption, double top) {
+    chart.caption(caption, "dB");
     for (const auto& [hertz, label] : frequencies)
         chart.upright(placeOf(hertz), label);
     chart.unitBelow("Hz");
     for (int below = 0; below <= responseSpan; below += responseStep)
         chart.across(top - below, fixedText(top - below, 0));
     chart.frame();
+}
+
+} // namespace
+
+Picture responsePlot(const Samples& samples, const Response& response, const PlotSize& size) {
+    Picture picture{size.width, size.height, {}};
+    const bool silent = peakOf(samples) == 0;
+    const double top = silent ? 0 : responseTop(response);
+    Chart chart(picture, size, {top - responseSpan, top});
+    drawResponseAxes(chart, "Frequency response", top);
     if (silent)
         chart.note("silent: there is nothing to show");
     else
         drawColumns(picture, chart, response.columns(columnsOf(chart.width())), top - responseSpan);
+    return picture;
+}
+
+Picture comparisonPlot(const Samples& before, const Samples& after, const PlotSize& size) {
+    Picture picture{size.width, size.height, {}};
+    const Response was(before);
+    const Response is(after);
+    const bool silent = peakOf(before) == 0 && peakOf(after) == 0;
+    const double top = silent ? 0 : std::max(responseTop(was), responseTop(is));
+    Chart chart(picture, size, {top - responseSpan, top});
+    drawResponseAxes(chart, "Frequency response, before (orange) and after (blue)", top);
+    const std::size_t columns = columnsOf(chart.width());
+    drawColumns(picture, chart, was.columns(columns), top - responseSpan, Ink::before);
+    drawColumns(picture, chart, is.columns(columns), top - responseSpan);
     return picture;
 }
 

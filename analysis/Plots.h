@@ -27,7 +27,15 @@ Picture wavePlot(const Samples& samples, const PlotSize& size);
 /// dB over Hz, the upper 60 dB of it.
 Picture responsePlot(const Samples& samples, const Response& response, const PlotSize& size);
 
+/// The responses of two IRs over each other, the upper 60 dB of the higher one; `before` lies
+/// behind.
+Picture comparisonPlot(const Samples& before, const Samples& after, const PlotSize& size);
+
 /// A page of its own: name, levels, both plots, the findings.
 Picture summaryPage(const IRSummary& summary);
+
+/// A page of its own: what was done to an IR, its waveform, and its response over that of `before`.
+Picture comparisonPage(const std::string& name, const std::vector<std::string>& steps,
+                       const Samples& before, const Samples& after);
 
 } // namespace cabslot

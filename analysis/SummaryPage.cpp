@@ -86,4 +86,22 @@ Picture summaryPage(const IRSummary& summary) {
     return page.picture;
 }
 
+Picture comparisonPage(const std::string& name, const std::vector<std::string>& steps,
+                       const Samples& before, const Samples& after) {
+    Page page;
+    page.line(name, nameSize, Ink::text, true);
+    page.gap(lineHeight / 4);
+    page.line("Before: " + levelsText(before) + "; after: " + levelsText(after), textSize,
+              Ink::faint);
+    page.gap(lineHeight);
+    page.place(wavePlot(after, {pageWidth, waveHeight, textSize}));
+    page.gap(lineHeight);
+    page.place(comparisonPlot(before, after, {pageWidth, responseHeight, textSize}));
+    page.gap(lineHeight / 2);
+    for (const std::string& step : steps)
+        page.line(step, textSize, Ink::text);
+    page.gap(margin);
+    return page.picture;
+}
+
 } // namespace cabslot

@@ -94,7 +94,7 @@ private:
 
 struct Panel {
     explicit Panel(Listening& listening) {
-        showOpenPanel(&window, "Bench", listening, [](int, const QString&) {});
+        showOpenPanel(&window, "Bench", listening, [](int, const QString&, bool) {});
         dialog = window.findChild<QFileDialog*>();
         list = dialog->findChild<QTreeView*>("treeView");
         listen = dialog->findChild<QPushButton*>("listen");

@@ -2,11 +2,11 @@
 
 #include "analysis/Words.h"
 #include "audition/LoadSound.h"
-#include "audition/SoundFile.h"
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
 #include "cli/Playback.h"
 #include "irfile/QNIRFile.h"
+#include "irfile/SoundFile.h"
 #include "platform/BundlePath.h"
 
 #include <utility>

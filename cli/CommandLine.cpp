@@ -7,6 +7,7 @@
 #include "cli/InspectCommand.h"
 #include "cli/ListCommand.h"
 #include "cli/LoadCommand.h"
+#include "cli/PrepareCommand.h"
 #include "cli/PresetCommand.h"
 #include "cli/Terminal.h"
 #include "platform/PedalChoice.h"
@@ -45,6 +46,7 @@ Examples:
   cabslotctl inspect --recursive Pack
   cabslotctl inspect Cab.wav --plot Cab.svg
   cabslotctl audition Cab.wav --dry driven
+  cabslotctl prepare Cab.wav Better.wav --level -18
   cabslotctl preset show Live.preset
   cabslotctl doctor)";
 
@@ -71,8 +73,8 @@ std::unique_ptr<Command> make(CLI::App& app, PedalOptions& pedal) {
 
 // In the order of the help.
 constexpr CommandMaker commandTable[] = {
-    make<ListCommand>,     make<LoadCommand>,   make<ClearCommand>,  make<InspectCommand>,
-    make<AuditionCommand>, make<PresetCommand>, make<DoctorCommand>,
+    make<ListCommand>,     make<LoadCommand>,    make<ClearCommand>,  make<InspectCommand>,
+    make<AuditionCommand>, make<PrepareCommand>, make<PresetCommand>, make<DoctorCommand>,
 };
 
 ExitStatus runGiven(const std::vector<std::unique_ptr<Command>>& commands) {

@@ -17,6 +17,8 @@ LoadCommand::LoadCommand(CLI::App& app, PedalOptions& pedal)
     subcommand()
         .add_option("MORE", more_, "Further slots and files, as SLOT FILE SLOT FILE ...")
         ->type_name("");
+    subcommand().add_flag("--prepare", prepare_,
+                          "Make the best of each file first, as prepare does without options");
     subcommand().callback([this] { checkUsage(); });
 }
 
@@ -44,7 +46,7 @@ ExitStatus LoadCommand::run() {
     const std::vector<Pair> all = pairs();
     std::vector<SlotJob> jobs;
     for (const Pair& pair : all) {
-        if (const auto source = checkedSource(pair.file))
+        if (const auto source = checkedSource(pair.file, prepare_))
             jobs.push_back({pair.slot, *source});
     }
     if (jobs.size() == all.size())

@@ -24,6 +24,7 @@ private:
     std::uint32_t slot_ = 0;
     std::string file_;
     std::vector<std::string> more_; ///< slot, file, slot, file ...
+    bool prepare_ = false;
 };
 
 } // namespace cabslot

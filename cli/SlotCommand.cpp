@@ -6,6 +6,7 @@
 #include "irfile/QNIRFile.h"
 #include "memory/SlotMemory.h"
 #include "platform/BundlePath.h"
+#include "prepare/Prepare.h"
 
 #include <algorithm>
 #include <chrono>
@@ -129,13 +130,19 @@ void SlotCommand::rejectRepeatedSlot(std::vector<std::uint32_t> slots) {
         throw CLI::ValidationError("slot " + std::to_string(*twice) + " is named twice");
 }
 
-std::optional<IRSource> SlotCommand::checkedSource(const std::string& path) {
+std::optional<IRSource> SlotCommand::checkedSource(const std::string& path, bool prepares) {
     QNIRFile file;
-    std::array<std::uint32_t, irPointCount> block{};
-    if (file.openForInspection(path) && file.GetIRDataBuffer(block))
+    Block block{};
+    if (!file.openForInspection(path) || !file.GetIRDataBuffer(block)) {
+        refuse(path, file.whyRefused());
+        return {};
+    }
+    if (!prepares || file.isInteralIR()) // a factory IR has nothing to prepare
         return IRSource{.path = path};
-    refuse(path, file.whyRefused());
-    return {};
+    PreparedIR prepared = prepareFile(file, block, {});
+    for (const std::string& sentence : prepared.steps)
+        complain(path + ": " + sentence);
+    return IRSource{.path = path, .bytes = std::move(prepared.wav)};
 }
 
 ExitStatus SlotCommand::upload(const std::vector<SlotJob>& jobs) const {

@@ -34,8 +34,9 @@ protected:
     /// Ends the parsing with what is wrong when a slot is there twice.
     static void rejectRepeatedSlot(std::vector<std::uint32_t> slots);
 
-    /// The IR file at `path`, as it is; nothing, and told, when a pedal cannot be loaded with it.
-    static std::optional<IRSource> checkedSource(const std::string& path);
+    /// The IR file at `path`, as it is or prepared; nothing, and told, when a pedal cannot be
+    /// loaded with it. What preparing did is told.
+    static std::optional<IRSource> checkedSource(const std::string& path, bool prepares = false);
 
     /// Uploads in the given order and tells of each confirmation. The first that fails is the last
     /// that is tried; its status is returned.

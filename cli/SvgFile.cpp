@@ -21,6 +21,8 @@ const char* colourOf(Ink ink) {
         return "#595959";
     case Ink::text:
         return "#121212";
+    case Ink::before:
+        return "#e09a3e";
     case Ink::signal:
         break;
     }

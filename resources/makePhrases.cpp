@@ -4,7 +4,7 @@
 // burst of noise in a delay line as long as a period, which a low-pass filter damps. The driven
 // phrase has a soft clipper behind it, as an amplifier in front of a cabinet has.
 
-#include "audition/SoundFile.h"
+#include "irfile/SoundFile.h"
 
 #include <algorithm>
 #include <cmath>

@@ -4,6 +4,7 @@
 #include "ui/ListenBar.h"
 #include "ui/Preview.h"
 
+#include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -25,6 +26,7 @@ namespace cabslot {
 namespace {
 
 const QString lastFolderKey = QStringLiteral("openPanel/lastFolder");
+const QString prepareKey = QStringLiteral("openPanel/prepare");
 const QString onlyWav = QStringLiteral("WAV files (*.[Ww][Aa][Vv])");
 
 const QString onlyWavIsTaken = QStringLiteral("Only WAV files (.wav) can be loaded.");
@@ -41,7 +43,9 @@ QString firstFolder() {
 class OpenPanel final : public QFileDialog {
 public:
     OpenPanel(QWidget* window, const QString& title, Listening& listening)
-        : QFileDialog(window, title), ir_(new IRView), listen_(new ListenBar(listening)) {
+        : QFileDialog(window, title), ir_(new IRView),
+          prepare_(new QCheckBox("&Prepare: resample well, trim, fade and level")),
+          listen_(new ListenBar(listening)) {
         setAttribute(Qt::WA_DeleteOnClose);
         setWindowModality(Qt::NonModal);
         setOption(DontUseNativeDialog); // it has no space for the preview
@@ -61,6 +65,8 @@ public:
         const QStringList files = selectedFiles();
         return answer == panelOK && !files.isEmpty() ? files.first() : QString();
     }
+
+    bool prepares() const { return prepare_->isChecked(); }
 
     /// Also a name that is typed must be a WAV file's. Folders are entered, and what is not there
     /// is told, by the panel itself.
@@ -111,7 +117,16 @@ private:
         auto* column = new QWidget;
         auto* layout = new QVBoxLayout(column);
         layout->addWidget(ir_, 1);
+        layout->addWidget(prepare_);
         layout->addWidget(listen_);
+        prepare_->setObjectName("prepare");
+        prepare_->setToolTip(
+            "Load the best 1024 points that the file can give, not its first ones");
+        prepare_->setChecked(QSettings().value(prepareKey, false).toBool());
+        connect(prepare_, &QCheckBox::toggled, this, [this](bool on) {
+            QSettings().setValue(prepareKey, on);
+            preview(shown_);
+        });
         auto* splitter = findChild<QSplitter*>("splitter");
         splitter->addWidget(column);
         splitter->setStretchFactor(splitter->count() - 1, 1);
@@ -140,16 +155,17 @@ private:
     }
 
     void preview(const QString& path) {
+        shown_ = path;
         const QFileInfo file(path);
         if (path.isEmpty() || file.isDir())
             return tellFolder(directory().path());
         if (!isWavName(path))
             return refuse(path, onlyWavIsTaken);
-        const Preview preview = previewOf(path);
+        const Preview preview = previewOf(path, prepares());
         if (!preview.summary)
             return refuse(path, preview.whyNot);
+        listen_->setIR(preview.summary->samples); // first: its thread has more to do
         ir_->showIR(*preview.summary);
-        listen_->setIR(preview.summary->samples);
     }
 
     void refuse(const QString& path, const QString& why) {
@@ -166,7 +182,9 @@ private:
     }
 
     IRView* ir_;
+    QCheckBox* prepare_;
     ListenBar* listen_;
+    QString shown_;                   ///< the path of what is shown
     QList<QAbstractItemView*> lists_; ///< of which one is visible
     QLineEdit* name_ = nullptr;
 };
@@ -174,17 +192,18 @@ private:
 } // namespace
 
 void showOpenPanel(QWidget* window, const QString& title, Listening& listening,
-                   std::function<void(int answer, const QString& path)> closed) {
+                   PanelClosed closed) {
     auto* panel = new OpenPanel(window, title, listening);
-    QObject::connect(panel, &QDialog::finished, window,
-                     [window, panel, closed = std::move(closed)](int answer) {
-                         const QString path = panel->chosenPath(answer);
-                         if (!path.isEmpty())
-                             QSettings().setValue(lastFolderKey, QFileInfo(path).absolutePath());
-                         // Later, when the panel and its pop-ups are gone from the screen.
-                         QMetaObject::invokeMethod(
-                             window, [=] { closed(answer, path); }, Qt::QueuedConnection);
-                     });
+    QObject::connect(
+        panel, &QDialog::finished, window, [window, panel, closed = std::move(closed)](int answer) {
+            const QString path = panel->chosenPath(answer);
+            if (!path.isEmpty())
+                QSettings().setValue(lastFolderKey, QFileInfo(path).absolutePath());
+            // Later, when the panel and its pop-ups are gone from the screen.
+            QMetaObject::invokeMethod(
+                window, [=, prepares = panel->prepares()] { closed(answer, path, prepares); },
+                Qt::QueuedConnection);
+        });
     panel->show();
 }
 

@@ -24,6 +24,8 @@ QColor colourOf(Ink ink, const Colours& colours) {
         return colours.muted;
     case Ink::text:
         return colours.text;
+    case Ink::before:
+        return colours.frame;
     case Ink::signal:
         break;
     }

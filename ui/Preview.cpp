@@ -1,6 +1,7 @@
 #include "ui/Preview.h"
 
 #include "irfile/QNIRFile.h"
+#include "prepare/Prepare.h"
 
 #include <QFileInfo>
 
@@ -22,12 +23,18 @@ std::string shownName(const QNIRFile& file) {
 
 } // namespace
 
-Preview previewOf(const QString& path) {
+Preview previewOf(const QString& path, bool prepares) {
     QNIRFile file;
     Block block{};
     if (!file.openForInspection(path.toStdString(), Extent::start) || !file.GetIRDataBuffer(block))
         return {std::nullopt, QString::fromStdString("It is refused: " + file.whyRefused() + ".")};
-    return {summaryOf(file, block, shownName(file)), {}};
+    if (!prepares || file.isInteralIR())
+        return {summaryOf(file, block, shownName(file)), {}};
+    const PreparedIR prepared = prepareFile(file, block, {});
+    std::string origin = summaryOf(file, block, {}).origin + ". Prepared.";
+    for (const std::string& sentence : prepared.steps)
+        origin += " " + sentence;
+    return {summaryOf(prepared.block, shownName(file), origin), {}};
 }
 
 bool isWavName(const QString& path) {

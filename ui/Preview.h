@@ -14,8 +14,9 @@ struct Preview {
     QString whyNot;                   ///< then: a sentence
 };
 
-/// Looks at the start of the file (some megabytes at most) and touches nothing that is sent.
-Preview previewOf(const QString& path);
+/// Looks at the start of the file (some megabytes at most) and touches nothing that is sent. When
+/// it `prepares`, the block is the one that preparing the file gives.
+Preview previewOf(const QString& path, bool prepares);
 
 /// Only WAV files can be opened, whatever case the extension has.
 bool isWavName(const QString& path);

@@ -63,8 +63,9 @@ public:
     void delIR(std::int64_t index); ///< clears slot 1 to 4, at once
 
     /// Loads a file into slot `index`; does not return before the pedal has confirmed it, or 600
-    /// polls are over, or the file was refused. True when the pedal has confirmed.
-    bool importFile(std::int64_t index, const QString& path);
+    /// polls are over, or the file was refused. True when the pedal has confirmed. When it
+    /// `prepares`, the block is the one that preparing the file gives.
+    bool importFile(std::int64_t index, const QString& path, bool prepares = false);
 
     /// Loads WAV files that were dropped on slot `index` into it and the next ones, one after
     /// another. Unless all can be loaded, none is, and the reasons are shown.
@@ -93,7 +94,7 @@ private:
     void react();
     void showSlotNames();
     void tellDisconnect();
-    void panelClosed(std::int64_t index, int answer, const QString& path);
+    void panelClosed(std::int64_t index, int answer, const QString& path, bool prepares);
     std::array<QPointer<QLabel>*, slotCount> labels();
     QLabel& labelOf(std::int64_t index);
 

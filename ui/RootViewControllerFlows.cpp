@@ -5,6 +5,7 @@
 #include "device/DeviceCommands.h"
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
+#include "prepare/Prepare.h"
 #include "ui/Alert.h"
 #include "ui/Fatal.h"
 #include "ui/OpenPanel.h"
@@ -53,6 +54,13 @@ std::optional<std::int64_t> slotOf(QObject* sender, int firstTag) {
     return slot;
 }
 
+IRSource sourceOf(const QString& path, bool prepares) {
+    IRSource source{.path = path.toStdString()};
+    if (prepares) // of a file that is refused no bytes come, and the upload says why
+        source.bytes = prepareFile(source.path, {}).wav;
+    return source;
+}
+
 /// Why the file cannot be loaded; empty when it can. Touches nothing that is sent.
 QString whyNotDropped(const QUrl& url) {
     if (!url.isLocalFile())
@@ -96,22 +104,24 @@ void RootViewController::del(QObject* sender) {
 }
 
 void RootViewController::addIR(std::int64_t index) {
-    showOpenPanel(
-        view_->window(), "Load a WAV into " + slotName(index), listening_,
-        [this, index](int answer, const QString& path) { panelClosed(index, answer, path); });
+    showOpenPanel(view_->window(), "Load a WAV into " + slotName(index), listening_,
+                  [this, index](int answer, const QString& path, bool prepares) {
+                      panelClosed(index, answer, path, prepares);
+                  });
 }
 
-void RootViewController::panelClosed(std::int64_t index, int answer, const QString& path) {
+void RootViewController::panelClosed(std::int64_t index, int answer, const QString& path,
+                                     bool prepares) {
     if (answer != panelOK)
         return print("取消"); // cancelled
     if (isReady()) // an alert may have come up, or another upload begun, since it was opened
-        importFile(index, path);
+        importFile(index, path, prepares);
 }
 
-bool RootViewController::importFile(std::int64_t index, const QString& path) {
+bool RootViewController::importFile(std::int64_t index, const QString& path, bool prepares) {
     const UploadResult result = uploadSlot(
         index, BusyWait::Counter::aloud, [&](const UploadOptions& options, UploadWait& waiting) {
-            return loadSlot(importNumber(index), {.path = path.toStdString()}, options, waiting);
+            return loadSlot(importNumber(index), sourceOf(path, prepares), options, waiting);
         });
     if (isRefused(result.end)) {
         refuse(QFileInfo(path).fileName() + ": " + QString::fromStdString(result.whyRefused));

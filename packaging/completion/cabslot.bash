@@ -50,7 +50,8 @@ _cabslotctl_command() {
     for ((i = 1; i < COMP_CWORD; ++i)); do
         word=${COMP_WORDS[i]}
         case $word in
-        --pedal | --trace | --timeout | --confirm-timeout | --block | --plot | --data | --dry | --out)
+        --pedal | --trace | --timeout | --confirm-timeout | --block | --plot | --data | --dry | --out | --into | \
+            --channel | --fade | --level)
             ((++i))
             while [[ ${COMP_WORDS[i + 1]:-} == : ]]; do ((i += 2)); done
             ;;
@@ -73,10 +74,11 @@ _cabslotctl() {
         case $command in
         '') options+=' --version' ;;
         list) options+=' --json --timeout' ;;
-        load) options+=' --timeout --confirm-timeout' ;;
+        load) options+=' --timeout --confirm-timeout --prepare' ;;
         clear) options+=' --timeout --confirm-timeout --all' ;;
         inspect) options+=' --json --recursive --block --plot' ;;
         audition) options+=' --dry --out --raw-level' ;;
+        prepare) options+=' --into --force --channel --no-resample --no-trim --minimum-phase --fade --level --json --plot' ;;
         doctor | 'preset show') options+=' --json' ;;
         'preset new') options+=' --data' ;;
         esac
@@ -84,10 +86,10 @@ _cabslotctl() {
         return
     fi
     case $command:$given in
-    :*) _cabslot_words 'list load clear inspect audition preset doctor' "$2" ;;
+    :*) _cabslot_words 'list load clear inspect audition prepare preset doctor' "$2" ;;
     preset:*) _cabslot_words 'show verify new export import' "$2" ;;
     load:*[02468] | clear:*) _cabslot_words '1 2 3 4' "$2" ;;
-    load:* | inspect:* | audition:0) _cabslot_files '*.@(wav|bin)' "$2" ;;
+    load:* | inspect:* | audition:0 | prepare:*) _cabslot_files '*.@(wav|bin)' "$2" ;;
     preset*:0 | 'preset verify':* | preset*port:1) _cabslot_files '*' "$2" ;;
     esac
 }

@@ -35,7 +35,7 @@ function __cabslotctl_wants_ir
         case audition
             test (count $words) -eq 1
         case '*'
-            test "$words[1]" = inspect
+            contains -- "$words[1]" inspect prepare
     end
 end
 
@@ -56,6 +56,7 @@ complete -c cabslotctl -n __cabslotctl_is -a load -d 'Load impulse responses int
 complete -c cabslotctl -n __cabslotctl_is -a clear -d 'Put silence into a slot'
 complete -c cabslotctl -n __cabslotctl_is -a inspect -d 'Show what a file would put into the pedal'
 complete -c cabslotctl -n __cabslotctl_is -a audition -d 'Play a dry phrase through a file'
+complete -c cabslotctl -n __cabslotctl_is -a prepare -d 'Make the best 1024 points of files'
 complete -c cabslotctl -n __cabslotctl_is -a preset -d 'Show, check and make preset files'
 complete -c cabslotctl -n __cabslotctl_is -a doctor -d 'Look for the pedal on USB'
 
@@ -66,7 +67,7 @@ complete -c cabslotctl -n $preset -a new -d 'Make a preset file'
 complete -c cabslotctl -n $preset -a export -d 'Write the data area to a file'
 complete -c cabslotctl -n $preset -a import -d 'Replace the data area by the bytes of a file'
 
-for command in list inspect doctor 'preset show'
+for command in list inspect prepare doctor 'preset show'
     complete -c cabslotctl -n "__cabslotctl_in $command" -l json -d 'Print JSON'
 end
 for command in list load clear
@@ -84,6 +85,16 @@ complete -c cabslotctl -n '__cabslotctl_in inspect' -l plot -r -F -d 'Draw it as
 complete -c cabslotctl -n '__cabslotctl_in audition' -l dry -r -F -a 'clean driven' -d 'The phrase'
 complete -c cabslotctl -n '__cabslotctl_in audition' -l out -r -F -d 'Write a WAV file instead'
 complete -c cabslotctl -n '__cabslotctl_in audition' -l raw-level -d 'Leave it as loud as it is'
+complete -c cabslotctl -n '__cabslotctl_in load' -l prepare -d 'Make the best of each file first'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l into -r -F -d 'Write into this folder'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l force -d 'Replace files that are there'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l channel -x -a 'first mean' -d 'The channel'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l no-resample -d 'Leave the resampling to load'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l no-trim -d 'Keep what lies before the onset'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l minimum-phase -d 'The energy as early as it can be'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l fade -x -d 'Milliseconds'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l level -x -a 'keep peak' -d 'The level'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l plot -r -F -d 'Draw the response before and after'
 complete -c cabslotctl -n '__cabslotctl_in preset new' -l data -r -F -d 'The data area'
 complete -c cabslotctl -n __cabslotctl_wants_ir -k \
     -a '(__fish_complete_suffix .wav; __fish_complete_suffix .WAV; __fish_complete_suffix .bin)'

@@ -1,7 +1,7 @@
 // The numbers of the sound, without a sound device.
 #include "tests/support/WavBuilder.h"
 
-#include "audition/SoundFile.h"
+#include "irfile/SoundFile.h"
 #include "audition/sound/Convolver.h"
 #include "audition/sound/Loudness.h"
 #include "audition/sound/Mixer.h"

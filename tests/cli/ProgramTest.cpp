@@ -107,6 +107,28 @@ TEST_F(Cabslotctl, StopsAtTheFirstSlotThatFailsAndTellsTheRest) {
         << out;
 }
 
+TEST_F(Cabslotctl, PreparesAFileAndLoadsIt) {
+    startPedal();
+    WavBuilder late{.rate = 96000};
+    for (int i = 0; i < 3000; ++i)
+        late.add(i < 960 ? 0 : 9000 - 3 * i);
+    const std::string file = folder.write("Late.wav", late.bytes());
+    const std::string better = folder.path("better.wav");
+    EXPECT_EQ(run({"prepare", file, better, "--json"}), 0) << err;
+    EXPECT_NE(out.find("Trimmed "), std::string::npos);
+    EXPECT_EQ(run({"inspect", better, "--block", folder.path("block")}), 0);
+    EXPECT_EQ(run({"load", "3", file, "--prepare"}), 0);
+    EXPECT_EQ(contentOf(folder.path("st/user3.slot")).substr(0, 4096),
+              contentOf(folder.path("block")));
+    const std::string before = contentOf(better);
+    EXPECT_EQ(run({"prepare", wav(), better}), 2) << "it is there already";
+    EXPECT_EQ(run({"prepare", better, better, "--force"}), 2) << "it is the file itself";
+    EXPECT_EQ(run({"prepare", file, file, "--into", folder.path("")}), 2) << "twice the same name";
+    EXPECT_EQ(run({"prepare", folder.write("no.wav", "no"), folder.path("none.wav")}), 1);
+    EXPECT_FALSE(std::filesystem::exists(folder.path("none.wav")));
+    EXPECT_EQ(contentOf(better), before);
+}
+
 TEST_F(Cabslotctl, LoadsAFactoryIR) {
     startPedal();
     const std::string factory = folder.write("x.bin", factoryFile(16, std::string(3072, '\x11')));

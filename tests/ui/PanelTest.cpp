@@ -1,10 +1,12 @@
 // The open panel: what it shows of the file that is pointed at, and how that is heard.
 #include "tests/support/WindowFixture.h"
 
+#include "prepare/Prepare.h"
 #include "ui/IRWindow.h"
 #include "ui/SlotPicture.h"
 
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QSettings>
 
@@ -61,6 +63,23 @@ protected:
     QAbstractItemView* list = nullptr;
     QLineEdit* name = nullptr;
 };
+
+TEST_F(Panel, PreparesWhatIsShownAndLoaded) {
+    openPanel();
+    auto* prepare = panel->findChild<QCheckBox*>("prepare");
+    EXPECT_FALSE(prepare->isChecked()) << "off until somebody turns it on";
+    key(Qt::Key_Down);
+    EXPECT_NE(text("irDetail").find("peak -6.02 dBFS"), std::string::npos) << text("irDetail");
+    prepare->setChecked(true);
+    EXPECT_NE(text("irDetail").find("peak -0.30 dBFS"), std::string::npos) << text("irDetail");
+    QMetaObject::invokeMethod(panel, "accept");
+    QCoreApplication::processEvents();
+    const PreparedIR prepared = prepareFile(folder.path("irs/1 Half.wav"), {});
+    EXPECT_TRUE(store.slot(1).block == prepared.block && prepared.block != prepared.given);
+    EXPECT_EQ(label(2), "1 Half        ") << "under the chosen file's name";
+    press(3);
+    EXPECT_TRUE(dialog<QFileDialog>()->findChild<QCheckBox*>("prepare")->isChecked());
+}
 
 TEST_F(Panel, KeysStepThroughTheFilesAndEachIsShown) {
     openPanel();

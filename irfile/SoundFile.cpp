@@ -1,4 +1,4 @@
-#include "audition/SoundFile.h"
+#include "irfile/SoundFile.h"
 
 #include <algorithm>
 #include <cmath>

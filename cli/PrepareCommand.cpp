@@ -1,0 +1,241 @@
+#include "cli/PrepareCommand.h"
+
+#include "analysis/Plots.h"
+#include "analysis/Words.h"
+#include "cli/Console.h"
+#include "cli/Json.h"
+#include "cli/OutputFile.h"
+#include "cli/SvgFile.h"
+
+#include <algorithm>
+#include <atomic>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <filesystem>
+#include <iostream>
+#include <optional>
+#include <set>
+#include <span>
+#include <thread>
+
+namespace cabslot {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t threadCount = 4;
+constexpr std::chrono::milliseconds refreshInterval{20};
+
+std::optional<double> numberIn(const std::string& text) {
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+std::string whyNoLevel(const std::string& level) {
+    const auto number = numberIn(level);
+    if (level == "keep" || level == "peak" || (number && *number >= quietestGoal && *number <= 0))
+        return {};
+    return level + " is no level; keep, peak and a loudness of -70 to 0 (LUFS) are";
+}
+
+nlohmann::ordered_json jsonOf(const std::string& from, const std::string& to,
+                              const PreparedIR& prepared) {
+    const auto peak = peakDbfs(samplesOf(prepared.block));
+    return {{"file", from},
+            {"out", to},
+            {"peak_dbfs", peak ? nlohmann::ordered_json(std::round(*peak * 100) / 100) : nullptr},
+            {"steps", prepared.steps}};
+}
+
+bool isThere(const std::string& path) {
+    std::error_code unknown;
+    return fs::exists(fs::symlink_status(path, unknown));
+}
+
+bool isSameFile(const std::string& one, const std::string& other) {
+    std::error_code unknown;
+    return fs::equivalent(one, other, unknown);
+}
+
+} // namespace
+
+PrepareCommand::PrepareCommand(CLI::App& app)
+    : Command(app, "prepare",
+              "Make the best 1024 points of files, as WAV files to load; needs no pedal") {
+    subcommand()
+        .add_option("FILE", files_, "The file and the WAV file to write; with --into, files alone")
+        ->required()
+        ->type_name("");
+    subcommand()
+        .add_option("--into", folder_, "Write each file into this folder, under its own name")
+        ->type_name("FOLDER");
+    subcommand().add_flag("--force", force_, "Replace files that are there already");
+    addSteps();
+    addJson(json_);
+    subcommand()
+        .add_option("--plot", plotFile_,
+                    "Draw the response before and after into this file, named *.svg")
+        ->type_name("OUT")
+        ->check([](const std::string& path) {
+            return isSvgPath(path) ? std::string{} : path + ": a plot's name must end with .svg";
+        });
+    subcommand().callback([this] { checkUsage(); });
+}
+
+void PrepareCommand::addSteps() {
+    subcommand()
+        .add_option("--channel", channel_, "first, or the mean of all; first if not given")
+        ->type_name("CHANNEL")
+        ->check(CLI::IsMember({"first", "mean"}));
+    subcommand().add_flag("--no-resample", noResample_,
+                          "Leave the resampling to the plain interpolation of load");
+    subcommand().add_flag("--no-trim", noTrim_, "Keep what lies before the onset");
+    subcommand().add_flag("--minimum-phase", minimumPhase_,
+                          "Same response, with the energy as early as it can be");
+    subcommand()
+        .add_option("--fade", fade_, "Fade over the end of what is cut, 0 to 20 ms; 2 if not given")
+        ->type_name("MS")
+        ->check(CLI::Range(0.0, longestFade));
+    subcommand()
+        .add_option("--level", level_,
+                    "keep, peak (-0.3 dBFS) or a loudness in LUFS, such as -18; peak if not given")
+        ->type_name("LEVEL")
+        ->check(whyNoLevel);
+}
+
+void PrepareCommand::checkUsage() const {
+    if (folder_.empty() && files_.size() != 2)
+        throw CLI::ValidationError("give the file and the WAV file to write, or --into FOLDER");
+    if (!plotFile_.empty() && files_.size() > 2 - (folder_.empty() ? 0 : 1))
+        throw CLI::ValidationError("--plot is for one file alone");
+    if (folder_.empty() && fs::path(files_[1]).extension() != ".wav")
+        throw CLI::ValidationError(files_[1] + ": the name of what is written must end with .wav");
+}
+
+PrepareOptions PrepareCommand::options() const {
+    PrepareOptions options{.channel = channel_ == "mean" ? Channel::mean : Channel::first,
+                           .resample = !noResample_,
+                           .trim = !noTrim_,
+                           .minimumPhase = minimumPhase_,
+                           .fade = fade_};
+    if (level_ == "keep") {
+        options.level = LevelGoal::keep;
+    } else if (const auto loudness = numberIn(level_)) {
+        options.level = LevelGoal::loudness;
+        options.loudness = *loudness;
+    }
+    return options;
+}
+
+std::vector<PrepareCommand::Job> PrepareCommand::jobs() const {
+    if (folder_.empty())
+        return {{files_[0], files_[1]}};
+    std::vector<Job> all;
+    for (const std::string& file : files_)
+        all.push_back({file, (fs::path(folder_) / fs::path(file).stem()).string() + ".wav"});
+    return all;
+}
+
+/// Looks at all places before anything is written; false, and told, if one is taken.
+bool PrepareCommand::mayWrite(const std::vector<Job>& jobs) const {
+    bool all = true;
+    const auto tell = [&all](const std::string& why) {
+        complain(why);
+        all = false;
+    };
+    std::error_code unknown;
+    if (!folder_.empty() && !fs::is_directory(folder_, unknown))
+        tell(folder_ + " is no folder; make it first");
+    std::set<std::string> places;
+    for (const Job& job : jobs) {
+        if (!places.insert(job.to).second)
+            tell(job.to + " would be written twice; give the files names of their own");
+        else if (isSameFile(job.from, job.to))
+            tell(job.to + " is the file itself; give another name");
+        else if (!force_ && isThere(job.to))
+            tell(job.to + " is there already; give another name, or --force to replace it");
+    }
+    return all;
+}
+
+/// Writes what was prepared; returns why that failed, or an empty text.
+std::string PrepareCommand::write(const Job& job, const PreparedIR& prepared) const {
+    std::string why;
+    if (!writeOutputFile(job.to, prepared.wav, why) || plotFile_.empty())
+        return why;
+    const std::string plot =
+        svgFile(comparisonPage(fs::path(job.from).filename().string(), prepared.steps,
+                               samplesOf(prepared.given), samplesOf(prepared.block)));
+    writeOutputFile(plotFile_, {reinterpret_cast<const std::uint8_t*>(plot.data()), plot.size()},
+                    why);
+    return why;
+}
+
+void PrepareCommand::tell(const Job& job, const PreparedIR& prepared) const {
+    std::cout << job.to << ": " << dbfsText(peakDbfs(samplesOf(prepared.block))) << '\n';
+    for (const std::string& step : prepared.steps)
+        std::cout << "  " << step << '\n';
+}
+
+/// Prepares and writes every job, on several threads: half of the time goes into waiting for the
+/// disk. After a Ctrl-C no job is begun.
+std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>& jobs) const {
+    std::vector<Result> results(jobs.size());
+    std::atomic<std::size_t> begun{0};
+    std::atomic<std::size_t> done{0};
+    const auto workThrough = [&] {
+        for (std::size_t i = begun++; i < jobs.size() && !interrupted(); i = begun++) {
+            results[i].prepared = prepareFile(jobs[i].from, options());
+            if (results[i].prepared.whyRefused.empty())
+                results[i].whyNotWritten = write(jobs[i], results[i].prepared);
+            results[i].isDone = true;
+            ++done;
+        }
+    };
+    std::vector<std::jthread> threads;
+    for (std::size_t i = 0; jobs.size() > 1 && i < threadCount; ++i)
+        threads.emplace_back(workThrough);
+    ProgressLine progress;
+    if (threads.empty())
+        workThrough();
+    while (!threads.empty() && done < jobs.size() && !interrupted()) {
+        progress.show(std::to_string(done) + " of " + std::to_string(jobs.size()));
+        std::this_thread::sleep_for(refreshInterval);
+    }
+    threads.clear(); // waits for those at work
+    return results;
+}
+
+ExitStatus PrepareCommand::run() {
+    const std::vector<Job> all = jobs();
+    if (!mayWrite(all))
+        return ExitStatus::wrongUsage;
+    ExitStatus status = ExitStatus::done;
+    nlohmann::ordered_json written = nlohmann::ordered_json::array();
+    const std::vector<Result> results = work(all);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        const Result& result = results[i];
+        if (!result.isDone) {
+            status = ExitStatus::interrupted;
+        } else if (!result.prepared.whyRefused.empty()) {
+            complain(all[i].from + ": " + result.prepared.whyRefused);
+            status = ExitStatus::fileRefused;
+        } else if (!result.whyNotWritten.empty()) {
+            complain(result.whyNotWritten);
+            status = ExitStatus::wrongUsage;
+        } else if (json_) {
+            written.push_back(jsonOf(all[i].from, all[i].to, result.prepared));
+        } else {
+            tell(all[i], result.prepared);
+        }
+    }
+    if (json_)
+        printDocument({{"version", 1}, {"files", written}});
+    return interrupted() ? ExitStatus::interrupted : status;
+}
+
+} // namespace cabslot

@@ -1,0 +1,53 @@
+// prepare: makes the best 1024 points of IR files and writes them as WAV files; needs no pedal.
+#pragma once
+
+#include "cli/Command.h"
+#include "prepare/Prepare.h"
+
+#include <string>
+#include <vector>
+
+namespace cabslot {
+
+/// One file into another, or several into a folder.
+class PrepareCommand final : public Command {
+public:
+    explicit PrepareCommand(CLI::App& app);
+    ExitStatus run() override;
+
+private:
+    struct Job {
+        std::string from;
+        std::string to;
+    };
+
+    struct Result {
+        bool isDone = false; ///< false after a Ctrl-C
+        PreparedIR prepared;
+        std::string whyNotWritten;
+    };
+
+    void addSteps();
+    void checkUsage() const;
+    PrepareOptions options() const;
+    std::vector<Job> jobs() const;
+    bool mayWrite(const std::vector<Job>& jobs) const;
+    std::string write(const Job& job, const PreparedIR& prepared) const;
+    std::vector<Result> work(const std::vector<Job>& jobs) const;
+    void tell(const Job& job, const PreparedIR& prepared) const;
+
+    std::vector<std::string> files_;
+    std::string folder_;
+    std::string plotFile_;
+    bool force_ = false;
+    bool json_ = false;
+
+    std::string channel_ = "first";
+    bool noResample_ = false;
+    bool noTrim_ = false;
+    bool minimumPhase_ = false;
+    double fade_ = usualFade;
+    std::string level_ = "peak";
+};
+
+} // namespace cabslot

@@ -1,0 +1,200 @@
+#include "prepare/Prepare.h"
+
+#include "analysis/Words.h"
+#include "irfile/SampleFormat.h"
+#include "irfile/SoundFile.h"
+#include "prepare/Loudness.h"
+#include "prepare/MinimumPhase.h"
+#include "prepare/Steps.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace cabslot {
+
+namespace {
+
+constexpr std::size_t leadIn = 8;       // points that stay before the onset
+constexpr double audibleChange = 0.005; // dB; less is not worth a sentence
+
+std::string millisecondsText(std::size_t points) {
+    return fixedText(static_cast<double>(points) * 1000 / pointsPerSecond, 1) + " ms";
+}
+
+std::string gainText(double gain) {
+    return (gain > 0 ? "+" : "") + fixedText(gain, 1) + " dB";
+}
+
+/// The channel that is asked for, or the mean of all, as far as the file is in memory. Samples that
+/// are no number count as 0.
+Signal channelOf(const QNIRFile& file, Channel channel) {
+    const std::uint16_t count = channel == Channel::mean ? file.channelCount() : 1;
+    Signal sum;
+    for (std::uint16_t i = 0; i < count; ++i) {
+        std::vector<float> values(static_cast<std::size_t>(file.heldFrames()));
+        values.resize(file.readChannel(i, 0, values));
+        sum.resize(std::max(sum.size(), values.size()));
+        for (std::size_t k = 0; k < values.size(); ++k)
+            sum[k] += std::isfinite(values[k]) ? static_cast<double>(values[k]) / count : 0;
+    }
+    return sum;
+}
+
+/// One file on its way through the steps.
+class Preparation {
+public:
+    Preparation(const QNIRFile& file, const Block& given, const PrepareOptions& options)
+        : options_(options), file_(file), given_(given) {}
+
+    PreparedIR run() {
+        takeIn();
+        trim();
+        makeMinimumPhase();
+        cut();
+        setLevel();
+        return write();
+    }
+
+private:
+    void say(const std::string& sentence) { steps_.push_back(sentence); }
+
+    // Afterwards signal_ is at 44.1 kHz.
+    void takeIn() {
+        const double rate = file_.sampleRate();
+        if (rate == pointsPerSecond) {
+            signal_ = channelOf(file_, options_.channel);
+        } else if (options_.resample) {
+            signal_ = resampled(channelOf(file_, options_.channel), rate);
+            say("Resampled from " + std::to_string(file_.sampleRate()) + " Hz to 44100 Hz.");
+        } else {
+            const Samples samples = samplesOf(given_);
+            signal_.assign(samples.begin(), samples.end());
+        }
+    }
+
+    void trim() {
+        const std::size_t onset = onsetOf(signal_);
+        if (!options_.trim || onset <= leadIn)
+            return;
+        const std::size_t gone = onset - leadIn;
+        signal_.erase(signal_.begin(), signal_.begin() + static_cast<std::ptrdiff_t>(gone));
+        say("Trimmed " + millisecondsText(gone) + " before the onset.");
+    }
+
+    void makeMinimumPhase() {
+        if (!options_.minimumPhase)
+            return;
+        signal_ = minimumPhase(signal_, irPointCount);
+        say("Made minimum phase: the energy comes as early as it can.");
+    }
+
+    void cut() {
+        // Zeros at the end, such as behind a resampled file, are nothing that a cut would hurt.
+        while (!signal_.empty() && std::abs(signal_.back()) < 0.5 / double{fullScale})
+            signal_.pop_back();
+        if (signal_.size() <= irPointCount)
+            return;
+        signal_.resize(irPointCount);
+        const auto length =
+            static_cast<std::size_t>(std::lround(options_.fade * pointsPerSecond / 1000));
+        if (length == 0)
+            return;
+        fadeOut(signal_, length);
+        say("Faded out over the last " + millisecondsText(length) + ".");
+    }
+
+    void setLevel() {
+        const double peak = peakOf(signal_);
+        if (peak == 0)
+            return;
+        const double highest = std::pow(10, usualPeak / 20) / peak;
+        double factor = 1;
+        if (options_.level == LevelGoal::peak)
+            factor = highest;
+        else if (options_.level == LevelGoal::loudness)
+            factor = std::pow(10, (options_.loudness - loudnessOf(signal_)) / 20);
+        // As it is may reach full scale; whatever is made louder keeps below.
+        const double limit = options_.level == LevelGoal::keep
+                                 ? (double{fullScale} - 1) / double{fullScale} / peak
+                                 : highest;
+        const bool held = factor > limit && limit < 1e9;
+        factor = std::isfinite(factor) ? std::min(factor, limit) : 1;
+        scale(signal_, factor);
+        const double gain = 20 * std::log10(factor);
+        if (std::abs(gain) > audibleChange)
+            say("Level " + gainText(gain) +
+                (held && options_.level != LevelGoal::peak ? ": more would clip." : "."));
+    }
+
+    PreparedIR write() {
+        PreparedIR result;
+        result.given = given_;
+        std::vector<float> samples(signal_.size());
+        for (std::size_t i = 0; i < signal_.size(); ++i) {
+            const auto point =
+                static_cast<std::int32_t>(std::clamp(std::round(signal_[i] * double{fullScale}),
+                                                     -double{fullScale}, double{fullScale} - 1));
+            result.block[i] = static_cast<std::uint32_t>(point) & sampleMask;
+            samples[i] = static_cast<float>(point) / fullScale; // exact
+        }
+        result.wav = soundFile(samples);
+        result.steps = std::move(steps_);
+        return result;
+    }
+
+    const PrepareOptions& options_;
+    const QNIRFile& file_;
+    const Block& given_;
+    Signal signal_;
+    std::vector<std::string> steps_;
+};
+
+/// The given block as a file, with the points that the file fills.
+PreparedIR unchanged(const QNIRFile& file, const Block& given) {
+    const std::size_t count = std::min<std::size_t>(
+        irPointCount, file.sampleRate() == pointsPerSecond ? file.decodedPoints() : irPointCount);
+    std::vector<float> samples(count);
+    for (std::size_t i = 0; i < count; ++i)
+        samples[i] = static_cast<float>(signedSample(given[i])) / fullScale;
+    PreparedIR result;
+    result.block = given;
+    for (std::uint32_t& point : result.block)
+        point &= sampleMask;
+    result.given = given;
+    result.wav = soundFile(samples);
+    return result;
+}
+
+} // namespace
+
+PrepareOptions PrepareOptions::nothing() {
+    return {.resample = false, .trim = false, .fade = 0, .level = LevelGoal::keep};
+}
+
+bool PrepareOptions::changesNothing() const {
+    return channel == Channel::first && !resample && !trim && !minimumPhase && fade == 0 &&
+           level == LevelGoal::keep;
+}
+
+PreparedIR prepareFile(const QNIRFile& file, const Block& given, const PrepareOptions& options) {
+    if (options.changesNothing())
+        return unchanged(file, given);
+    if (!file.isInteralIR())
+        return Preparation(file, given, options).run();
+    PreparedIR result = unchanged(file, given);
+    result.steps = {"A factory IR is passed as it is."};
+    return result;
+}
+
+PreparedIR prepareFile(const std::string& path, const PrepareOptions& options) {
+    QNIRFile file;
+    Block given{};
+    if (file.openForInspection(path) && file.GetIRDataBuffer(given))
+        return prepareFile(file, given, options);
+    PreparedIR result;
+    result.whyRefused = file.whyRefused();
+    return result;
+}
+
+} // namespace cabslot

@@ -1,0 +1,63 @@
+#include "prepare/Steps.h"
+
+#include "analysis/Samples.h"
+
+#include <soxr.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace cabslot {
+
+namespace {
+
+constexpr double onsetLevel = 0.01;   // of the peak; -40 dB
+constexpr std::size_t padding = 4096; // zeros behind, for the filter to ring in
+
+} // namespace
+
+double peakOf(const Signal& signal) {
+    double peak = 0;
+    for (const double sample : signal)
+        peak = std::max(peak, std::abs(sample));
+    return peak;
+}
+
+void scale(Signal& signal, double factor) {
+    for (double& sample : signal)
+        sample *= factor;
+}
+
+std::size_t onsetOf(const Signal& signal) {
+    const double threshold = onsetLevel * peakOf(signal);
+    const auto first = std::ranges::find_if(signal, [threshold](double sample) {
+        return sample != 0 && std::abs(sample) >= threshold;
+    });
+    return first == signal.end() ? 0 : static_cast<std::size_t>(first - signal.begin());
+}
+
+Signal resampled(const Signal& signal, double rate) {
+    Signal padded = signal;
+    padded.resize(signal.size() + padding);
+    const double length = std::ceil(static_cast<double>(padded.size()) * pointsPerSecond / rate);
+    Signal result(static_cast<std::size_t>(length));
+    const soxr_io_spec_t format = soxr_io_spec(SOXR_FLOAT64_I, SOXR_FLOAT64_I);
+    const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_VHQ | SOXR_MINIMUM_PHASE, 0);
+    std::size_t made = 0;
+    const soxr_error_t error =
+        soxr_oneshot(rate, pointsPerSecond, 1, padded.data(), padded.size(), nullptr, result.data(),
+                     result.size(), &made, &format, &quality, nullptr);
+    result.resize(error == nullptr ? made : 0);
+    return result;
+}
+
+void fadeOut(Signal& signal, std::size_t length) {
+    length = std::min(length, signal.size());
+    for (std::size_t i = 0; i < length; ++i) {
+        const double place = static_cast<double>(i + 1) / static_cast<double>(length + 1);
+        signal[signal.size() - length + i] *= (1 + std::cos(std::numbers::pi * place)) / 2;
+    }
+}
+
+} // namespace cabslot

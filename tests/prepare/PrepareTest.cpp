@@ -1,0 +1,178 @@
+// Preparing an IR: against signals whose answers are known.
+#include "prepare/Prepare.h"
+#include "prepare/Loudness.h"
+#include "prepare/MinimumPhase.h"
+#include "tests/support/WavBuilder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <complex>
+#include <functional>
+#include <numbers>
+
+namespace cabslot::testing {
+namespace {
+
+constexpr double pi = std::numbers::pi;
+constexpr PrepareOptions keepLevel = {.level = LevelGoal::keep};
+
+/// The magnitude of what `signal`, at `rate`, does to a frequency.
+double magnitude(std::span<const double> signal, double hertz, double rate = pointsPerSecond) {
+    std::complex<double> sum;
+    for (std::size_t i = 0; i < signal.size(); ++i)
+        sum += signal[i] * std::polar(1.0, -2 * pi * hertz * static_cast<double>(i) / rate);
+    return std::abs(sum);
+}
+
+class Preparing : public ::testing::Test {
+protected:
+    /// A mono file of 24 bits; `value` gives frame i, full scale 1.0.
+    std::string file(std::uint32_t rate, int frames, const std::function<double(int)>& value) {
+        WavBuilder wav{.rate = rate, .bits = 24};
+        for (int i = 0; i < frames; ++i)
+            wav.add(static_cast<std::int32_t>(std::lround(value(i) * 8388607)));
+        return folder.write("x.wav", wav.bytes());
+    }
+
+    /// Prepares, and checks that the given conversion passes the result bit for bit.
+    PreparedIR prepared(const std::string& path, const PrepareOptions& options) {
+        PreparedIR result = prepareFile(path, options);
+        EXPECT_EQ(result.whyRefused, "");
+        QNIRFile again;
+        Block block{};
+        EXPECT_TRUE(again.openBytes(result.wav, path) && again.GetIRDataBuffer(block));
+        EXPECT_TRUE(block == result.block) << "the given conversion changes it";
+        EXPECT_TRUE(again.sampleRate() == 44100 && again.bitsPerSample() == 24 &&
+                    again.channelCount() == 1 && again.frameCount() <= irPointCount);
+        samples = samplesOf(result.block);
+        return result;
+    }
+
+    TempFolder folder;
+    Samples samples{};
+};
+
+TEST_F(Preparing, WithEverythingOffTheGivenBlockComesOutToTheBit) {
+    for (const std::uint32_t rate : {44100U, 48000U, 88200U, 96000U}) {
+        for (const std::uint16_t bits : std::initializer_list<std::uint16_t>{8, 16, 24, 32}) {
+            WavBuilder wav{.rate = rate, .channels = 2, .bits = bits};
+            for (int i = 0; i < 5000; ++i)
+                bits == 32 ? wav.addFloat(1.6F * std::sin(0.7F * static_cast<float>(i)))
+                           : wav.add(i * 7919);
+            const PreparedIR result =
+                prepared(folder.write("x.wav", wav.bytes()), PrepareOptions::nothing());
+            for (std::size_t i = 0; i < irPointCount; ++i)
+                ASSERT_EQ(result.block[i], result.given[i] & 0xFFFFFFU) << rate << '/' << bits;
+            EXPECT_TRUE(result.steps.empty());
+        }
+    }
+}
+
+TEST_F(Preparing, ResamplingLetsNothingFoldDownAndKeepsThePassband) {
+    for (const std::uint32_t rate : {88200U, 96000U}) {
+        // A burst above what 44.1 kHz can hold; the given interpolation folds it down.
+        const std::string high = file(rate, 2000, [rate](int i) {
+            const double hann = (1 - std::cos(2 * pi * i / 2000)) / 2;
+            return 0.9 * hann * std::sin(2 * pi * 27000 * i / rate);
+        });
+        const PreparedIR result = prepared(high, {.trim = false, .level = LevelGoal::keep});
+        EXPECT_LT(decibels(peakOf(samples) / 0.9), -100) << rate;
+        EXPECT_GT(decibels(peakOf(samplesOf(result.given)) / 0.9), -3) << "what it is good for";
+    }
+    for (const std::uint32_t rate : {48000U, 88200U, 96000U}) {
+        const auto click = [](int i) { return i == 300 ? 0.9 : i == 340 ? -0.3 : 0.0; };
+        std::vector<double> source;
+        for (int i = 0; i < 1000; ++i)
+            source.push_back(click(i));
+        prepared(file(rate, 1000, click), keepLevel);
+        for (double hertz = 20; hertz <= 18000; hertz *= 1.05)
+            EXPECT_NEAR(decibels(magnitude(samples, hertz) * rate / pointsPerSecond),
+                        decibels(magnitude(source, hertz, rate)), 0.05)
+                << rate << ": " << hertz << " Hz";
+    }
+}
+
+TEST_F(Preparing, TrimsToEightPointsBeforeTheOnset) {
+    const auto late = [](int i) { return i < 441 ? 0.0009 : i == 441 ? 0.1 : 0.05; };
+    const PreparedIR result = prepared(file(44100, 1000, late), keepLevel);
+    EXPECT_NEAR(samples[7], 0.0009, 1e-6);
+    EXPECT_NEAR(samples[8], 0.1, 1e-6);
+    EXPECT_EQ(result.steps, std::vector<std::string>{"Trimmed 9.8 ms before the onset."});
+    prepared(file(44100, 1000, late), {.trim = false, .level = LevelGoal::keep});
+    EXPECT_NEAR(samples[441], 0.1, 1e-6);
+}
+
+TEST_F(Preparing, FadesOnlyWhatIsCut) {
+    const auto one = [](int) { return 0.5; };
+    prepared(file(44100, 1025, one), keepLevel);
+    EXPECT_NEAR(samples[1024 - 89], 0.5, 1e-6);
+    EXPECT_NEAR(samples[1024 - 88 + 10], 0.25 * (1 + std::cos(pi * 11 / 89)), 1e-6);
+    EXPECT_NEAR(samples[1023], 0.25 * (1 + std::cos(pi * 88 / 89)), 1e-6);
+    prepared(file(44100, 1024, one), keepLevel);
+    EXPECT_NEAR(samples[1023], 0.5, 1e-6);
+    prepared(file(44100, 2000, one), {.fade = 0, .level = LevelGoal::keep});
+    EXPECT_NEAR(samples[1023], 0.5, 1e-6);
+}
+
+TEST_F(Preparing, ReachesItsLevelAndNeverClips) {
+    const auto quiet = [](int i) { return i % 50 == 20 ? -0.01 : 0.004; };
+    const std::string path = file(44100, 500, quiet);
+    prepared(path, {});
+    EXPECT_NEAR(decibels(peakOf(samples)), -0.3, 0.001);
+    const auto loudness = [this] { return loudnessOf({samples.begin(), samples.end()}); };
+    prepared(path, {.level = LevelGoal::loudness, .loudness = -45});
+    EXPECT_NEAR(loudness(), -45, 0.1);
+    const PreparedIR held = prepared(path, {.level = LevelGoal::loudness, .loudness = 20});
+    EXPECT_NEAR(decibels(peakOf(samples)), -0.3, 0.001);
+    EXPECT_NE(held.steps.back().find("more would clip"), std::string::npos);
+
+    const auto loud = WavBuilder{.bits = 32}.addFloat(-3).addFloat(1.5F).addFloat(NAN).bytes();
+    prepared(folder.write("loud.wav", loud), keepLevel);
+    EXPECT_NEAR(samples[0], -1, 1e-6);
+    EXPECT_NEAR(samples[1], 0.5, 1e-6);
+    EXPECT_EQ(samples[2], 0);
+    prepared(file(44100, 100, [](int) { return 0.0; }), {});
+    EXPECT_EQ(peakOf(samples), 0) << "silence stays silence";
+}
+
+TEST_F(Preparing, MinimumPhaseKeepsTheMagnitudeAndComesEarlier) {
+    Signal source(700);
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        const auto t = static_cast<double>(i);
+        source[i] = (i < 60 ? t / 60 : std::exp((60 - t) / 60)) *
+                    (std::sin(0.21 * t) + 0.5 * std::sin(0.9 * t) + 0.2 * std::cos(2.1 * t));
+    }
+    const Signal early = minimumPhase(source, irPointCount);
+    double highest = 0;
+    for (double hertz = 20; hertz < 22000; hertz += 37)
+        highest = std::max(highest, magnitude(source, hertz));
+    for (double hertz = 20; hertz < 22000; hertz += 37) {
+        if (const double was = magnitude(source, hertz); was > 0.001 * highest) {
+            EXPECT_NEAR(decibels(magnitude(early, hertz)), decibels(was), 0.1) << hertz;
+        }
+    }
+    double before = 0;
+    double after = 0;
+    for (std::size_t i = 0; i < source.size(); ++i) {
+        before += source[i] * source[i];
+        after += early[i] * early[i];
+        EXPECT_GE(after, before * (1 - 1e-6)) << i;
+    }
+}
+
+TEST_F(Preparing, TakesTheMeanOfTheChannelsAndRefusesWhatIsRefused) {
+    WavBuilder stereo{.channels = 2};
+    stereo.add(1000).add(-400).add(2000).add(2000);
+    const std::string path = folder.write("x.wav", stereo.bytes());
+    prepared(path, {.channel = Channel::mean, .level = LevelGoal::keep});
+    EXPECT_EQ(samples[0] * 32768, 300);
+    EXPECT_EQ(samples[1] * 32768, 2000);
+    const std::string slow = folder.write("y.wav", WavBuilder{.rate = 22050}.add(1).bytes());
+    EXPECT_EQ(prepareFile(slow, {}).whyRefused.substr(0, 25), "22050 Hz is not supported");
+    const std::string factory = folder.write("z.bin", factoryFile(3, std::string(3072, '\x21')));
+    EXPECT_EQ(prepared(factory, {}).block[7], 0x212121U);
+}
+
+} // namespace
+} // namespace cabslot::testing
