@@ -234,7 +234,7 @@ ExitStatus PrepareCommand::run() {
         }
     }
     if (json_)
-        printDocument({{"version", 1}, {"files", written}});
+        printDocument({{"files", written}});
     return interrupted() ? ExitStatus::interrupted : status;
 }
 
