@@ -16,6 +16,7 @@ namespace cabslot {
 namespace {
 
 constexpr std::size_t leadIn = 8;       // points that stay before the onset
+constexpr double inaudible = 1e-4;      // of the peak; -80 dB
 constexpr double audibleChange = 0.005; // dB; less is not worth a sentence
 
 std::string millisecondsText(std::size_t points) {
@@ -49,8 +50,8 @@ public:
 
     PreparedIR run() {
         takeIn();
+        makeMinimumPhase(); // of all: a response that has lost its start is another one
         trim();
-        makeMinimumPhase();
         cut();
         setLevel();
         return write();
@@ -79,7 +80,8 @@ private:
             return;
         const std::size_t gone = onset - leadIn;
         signal_.erase(signal_.begin(), signal_.begin() + static_cast<std::ptrdiff_t>(gone));
-        say("Trimmed " + millisecondsText(gone) + " before the onset.");
+        if (const std::string time = millisecondsText(gone); time != "0.0 ms")
+            say("Trimmed " + time + " before the onset.");
     }
 
     void makeMinimumPhase() {
@@ -90,9 +92,8 @@ private:
     }
 
     void cut() {
-        // Zeros at the end, such as behind a resampled file, are nothing that a cut would hurt.
-        while (!signal_.empty() && std::abs(signal_.back()) < 0.5 / double{fullScale})
-            signal_.pop_back();
+        dropEnd(0, 0.5 / double{fullScale});
+        dropEnd(irPointCount, inaudible * peakOf(signal_));
         if (signal_.size() <= irPointCount)
             return;
         signal_.resize(irPointCount);
@@ -102,6 +103,13 @@ private:
             return;
         fadeOut(signal_, length);
         say("Faded out over the last " + millisecondsText(length) + ".");
+    }
+
+    /// Drops what is below `level` at the end, such as where a resampler's filter rings out; at
+    /// least `kept` points stay.
+    void dropEnd(std::size_t kept, double level) {
+        while (signal_.size() > kept && std::abs(signal_.back()) < level)
+            signal_.pop_back();
     }
 
     void setLevel() {
