@@ -169,7 +169,7 @@ std::string PrepareCommand::write(const Job& job, const PreparedIR& prepared) co
         return why;
     const std::string plot =
         svgFile(comparisonPage(fs::path(job.from).filename().string(), prepared.steps,
-                               samplesOf(prepared.given), samplesOf(prepared.block)));
+                               samplesOf(prepared.plain), samplesOf(prepared.block)));
     writeOutputFile(plotFile_, {reinterpret_cast<const std::uint8_t*>(plot.data()), plot.size()},
                     why);
     return why;

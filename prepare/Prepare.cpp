@@ -45,8 +45,8 @@ Signal channelOf(const QNIRFile& file, Channel channel) {
 /// One file on its way through the steps.
 class Preparation {
 public:
-    Preparation(const QNIRFile& file, const Block& given, const PrepareOptions& options)
-        : options_(options), file_(file), given_(given) {}
+    Preparation(const QNIRFile& file, const Block& plain, const PrepareOptions& options)
+        : options_(options), file_(file), plain_(plain) {}
 
     PreparedIR run() {
         takeIn();
@@ -69,7 +69,7 @@ private:
             signal_ = resampled(channelOf(file_, options_.channel), rate);
             say("Resampled from " + std::to_string(file_.sampleRate()) + " Hz to 44100 Hz.");
         } else {
-            const Samples samples = samplesOf(given_);
+            const Samples samples = samplesOf(plain_);
             signal_.assign(samples.begin(), samples.end());
         }
     }
@@ -137,7 +137,7 @@ private:
 
     PreparedIR write() {
         PreparedIR result;
-        result.given = given_;
+        result.plain = plain_;
         std::vector<float> samples(signal_.size());
         for (std::size_t i = 0; i < signal_.size(); ++i) {
             const auto point =
@@ -153,23 +153,23 @@ private:
 
     const PrepareOptions& options_;
     const QNIRFile& file_;
-    const Block& given_;
+    const Block& plain_;
     Signal signal_;
     std::vector<std::string> steps_;
 };
 
-/// The given block as a file, with the points that the file fills.
-PreparedIR unchanged(const QNIRFile& file, const Block& given) {
+/// The plain block as a file, with the points that the file fills.
+PreparedIR unchanged(const QNIRFile& file, const Block& plain) {
     const std::size_t count = std::min<std::size_t>(
         irPointCount, file.sampleRate() == pointsPerSecond ? file.decodedPoints() : irPointCount);
     std::vector<float> samples(count);
     for (std::size_t i = 0; i < count; ++i)
-        samples[i] = static_cast<float>(signedSample(given[i])) / fullScale;
+        samples[i] = static_cast<float>(signedSample(plain[i])) / fullScale;
     PreparedIR result;
-    result.block = given;
+    result.block = plain;
     for (std::uint32_t& point : result.block)
         point &= sampleMask;
-    result.given = given;
+    result.plain = plain;
     result.wav = soundFile(samples);
     return result;
 }
@@ -185,21 +185,21 @@ bool PrepareOptions::changesNothing() const {
            level == LevelGoal::keep;
 }
 
-PreparedIR prepareFile(const QNIRFile& file, const Block& given, const PrepareOptions& options) {
+PreparedIR prepareFile(const QNIRFile& file, const Block& plain, const PrepareOptions& options) {
     if (options.changesNothing())
-        return unchanged(file, given);
+        return unchanged(file, plain);
     if (!file.isInteralIR())
-        return Preparation(file, given, options).run();
-    PreparedIR result = unchanged(file, given);
+        return Preparation(file, plain, options).run();
+    PreparedIR result = unchanged(file, plain);
     result.steps = {"A factory IR is passed as it is."};
     return result;
 }
 
 PreparedIR prepareFile(const std::string& path, const PrepareOptions& options) {
     QNIRFile file;
-    Block given{};
-    if (file.openForInspection(path) && file.GetIRDataBuffer(given))
-        return prepareFile(file, given, options);
+    Block plain{};
+    if (file.openForInspection(path) && file.GetIRDataBuffer(plain))
+        return prepareFile(file, plain, options);
     PreparedIR result;
     result.whyRefused = file.whyRefused();
     return result;

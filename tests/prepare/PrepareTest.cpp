@@ -34,14 +34,14 @@ protected:
         return folder.write("x.wav", wav.bytes());
     }
 
-    /// Prepares, and checks that the given conversion passes the result bit for bit.
+    /// Prepares, and checks that the plain conversion passes the result bit for bit.
     PreparedIR prepared(const std::string& path, const PrepareOptions& options) {
         PreparedIR result = prepareFile(path, options);
         EXPECT_EQ(result.whyRefused, "");
         QNIRFile again;
         Block block{};
         EXPECT_TRUE(again.openBytes(result.wav, path) && again.GetIRDataBuffer(block));
-        EXPECT_TRUE(block == result.block) << "the given conversion changes it";
+        EXPECT_TRUE(block == result.block) << "the plain conversion changes it";
         EXPECT_TRUE(again.sampleRate() == 44100 && again.bitsPerSample() == 24 &&
                     again.channelCount() == 1 && again.frameCount() <= irPointCount);
         samples = samplesOf(result.block);
@@ -52,7 +52,7 @@ protected:
     Samples samples{};
 };
 
-TEST_F(Preparing, WithEverythingOffTheGivenBlockComesOutToTheBit) {
+TEST_F(Preparing, WithEverythingOffThePlainBlockComesOutToTheBit) {
     for (const std::uint32_t rate : {44100U, 48000U, 88200U, 96000U}) {
         for (const std::uint16_t bits : std::initializer_list<std::uint16_t>{8, 16, 24, 32}) {
             WavBuilder wav{.rate = rate, .channels = 2, .bits = bits};
@@ -62,7 +62,7 @@ TEST_F(Preparing, WithEverythingOffTheGivenBlockComesOutToTheBit) {
             const PreparedIR result =
                 prepared(folder.write("x.wav", wav.bytes()), PrepareOptions::nothing());
             for (std::size_t i = 0; i < irPointCount; ++i)
-                ASSERT_EQ(result.block[i], result.given[i] & 0xFFFFFFU) << rate << '/' << bits;
+                ASSERT_EQ(result.block[i], result.plain[i] & 0xFFFFFFU) << rate << '/' << bits;
             EXPECT_TRUE(result.steps.empty());
         }
     }
@@ -70,14 +70,14 @@ TEST_F(Preparing, WithEverythingOffTheGivenBlockComesOutToTheBit) {
 
 TEST_F(Preparing, ResamplingLetsNothingFoldDownAndKeepsThePassband) {
     for (const std::uint32_t rate : {88200U, 96000U}) {
-        // A burst above what 44.1 kHz can hold; the given interpolation folds it down.
+        // A burst above what 44.1 kHz can hold; the plain interpolation folds it down.
         const std::string high = file(rate, 2000, [rate](int i) {
             const double hann = (1 - std::cos(2 * pi * i / 2000)) / 2;
             return 0.9 * hann * std::sin(2 * pi * 27000 * i / rate);
         });
         const PreparedIR result = prepared(high, {.trim = false, .level = LevelGoal::keep});
         EXPECT_LT(decibels(peakOf(samples) / 0.9), -100) << rate;
-        EXPECT_GT(decibels(peakOf(samplesOf(result.given)) / 0.9), -3) << "what it is good for";
+        EXPECT_GT(decibels(peakOf(samplesOf(result.plain)) / 0.9), -3) << "what it is good for";
     }
     for (const std::uint32_t rate : {48000U, 88200U, 96000U}) {
         const int frames = static_cast<int>(rate) / 50; // and ends in a step
