@@ -190,7 +190,7 @@ std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>&
     const auto workThrough = [&] {
         for (std::size_t i = begun++; i < jobs.size() && !interrupted(); i = begun++) {
             results[i].prepared = prepareFile(jobs[i].from, options());
-            if (results[i].prepared.whyRefused.empty())
+            if (!results[i].prepared.refused)
                 results[i].whyNotWritten = write(jobs[i], results[i].prepared);
             results[i].isDone = true;
             ++done;
@@ -221,7 +221,7 @@ ExitStatus PrepareCommand::run() {
         const Result& result = results[i];
         if (!result.isDone) {
             status = ExitStatus::interrupted;
-        } else if (!result.prepared.whyRefused.empty()) {
+        } else if (result.prepared.refused) {
             complain(all[i].from + ": " + result.prepared.whyRefused);
             status = ExitStatus::fileRefused;
         } else if (!result.whyNotWritten.empty()) {

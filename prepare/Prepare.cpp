@@ -201,6 +201,7 @@ PreparedIR prepareFile(const std::string& path, const PrepareOptions& options) {
     if (file.openForInspection(path) && file.GetIRDataBuffer(plain))
         return prepareFile(file, plain, options);
     PreparedIR result;
+    result.refused = true;
     result.whyRefused = file.whyRefused();
     return result;
 }

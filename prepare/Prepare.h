@@ -48,7 +48,8 @@ struct PrepareOptions {
 };
 
 struct PreparedIR {
-    std::string whyRefused;         ///< a clause; empty unless the file was refused
+    bool refused = false;           ///< the file cannot be loaded; the rest is empty
+    std::string whyRefused;         ///< a clause
     std::vector<std::uint8_t> wav;  ///< the file's bytes
     Block block{};                  ///< what the pedal gets
     Block plain{};                  ///< what it would get of the file as it is
