@@ -31,7 +31,14 @@ fetch_source() {
     touch "$source/lists.read"
     rm -rf "$source/$package.part"
     mkdir "$source/$package.part"
-    (cd "$source/$package.part" && apt-get "$@" -qq source "$package" >&2)
+    (
+        cd "$source/$package.part"
+        apt-get "$@" -qq source "$package" >&2 || {
+            say "Debian's changes cannot be had; taking $package as its authors made it"
+            apt-get "$@" -qq --tar-only source "$package" >&2
+            tar xf ./*.orig.tar.*
+        }
+    )
     mv "$source/$package.part"/*/ "$source/$package"
     rm -r "$source/$package.part"
 }
@@ -52,6 +59,12 @@ build() {
     mark_built "$name"
 }
 
+# describe NAME VERSION: for pkg-config, of a library that does not do so itself on Windows.
+describe() {
+    printf '%s\n' "Name: $1" "Description: $1" "Version: $2" "Libs: -L$prefix/lib -l$1" \
+        "Cflags: -I$prefix/include" >"$prefix/lib/pkgconfig/$1.pc"
+}
+
 # Libraries that are headers alone: Debian's serve every system.
 copy_headers() {
     mkdir -p "$prefix/include" "$prefix/share/cmake" "$prefix/lib/pkgconfig"
@@ -68,6 +81,17 @@ build_small_libraries() {
     built hidapi || {
         fetch_source hidapi
         build hidapi "$source/hidapi" -DBUILD_SHARED_LIBS=OFF
+    }
+    built libsoxr || {
+        fetch_source libsoxr
+        build libsoxr "$source/libsoxr" -DBUILD_SHARED_LIBS=OFF -DBUILD_TESTS=OFF \
+            -DWITH_OPENMP=OFF -DWITH_LSR_BINDINGS=OFF
+        describe soxr 0.1.3
+    }
+    built libebur128 || {
+        fetch_source libebur128
+        # its queue.h is the C library's elsewhere
+        build libebur128 "$source/libebur128" -DBUILD_SHARED_LIBS=OFF -DENABLE_INTERNAL_QUEUE_H=ON
     }
 }
 
@@ -104,5 +128,5 @@ package() {
         (cd "$windows/cabslot" && cpack -G "${pair%:*}" -B "$windows/packages" \
             -D CPACK_PACKAGE_FILE_NAME="cabslot-$version-${pair#*:}" >&2)
     done
-    ls -l "$windows/packages"/cabslot-"$version"-*.* >&2
+    ls -l "$windows/packages/cabslot-$version"-*.* >&2
 }
