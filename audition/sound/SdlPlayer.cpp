@@ -12,8 +12,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr Uint16 samplesAtOnce = 1024; // 23 ms: fewer are late on a busy machine
-constexpr auto longestFadeOut = 80ms; // a server that hangs must not hold up Ctrl-C
-constexpr auto longestStillness = 5s; // a null output starts up to two seconds late
+constexpr auto longestFadeOut = 80ms;  // a server that hangs must not hold up Ctrl-C
+constexpr auto longestStillness = 5s;  // a null output starts up to two seconds late
 
 std::string noDevice(const std::string& detail = {}) {
     return "no sound device was found" + (detail.empty() ? "" : " (" + detail + ")") +

@@ -58,7 +58,7 @@ TEST(Findings, OfEachKindOfFile) {
         {wav({}, {{600000, 9}}).bytes(), // of a file so long only the first MiB is looked at
          {cutOff},
          "of more than 11888.1 ms; at least 99.8 % (0.0 dB)"},
-        {wav({.channels = 2}, {{882, 0}, {1, 500}, {1, 0}}).bytes(),
+        {wav({.channels = 2}, {{440, 0}, {442, 9}, {100, 11}, {2, 10000}}).bytes(), // -60 dB
          {startsLate},
          "10.0 ms of silence come first. They are heard as a delay and leave 13.2 ms"},
         {wav({}, {{1024, 0}, {3, 1}}).bytes(), {silent, cutOff}, "Silent"},

@@ -42,13 +42,5 @@ TEST(Console, ProgressIsOneLineOnATerminal) {
         ::close(fd);
 }
 
-TEST(Console, AWaveformIsDrawnInBraille) {
-    Samples samples{};
-    samples[0] = 0.25;
-    samples[1023] = -0.25;
-    // Two columns, six lines: a peak at the left top, one at the right bottom, a line between.
-    EXPECT_EQ(brailleWave(samples, 2), "⡇⠀\n⡇⠀\n⡇⠀\n⠉⢹\n⠀⢸\n⠀⢸\n");
-}
-
 } // namespace
 } // namespace cabslot::testing

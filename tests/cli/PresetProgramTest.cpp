@@ -67,7 +67,6 @@ TEST_F(CabslotctlPreset, TellsWhatIsWrongAndWhatWouldBeRight) {
     const Row rows[] = {
         {folder.path("none"), "it cannot be read: there is no such file", 1},
         {folder.path(""), "it cannot be read: it is a folder; choose a file in it", 1},
-        {"/dev/null", "it cannot be read: it is not a file but a device", 1},
         {folder.write("short", "abc"), "it is 3 bytes long; a preset is 2048", 2},
         {folder.write("long", std::string(5000, 'x')),
          "it is more than 2048 bytes long; a preset is 2048", 2},
@@ -116,9 +115,7 @@ TEST_F(CabslotctlPreset, NeverWritesOverWhatItShouldNot) {
         {{"new", folder.path("link")}, 2, "link is there already"},
         {{"new", "/nonexistent/x"}, 2, "/nonexistent/x cannot be written: No such file"},
         {{"new", folder.path("x"), "--data", tooMuch}, 1, "it is more than 1536 bytes long"},
-        {{"new", folder.path("x"), "--data", ""}, 1, "it cannot be read: no file was chosen"},
         {{"import", file, tooMuch}, 1, tooMuch + ": it is more than 1536 bytes long"},
-        {{"import", file, "/nonexistent"}, 1, "/nonexistent: it cannot be read"},
         {{"export", file, file}, 2, file + " is the preset itself; give another name"},
         {{"export", file, "/dev/full"}, 2, "/dev/full cannot be written: No space left"},
         {{}, 2, "subcommand is required"},

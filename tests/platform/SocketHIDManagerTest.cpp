@@ -35,22 +35,6 @@ protected:
     std::unique_ptr<HIDManager> manager;
 };
 
-TEST_F(Socket, AnnouncesFirstAndRemovesOnceAfterTheLastReport) {
-    EXPECT_EQ(journal.text, "") << "only inside waitForEvents()";
-    for (const std::size_t size : {0U, 63U, 65U, 1000U}) {
-        sendFromPedal(size);
-        wait();
-    }
-    sendFromPedal(64);
-    ::shutdown(ends[1], SHUT_RDWR);
-    for (int i = 0; i < 4; ++i)
-        wait();
-    EXPECT_EQ(journal.text, "+ 0 63 65 128 64 - ") << "a longer one is cut, but never to 64";
-    EXPECT_TRUE(manager->copyDevices().empty());
-    EXPECT_EQ(manager->whyNoDevice(), "the pedal was unplugged");
-    EXPECT_FALSE(journal.lastDevice->SetReport({})) << "a reference may outlive the device";
-}
-
 TEST_F(Socket, SendsWholeReportsAndRefusesWhenThePedalTakesNone) {
     wait();
     HIDReport report{};

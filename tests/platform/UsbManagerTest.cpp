@@ -1,5 +1,6 @@
 // The USB manager's decisions against a bus of this file's own: hidapi's functions, faked. It runs
-// wherever the programs do; the mocked bus under the true hidapi is Linux's alone.
+// wherever the programs do; the true hidapi is the kernel bench's.
+#include "cli/CommandLine.h"
 #include "platform/UsbHIDManager.h"
 #include "tests/support/Journal.h"
 
@@ -167,6 +168,45 @@ TEST_F(UsbManager, ReportsPassWholeAndBehindAZeroByte) {
     expected[1] = 63;
     expected[2] = 9;
     EXPECT_EQ(bus.nodes["a"].written, std::vector<Bytes>{expected});
+}
+
+TEST_F(UsbManager, PedalsComeAndGoBesideEachOther) {
+    const auto waitFor = [this](const std::string& text) {
+        for (int i = 0; i < 300 && journal.text != text; ++i)
+            manager.waitForEvents(std::chrono::steady_clock::now() + std::chrono::milliseconds(10));
+        EXPECT_EQ(journal.text, text);
+    };
+    bus.nodes = {{"a", {}}};
+    open();
+    turn();
+    const HIDDeviceRef first = journal.lastDevice;
+    bus.nodes["b"] = {};
+    waitFor("+ + ");
+    EXPECT_EQ(manager.copyDevices(), (std::vector{first, journal.lastDevice}));
+    journal.lastDevice->close();
+    bus.nodes.erase("a");
+    waitFor("+ + - ");
+    EXPECT_EQ(journal.lastDevice, first);
+    EXPECT_EQ(manager.copyDevices().size(), 1U) << "closed, but still plugged in";
+    bus.nodes["c"] = {};
+    waitFor("+ + - + ");
+}
+
+TEST_F(UsbManager, TheDoctorSaysWhatItFound) {
+    const std::tuple<std::map<std::string, FakeNode>, int, const char*> rows[] = {
+        {{}, 3, "no_pedal"},
+        {{{"a", {.release = 256}}}, 3, "other_release"},
+        {{{"a", {}}}, 0, "ok"},
+        {{{"a", {.opens = false}}}, 3, "failing"},
+    };
+    for (const auto& [nodes, status, word] : rows) {
+        bus = {.nodes = nodes};
+        const char* const arguments[] = {"cabslotctl", "doctor", "--json"};
+        ::testing::internal::CaptureStdout();
+        EXPECT_EQ(runCommandLine(3, arguments), status) << word;
+        const std::string json = ::testing::internal::GetCapturedStdout();
+        EXPECT_NE(json.find("\"status\": \"" + std::string(word)), std::string::npos) << json;
+    }
 }
 
 TEST_F(UsbManager, FiveFailuresInARowLoseADeviceAndFourDoNot) {

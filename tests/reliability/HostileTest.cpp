@@ -23,33 +23,6 @@ protected:
     }
 };
 
-TEST_F(Hostile, AFileReplacedWhileItIsReadIsTheOldOneOrTheNewOne) {
-    const std::string path = folder.path("Cab.wav");
-    const auto put = [&](std::int32_t sample, int count) {
-        WavBuilder wav;
-        for (int i = 0; i < count; ++i)
-            wav.add(sample);
-        std::filesystem::rename(folder.write("next", wav.bytes()), path);
-    };
-    put(1, 1000);
-    std::atomic<bool> stop{false};
-    std::thread other([&] {
-        while (!stop) {
-            put(2, 20);
-            put(1, 1000);
-        }
-    });
-    std::array<std::uint32_t, irPointCount> block{};
-    for (int i = 0; i < 2000; ++i) {
-        QNIRFile file;
-        EXPECT_TRUE(file.OpenFilePath(path) && file.GetIRDataBuffer(block)) << file.whyRefused();
-        const std::size_t end = block[0] >> 8 == 1 ? 1000 : 20;
-        EXPECT_TRUE(block[end - 1] == block[0] && block[end] == 0) << "two files in one";
-    }
-    stop = true;
-    other.join();
-}
-
 TEST_F(Hostile, AFullDiskLosesNothingThatWasThere) {
     const std::string wavFile = wav();
     const std::string old = folder.write("block", "what was there");

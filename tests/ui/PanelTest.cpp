@@ -119,15 +119,6 @@ TEST_F(Panel, TakesOnlyWavFilesAlsoByName) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return label(2) == "2 Quarter.    "; }));
 }
 
-TEST_F(Panel, OfAHugeFileOnlyTheStartIsRead) {
-    WavBuilder wav{.beforeData = chunk("LIST", std::string(2 << 20, 'x'))};
-    folder.write("irs/0 Huge.wav", wav.add(1).bytes());
-    openPanel({"0 Huge.wav", "1 Half.wav", "2 Quarter.WAV", "3 Broken.wav"});
-    key(Qt::Key_Down);
-    EXPECT_EQ(text("irDetail"),
-              "It is refused: it is long, and its samples are not within its first megabyte.");
-}
-
 TEST_F(Panel, WhatIsSelectedIsHeardUntilAnUploadBegins) {
     bool heardDuringUpload = false;
     pause = [&](std::chrono::milliseconds) {

@@ -55,13 +55,6 @@ TEST_F(Window, EventsWaitWhileAnUploadIsUnderWay) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return label(2) == "User 2          "; }));
 }
 
-TEST_F(Window, ClosingItEndsTheProcess) {
-    open();
-    QTest::mouseClick(window->closeButton(), Qt::LeftButton);
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); }));
-    EXPECT_EQ(ended, std::vector<int>{0});
-}
-
 TEST_F(Window, HasTheLookOfTheShell) {
     open();
     EXPECT_TRUE(window->windowFlags().testFlag(Qt::FramelessWindowHint));
