@@ -6,4 +6,11 @@ bool hasDisplay() {
     return true; // every session has one
 }
 
+// What Windows names as its fixed font is a typewriter's, too thin to be read beside the others.
+QFont fixedFont() {
+    QFont font("Consolas");
+    font.setStyleHint(QFont::TypeWriter); // where it is missing
+    return font;
+}
+
 } // namespace cabslot

@@ -22,12 +22,13 @@ install_tools() {
 # The options that let apt-get read a list of sources of our own: what the system's apt knows stays as
 # it is. The sources come from where the system has its packages from.
 prepare_apt() {
-    # shellcheck disable=SC2016 # $(...) is for apt-get
-    from=$(apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' \
-        'Created-By: Packages' 'Release: bookworm' 'Component: main' | head -n 1)
-    [ -n "$from" ] || die "apt knows no 'bookworm main' to have the sources from; try apt-get update"
+    # shellcheck disable=SC2016 # the variables are apt's
+    from=${CABSLOT_MIRROR:-$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' \
+        'Codename: bookworm' 'Component: main' | head -n 1)}
+    [ -n "$from" ] || die "apt knows no mirror of Debian 12 (bookworm, main): add one to" \
+        "/etc/apt/sources.list and run apt-get update, or set CABSLOT_MIRROR to the address of one"
     mkdir -p "$source/lists/partial"
-    echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] $from" \
+    echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] $from bookworm main" \
         >"$source/sources.list"
     apt="-o Dir::Etc::sourcelist=$source/sources.list -o Dir::Etc::sourceparts=/dev/null
         -o Dir::State::lists=$source/lists -o APT::Sandbox::User=root"
