@@ -28,7 +28,7 @@ const char* nameOf(UsbStatus status) {
 }
 
 void printJson(const UsbVerdict& verdict) {
-    nlohmann::ordered_json json = {{"version", 1}, {"status", nameOf(verdict.status)}};
+    nlohmann::ordered_json json = {{"status", nameOf(verdict.status)}};
     if (!verdict.path.empty()) {
         json["path"] = verdict.path;
         json["release"] = verdict.release;

@@ -132,7 +132,7 @@ nlohmann::ordered_json jsonOf(const FileReport& report, std::size_t sameBlock) {
 
 /// Prints file by file: the whole document in memory would be many times the table.
 void printTableJson(std::span<const FileReport> reports) {
-    std::cout << "{\n  \"version\": 1,\n  \"files\": [";
+    std::cout << "{\n  \"version\": " << jsonVersion << ",\n  \"files\": [";
     SameBlocks same(reports);
     for (const FileReport& report : reports) {
         std::cout << (&report == reports.data() ? "\n" : ",\n")

@@ -22,12 +22,6 @@ namespace cabslot {
 
 namespace {
 
-void printJson(const FileReport& report) {
-    nlohmann::ordered_json json = {{"version", 1}};
-    json.update(fieldsOf(report));
-    printDocument(json);
-}
-
 const char* channelRemark(std::uint16_t channels) {
     switch (channels) {
     case 1:
@@ -127,7 +121,7 @@ ExitStatus InspectCommand::inspectOne() const {
     if (!writeFiles(summary, block))
         return ExitStatus::wrongUsage;
     const FileReport report = reportOn(file, path, block, summary);
-    json_ ? printJson(report) : printText(report, summary);
+    json_ ? printDocument(fieldsOf(report)) : printText(report, summary);
     return ExitStatus::done;
 }
 

@@ -6,12 +6,14 @@
 
 namespace cabslot {
 
-std::string documentText(const nlohmann::ordered_json& document) {
+std::string documentText(const nlohmann::ordered_json& part) {
     constexpr auto replacing = nlohmann::ordered_json::error_handler_t::replace;
-    return document.dump(2, ' ', false, replacing);
+    return part.dump(2, ' ', false, replacing);
 }
 
-void printDocument(const nlohmann::ordered_json& document) {
+void printDocument(const nlohmann::ordered_json& fields) {
+    nlohmann::ordered_json document = {{"version", jsonVersion}};
+    document.update(fields);
     std::cout << documentText(document) << '\n';
 }
 

@@ -30,7 +30,7 @@ void printJson(SlotMemory memory) {
                          {"factory", isInternalIRArray[slot - 1] == 1},
                          {"remembered", rememberedJson(memory, slot)}});
     }
-    printDocument({{"version", 1}, {"slots", slots}});
+    printDocument({{"slots", slots}});
 }
 
 void printLines() {

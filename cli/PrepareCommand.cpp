@@ -170,7 +170,7 @@ std::string PrepareCommand::write(const Job& job, const PreparedIR& prepared) co
         return why;
     const std::string plot =
         svgFile(comparisonPage(textOf(pathOf(job.from).filename()), prepared.steps,
-                               samplesOf(prepared.given), samplesOf(prepared.block)));
+                               samplesOf(prepared.plain), samplesOf(prepared.block)));
     writeOutputFile(plotFile_, {reinterpret_cast<const std::uint8_t*>(plot.data()), plot.size()},
                     why);
     return why;
@@ -191,7 +191,7 @@ std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>&
     const auto workThrough = [&] {
         for (std::size_t i = begun++; i < jobs.size() && !interrupted(); i = begun++) {
             results[i].prepared = prepareFile(jobs[i].from, options());
-            if (results[i].prepared.whyRefused.empty())
+            if (!results[i].prepared.refused)
                 results[i].whyNotWritten = write(jobs[i], results[i].prepared);
             results[i].isDone = true;
             ++done;
@@ -222,7 +222,7 @@ ExitStatus PrepareCommand::run() {
         const Result& result = results[i];
         if (!result.isDone) {
             status = ExitStatus::interrupted;
-        } else if (!result.prepared.whyRefused.empty()) {
+        } else if (result.prepared.refused) {
             complain(all[i].from + ": " + result.prepared.whyRefused);
             status = ExitStatus::fileRefused;
         } else if (!result.whyNotWritten.empty()) {
@@ -235,7 +235,7 @@ ExitStatus PrepareCommand::run() {
         }
     }
     if (json_)
-        printDocument({{"version", 1}, {"files", written}});
+        printDocument({{"files", written}});
     return interrupted() ? ExitStatus::interrupted : status;
 }
 

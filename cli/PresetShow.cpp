@@ -32,7 +32,6 @@ void printJson(const PresetFinding& found) {
         return hasFields(found) ? nlohmann::ordered_json(value) : nullptr;
     };
     const nlohmann::ordered_json json = {
-        {"version", 1},
         {"file_size", shown(image.buff_S.FileSize)},
         {"device_id", shown(image.buff_S.DeviceID)},
         {"preset_version", shown(image.buff_S.PresetVersion)},

@@ -38,7 +38,7 @@ protected:
     /// loaded with it. What preparing did is told.
     static std::optional<IRSource> checkedSource(const std::string& path, bool prepares = false);
 
-    /// Uploads in the given order and tells of each confirmation. The first that fails is the last
+    /// Uploads in the order of the arguments and tells of each confirmation. The first that fails is the last
     /// that is tried; its status is returned.
     ExitStatus upload(const std::vector<SlotJob>& jobs) const;
 

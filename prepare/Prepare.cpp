@@ -16,6 +16,7 @@ namespace cabslot {
 namespace {
 
 constexpr std::size_t leadIn = 8;       // points that stay before the onset
+constexpr double inaudible = 1e-4;      // of the peak; -80 dB
 constexpr double audibleChange = 0.005; // dB; less is not worth a sentence
 
 std::string millisecondsText(std::size_t points) {
@@ -44,13 +45,13 @@ Signal channelOf(const QNIRFile& file, Channel channel) {
 /// One file on its way through the steps.
 class Preparation {
 public:
-    Preparation(const QNIRFile& file, const Block& given, const PrepareOptions& options)
-        : options_(options), file_(file), given_(given) {}
+    Preparation(const QNIRFile& file, const Block& plain, const PrepareOptions& options)
+        : options_(options), file_(file), plain_(plain) {}
 
     PreparedIR run() {
         takeIn();
+        makeMinimumPhase(); // of all: a response that has lost its start is another one
         trim();
-        makeMinimumPhase();
         cut();
         setLevel();
         return write();
@@ -68,7 +69,7 @@ private:
             signal_ = resampled(channelOf(file_, options_.channel), rate);
             say("Resampled from " + std::to_string(file_.sampleRate()) + " Hz to 44100 Hz.");
         } else {
-            const Samples samples = samplesOf(given_);
+            const Samples samples = samplesOf(plain_);
             signal_.assign(samples.begin(), samples.end());
         }
     }
@@ -79,7 +80,8 @@ private:
             return;
         const std::size_t gone = onset - leadIn;
         signal_.erase(signal_.begin(), signal_.begin() + static_cast<std::ptrdiff_t>(gone));
-        say("Trimmed " + millisecondsText(gone) + " before the onset.");
+        if (const std::string time = millisecondsText(gone); time != "0.0 ms")
+            say("Trimmed " + time + " before the onset.");
     }
 
     void makeMinimumPhase() {
@@ -90,9 +92,8 @@ private:
     }
 
     void cut() {
-        // Zeros at the end, such as behind a resampled file, are nothing that a cut would hurt.
-        while (!signal_.empty() && std::abs(signal_.back()) < 0.5 / double{fullScale})
-            signal_.pop_back();
+        dropEnd(0, 0.5 / double{fullScale});
+        dropEnd(irPointCount, inaudible * peakOf(signal_));
         if (signal_.size() <= irPointCount)
             return;
         signal_.resize(irPointCount);
@@ -102,6 +103,13 @@ private:
             return;
         fadeOut(signal_, length);
         say("Faded out over the last " + millisecondsText(length) + ".");
+    }
+
+    /// Drops what is below `level` at the end, such as where a resampler's filter rings out; at
+    /// least `kept` points stay.
+    void dropEnd(std::size_t kept, double level) {
+        while (signal_.size() > kept && std::abs(signal_.back()) < level)
+            signal_.pop_back();
     }
 
     void setLevel() {
@@ -129,7 +137,7 @@ private:
 
     PreparedIR write() {
         PreparedIR result;
-        result.given = given_;
+        result.plain = plain_;
         std::vector<float> samples(signal_.size());
         for (std::size_t i = 0; i < signal_.size(); ++i) {
             const auto point =
@@ -145,23 +153,23 @@ private:
 
     const PrepareOptions& options_;
     const QNIRFile& file_;
-    const Block& given_;
+    const Block& plain_;
     Signal signal_;
     std::vector<std::string> steps_;
 };
 
-/// The given block as a file, with the points that the file fills.
-PreparedIR unchanged(const QNIRFile& file, const Block& given) {
+/// The plain block as a file, with the points that the file fills.
+PreparedIR unchanged(const QNIRFile& file, const Block& plain) {
     const std::size_t count = std::min<std::size_t>(
         irPointCount, file.sampleRate() == pointsPerSecond ? file.decodedPoints() : irPointCount);
     std::vector<float> samples(count);
     for (std::size_t i = 0; i < count; ++i)
-        samples[i] = static_cast<float>(signedSample(given[i])) / fullScale;
+        samples[i] = static_cast<float>(signedSample(plain[i])) / fullScale;
     PreparedIR result;
-    result.block = given;
+    result.block = plain;
     for (std::uint32_t& point : result.block)
         point &= sampleMask;
-    result.given = given;
+    result.plain = plain;
     result.wav = soundFile(samples);
     return result;
 }
@@ -177,22 +185,23 @@ bool PrepareOptions::changesNothing() const {
            level == LevelGoal::keep;
 }
 
-PreparedIR prepareFile(const QNIRFile& file, const Block& given, const PrepareOptions& options) {
+PreparedIR prepareFile(const QNIRFile& file, const Block& plain, const PrepareOptions& options) {
     if (options.changesNothing())
-        return unchanged(file, given);
+        return unchanged(file, plain);
     if (!file.isInteralIR())
-        return Preparation(file, given, options).run();
-    PreparedIR result = unchanged(file, given);
+        return Preparation(file, plain, options).run();
+    PreparedIR result = unchanged(file, plain);
     result.steps = {"A factory IR is passed as it is."};
     return result;
 }
 
 PreparedIR prepareFile(const std::string& path, const PrepareOptions& options) {
     QNIRFile file;
-    Block given{};
-    if (file.openForInspection(path) && file.GetIRDataBuffer(given))
-        return prepareFile(file, given, options);
+    Block plain{};
+    if (file.openForInspection(path) && file.GetIRDataBuffer(plain))
+        return prepareFile(file, plain, options);
     PreparedIR result;
+    result.refused = true;
     result.whyRefused = file.whyRefused();
     return result;
 }

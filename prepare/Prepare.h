@@ -2,7 +2,7 @@
 // silence before its onset, faded where it is cut, at a good level.
 //
 // The result is a WAV file in memory of at most 1024 frames at 44.1 kHz, mono, 24 bits, which the
-// given conversion passes bit for bit. Any thread; nothing that is sent is touched.
+// plain conversion passes bit for bit. Any thread; nothing that is sent is touched.
 #pragma once
 
 #include "analysis/Samples.h"
@@ -32,10 +32,10 @@ enum class LevelGoal {
 };
 
 /// Each step can be switched off. With all of them off, and the first channel, the result is what
-/// the given conversion makes of the file, to the bit.
+/// the plain conversion makes of the file, to the bit.
 struct PrepareOptions {
     Channel channel = Channel::first;
-    bool resample = true;      ///< off: the given linear interpolation
+    bool resample = true;      ///< off: the plain linear interpolation
     bool trim = true;          ///< what lies before the onset goes
     bool minimumPhase = false; ///< same response, with the energy as early as it can be
     double fade = usualFade;   ///< ms at the end of an IR that is cut; 0: none
@@ -48,18 +48,19 @@ struct PrepareOptions {
 };
 
 struct PreparedIR {
-    std::string whyRefused;         ///< a clause; empty unless the file was refused
+    bool refused = false;           ///< the file cannot be loaded; the rest is empty
+    std::string whyRefused;         ///< a clause
     std::vector<std::uint8_t> wav;  ///< the file's bytes
     Block block{};                  ///< what the pedal gets
-    Block given{};                  ///< what it would get of the file as it is
+    Block plain{};                  ///< what it would get of the file as it is
     std::vector<std::string> steps; ///< a sentence on each step that changed something
 };
 
-/// Prepares the file at `path`. Refuses what the given conversion refuses. A factory IR is passed
+/// Prepares the file at `path`. Refuses what the plain conversion refuses. A factory IR is passed
 /// as it is. Of a long file only the first MiB is looked at. Takes some milliseconds.
 PreparedIR prepareFile(const std::string& path, const PrepareOptions& options);
 
 /// The same of a file that is open and its block.
-PreparedIR prepareFile(const QNIRFile& file, const Block& given, const PrepareOptions& options);
+PreparedIR prepareFile(const QNIRFile& file, const Block& plain, const PrepareOptions& options);
 
 } // namespace cabslot

@@ -13,6 +13,7 @@ namespace cabslot {
 namespace {
 
 constexpr double onsetLevel = 0.01;   // of the peak; -40 dB
+constexpr double leadIn = 8;          // points before the signal, in which the filter rises
 constexpr std::size_t padding = 4096; // zeros behind, for the filter to ring in
 
 } // namespace
@@ -38,8 +39,9 @@ std::size_t onsetOf(const Signal& signal) {
 }
 
 Signal resampled(const Signal& signal, double rate) {
-    Signal padded = signal;
-    padded.resize(signal.size() + padding);
+    Signal padded(static_cast<std::size_t>(leadIn * rate / pointsPerSecond));
+    padded.insert(padded.end(), signal.begin(), signal.end());
+    padded.resize(padded.size() + padding);
     const double length = std::ceil(static_cast<double>(padded.size()) * pointsPerSecond / rate);
     Signal result(static_cast<std::size_t>(length));
     const soxr_io_spec_t format = soxr_io_spec(SOXR_FLOAT64_I, SOXR_FLOAT64_I);

@@ -25,8 +25,8 @@ public:
 
     void applicationWillTerminate(); ///< does nothing; the process's end closes the link
 
-    /// Ends the process with status 0 at once, without an orderly termination. On purpose: the
-    /// device thread never stops.
+    /// Ends the process with status 0 at once, without an orderly termination: the device
+    /// thread never stops by itself.
     void applicationShouldTerminateAfterLastWindowClosed();
 
     QPointer<MainWindow> window; ///< the main window; somebody else's

@@ -3,8 +3,8 @@
 
 namespace cabslot {
 
-/// Runs the window until it ends the process; returns the exit status otherwise: 1
-/// without a display, 2 for wrong usage.
+/// Runs the window until it ends the process, which it also does, with status 1, without a display;
+/// returns the exit status otherwise: 2 for wrong usage.
 int runApplication(int argc, char** argv);
 
 } // namespace cabslot

@@ -2,15 +2,8 @@
 
 namespace cabslot {
 
-bool hasDisplay() {
-    return true; // every session has one
-}
-
-// What Windows names as its fixed font is a typewriter's, too thin to be read beside the others.
-QFont fixedFont() {
-    QFont font("Consolas");
-    font.setStyleHint(QFont::TypeWriter); // where it is missing
-    return font;
+void startOnDisplay(const std::function<void()>& makeApplication) {
+    makeApplication(); // every session has a display
 }
 
 } // namespace cabslot

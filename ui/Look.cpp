@@ -1,6 +1,6 @@
 #include "ui/Look.h"
 
-#include "ui/Display.h"
+#include "ui/FixedFont.h"
 
 #include <QGuiApplication>
 #include <QStyle>
@@ -56,6 +56,8 @@ QPushButton[role="switch"]:checked { background: %accent; color: %window; border
 QPushButton:disabled, QPushButton[role="secondary"]:disabled { background: transparent;
     color: %disabled; }
 QPushButton:focus { border: 2px solid %accent; margin: 0px; }
+QCheckBox::indicator:unchecked { border: 1px solid %muted; border-radius: 3px; background: %base;
+    width: 11px; height: 11px; }
 
 QDialog[role="alert"] { background: %window; border: 1px solid %edge; border-top: none; }
 QLabel[role="alertTitle"] { font-weight: 600; }

@@ -48,7 +48,7 @@ public:
           listen_(new ListenBar(listening)) {
         setAttribute(Qt::WA_DeleteOnClose);
         setWindowModality(Qt::NonModal);
-        setOption(DontUseNativeDialog); // it has no space for the preview
+        setOption(DontUseNativeDialog); // it can neither show an IR nor play it
         setFileMode(ExistingFile);
         setNameFilter(onlyWav);
         setOption(HideNameFilterDetails);

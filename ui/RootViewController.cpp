@@ -21,8 +21,10 @@ namespace cabslot {
 
 namespace {
 
-// The third has no blank, unlike defaultSlotName(): users know the window so.
-const QStringList defaultNames = {"User 1", "User 2", "User3", "User 4"};
+QString defaultName(std::size_t slot) {
+    // The one exception to defaultSlotName(): users know the window's third name without a blank.
+    return QString::fromStdString(slot == 3 ? "User3" : defaultSlotName(slot));
+}
 
 void complain(const std::string& line) {
     std::fprintf(stderr, "cabslot: %s\n", line.c_str());
@@ -113,7 +115,8 @@ void RootViewController::updateControls() {
 void RootViewController::viewDidLoad() {
     hidClass.OpenDevice();
     hidClass.addObserver([this] { observeValue(); });
-    IRName = defaultNames;
+    for (std::size_t slot = 1; slot <= slotCount; ++slot)
+        IRName << defaultName(slot);
 }
 
 void RootViewController::observeValue() {

@@ -156,7 +156,7 @@ void RootViewController::delIR(std::int64_t index) {
         index, BusyWait::Counter::silent, [&](const UploadOptions& options, UploadWait& waiting) {
             return clearSlot(importNumber(index), surroundings_.bundle, options, waiting);
         });
-    // Nothing at all is said of blank samples that cannot be used: the given behaviour.
+    // A clear whose blank samples cannot be used ends without a word: the slot keeps what it has.
     if (result.end == UploadEnd::samplesRefused)
         return;
     if (result.end == UploadEnd::fileRefused) {
@@ -257,7 +257,7 @@ void RootViewController::showProgress(std::int64_t index, const BusyWait::State&
     showStatus(text, gone);
 }
 
-// Of an upload that was not confirmed nothing is said: the given behaviour.
+// An upload that was not confirmed in time is no alert here: the pedal may well have stored it.
 void RootViewController::tellEnd(const UploadResult& result, const QString& done) {
     if (result.end == UploadEnd::confirmed)
         showStatus(series_ + done);

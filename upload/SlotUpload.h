@@ -35,7 +35,7 @@ enum class Arming {
                    ///< confirmation that comes before that frame is an older upload's
 };
 
-/// How long the given wait for the confirmation is: so many polls, with this time between two.
+/// How long the wait for the confirmation is: so many polls, with this time between two.
 inline constexpr std::uint32_t confirmationPollLimit = 600;
 inline constexpr std::chrono::seconds pollPeriod{1};
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """The Windows window under Wine, by the keyboard alone: loads a WAV into slot 2, clears slot 3, closes.
 
-Usage: window.py CABSLOT STATE WAV PICTURE     (under scripts/in-xvfb)
+Usage: window.py CABSLOT STATE WAV PICTURE     (under scripts/in-desktop)
 
 STATE is where the built-in pedal has its slots and the memory its records; WAV is a Windows path.
 PICTURE is where the screen is shown once the WAV is loaded; beside it, PICTURE-panel, the open panel.
@@ -36,14 +36,22 @@ def active_window():
     return xdotool("getactivewindow", "getwindowname").strip()
 
 
+def record(slot):
+    """What is remembered of a slot; it is written when the pedal has confirmed."""
+    file = STATE / f"memory/sim-slot{slot}"
+    return file.read_bytes() if file.exists() else None
+
+
 def picture(path):
     time.sleep(1)  # until it is painted
     subprocess.run(["import", "-window", "root", path], check=True)
 
 
+before = {slot: record(slot) for slot in (2, 3)}
 environment = dict(os.environ, CABSLOT_PEDAL="sim")
 del environment["QT_QPA_PLATFORM"]  # it is X11's
-window = subprocess.Popen([wine.WINE, CABSLOT], env=environment, stdout=subprocess.PIPE)
+window = subprocess.Popen([wine.WINE, CABSLOT], env=environment, stdout=subprocess.DEVNULL,
+                          stderr=subprocess.DEVNULL)  # Wine's desktop lives on and would write there
 try:
     wait_for("the window", lambda: active_window() == "Cabslot")
     time.sleep(2)  # the pedal's names come, and the buttons with them
@@ -52,10 +60,10 @@ try:
     xdotool("type", "--delay", 20, WAV)
     picture(PICTURE.with_stem(PICTURE.stem + "-panel"))
     xdotool("key", "Return")
-    wait_for("the record of the load", (STATE / "memory/sim-slot2").exists)
+    wait_for("the record of the load", lambda: record(2) != before[2])
     picture(PICTURE)
     xdotool("key", "ctrl+shift+3")
-    wait_for("the record of the clear", (STATE / "memory/sim-slot3").exists)
+    wait_for("the record of the clear", lambda: record(3) != before[3])
     time.sleep(1)  # no input is taken before the wait is over
     xdotool("key", "alt+F4")
     status = window.wait(timeout=60)

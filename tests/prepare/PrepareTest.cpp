@@ -1,7 +1,6 @@
 // Preparing an IR: against signals whose answers are known.
 #include "prepare/Prepare.h"
 #include "prepare/Loudness.h"
-#include "prepare/MinimumPhase.h"
 #include "tests/support/WavBuilder.h"
 
 #include <gtest/gtest.h>
@@ -35,14 +34,14 @@ protected:
         return folder.write("x.wav", wav.bytes());
     }
 
-    /// Prepares, and checks that the given conversion passes the result bit for bit.
+    /// Prepares, and checks that the plain conversion passes the result bit for bit.
     PreparedIR prepared(const std::string& path, const PrepareOptions& options) {
         PreparedIR result = prepareFile(path, options);
         EXPECT_EQ(result.whyRefused, "");
         QNIRFile again;
         Block block{};
         EXPECT_TRUE(again.openBytes(result.wav, path) && again.GetIRDataBuffer(block));
-        EXPECT_TRUE(block == result.block) << "the given conversion changes it";
+        EXPECT_TRUE(block == result.block) << "the plain conversion changes it";
         EXPECT_TRUE(again.sampleRate() == 44100 && again.bitsPerSample() == 24 &&
                     again.channelCount() == 1 && again.frameCount() <= irPointCount);
         samples = samplesOf(result.block);
@@ -53,7 +52,7 @@ protected:
     Samples samples{};
 };
 
-TEST_F(Preparing, WithEverythingOffTheGivenBlockComesOutToTheBit) {
+TEST_F(Preparing, WithEverythingOffThePlainBlockComesOutToTheBit) {
     for (const std::uint32_t rate : {44100U, 48000U, 88200U, 96000U}) {
         for (const std::uint16_t bits : std::initializer_list<std::uint16_t>{8, 16, 24, 32}) {
             WavBuilder wav{.rate = rate, .channels = 2, .bits = bits};
@@ -63,7 +62,7 @@ TEST_F(Preparing, WithEverythingOffTheGivenBlockComesOutToTheBit) {
             const PreparedIR result =
                 prepared(folder.write("x.wav", wav.bytes()), PrepareOptions::nothing());
             for (std::size_t i = 0; i < irPointCount; ++i)
-                ASSERT_EQ(result.block[i], result.given[i] & 0xFFFFFFU) << rate << '/' << bits;
+                ASSERT_EQ(result.block[i], result.plain[i] & 0xFFFFFFU) << rate << '/' << bits;
             EXPECT_TRUE(result.steps.empty());
         }
     }
@@ -71,21 +70,23 @@ TEST_F(Preparing, WithEverythingOffTheGivenBlockComesOutToTheBit) {
 
 TEST_F(Preparing, ResamplingLetsNothingFoldDownAndKeepsThePassband) {
     for (const std::uint32_t rate : {88200U, 96000U}) {
-        // A burst above what 44.1 kHz can hold; the given interpolation folds it down.
+        // A burst above what 44.1 kHz can hold; the plain interpolation folds it down.
         const std::string high = file(rate, 2000, [rate](int i) {
             const double hann = (1 - std::cos(2 * pi * i / 2000)) / 2;
             return 0.9 * hann * std::sin(2 * pi * 27000 * i / rate);
         });
         const PreparedIR result = prepared(high, {.trim = false, .level = LevelGoal::keep});
         EXPECT_LT(decibels(peakOf(samples) / 0.9), -100) << rate;
-        EXPECT_GT(decibels(peakOf(samplesOf(result.given)) / 0.9), -3) << "what it is good for";
+        EXPECT_GT(decibels(peakOf(samplesOf(result.plain)) / 0.9), -3) << "what it is good for";
     }
     for (const std::uint32_t rate : {48000U, 88200U, 96000U}) {
-        const auto click = [](int i) { return i == 300 ? 0.9 : i == 340 ? -0.3 : 0.0; };
+        const int frames = static_cast<int>(rate) / 50; // and ends in a step
+        const auto sound = [&](int i) { return 0.5 * std::exp(-3.0 * i / frames); };
         std::vector<double> source;
-        for (int i = 0; i < 1000; ++i)
-            source.push_back(click(i));
-        prepared(file(rate, 1000, click), keepLevel);
+        for (int i = 0; i < frames; ++i)
+            source.push_back(sound(i));
+        EXPECT_EQ(prepared(file(rate, frames, sound), keepLevel).steps.size(), 1U)
+            << "what the filter rings is no cut";
         for (double hertz = 20; hertz <= 18000; hertz *= 1.05)
             EXPECT_NEAR(decibels(magnitude(samples, hertz) * rate / pointsPerSecond),
                         decibels(magnitude(source, hertz, rate)), 0.05)
@@ -140,10 +141,12 @@ TEST_F(Preparing, MinimumPhaseKeepsTheMagnitudeAndComesEarlier) {
     Signal source(700);
     for (std::size_t i = 0; i < source.size(); ++i) {
         const auto t = static_cast<double>(i);
-        source[i] = (i < 60 ? t / 60 : std::exp((60 - t) / 60)) *
+        source[i] = 0.2 * (i < 60 ? std::pow(t / 60, 4) : std::exp((60 - t) / 60)) *
                     (std::sin(0.21 * t) + 0.5 * std::sin(0.9 * t) + 0.2 * std::cos(2.1 * t));
     }
-    const Signal early = minimumPhase(source, irPointCount);
+    prepared(file(44100, 700, [&](int i) { return source[static_cast<std::size_t>(i)]; }),
+             {.minimumPhase = true, .level = LevelGoal::keep});
+    const Signal early(samples.begin(), samples.end());
     double highest = 0;
     for (double hertz = 20; hertz < 22000; hertz += 37)
         highest = std::max(highest, magnitude(source, hertz));
