@@ -65,14 +65,15 @@ def ir_file():
 
 def inspect_files():
     for index, content in enumerate(list(ir_contents())[::3]):
-        yield (bytes([index * 37 & 0xFF]) + text(b"a\x1b\xff.wav") + struct.pack("<H", len(content)) +
-               content + text(b"b.wav") + (content if index % 2 else wav()))
+        yield (bytes([index * 37 & 0xFF]) + text(b"a.wav") + struct.pack("<H", len(content)) + content +
+               (text(b"b.wav") + content if index % 2 else text(b"\x1b\xff.wav") + wav()))
 
 
 def dry_phrase():
     for rate, channels, bits in itertools.product((100, 441, 44100), (1, 2), (8, 16, 24, 32)):
         yield wav(rate, channels, bits, b"\x01\x20\x30\x3f" * 250)
-    yield from (wav(100, samples=bytes(400)), wav(100, samples=b"\1" * 98), wav(1, 9)[:60], b"", b"RIFF")
+    yield from (wav(100, samples=bytes(400)), wav(100, samples=b"\1" * 98), wav(10, bits=8, samples=b"x" * 900),
+                wav(100, 1, 32, b"\0\0\xc0\x7f\0\0\0\x3f" * 99).replace(b"\1\0", b"\3\0", 1), b"")  # floats
 
 
 def names():
@@ -84,8 +85,8 @@ def names():
     yield from (b"x" + letter + b".wav" for letter in (
         b"\x80", b"\xc0\xaf", b"\xff", b"\xf5\x80\x80\x80",  # no leads
         b"\xe0\x80\xaf", b"\xf0\x80\x80\xaf",  # spelt too long
-        b"\xed\xa0\x80", b"\xf4\x90\x80\x80",  # a surrogate, too large a code
-        b"\xe2\x82", b"\xc3", b"\xe2\x82("))  # not all there
+        # a surrogate, too large a code, three that are not all there
+        b"\xed\xa0\x80", b"\xf4\x90\x80\x80", b"\xe2\x82", b"\xc3", b"\xe2\x82("))
 
 
 # --- Streams -------------------------------------------------------------------------------------
