@@ -15,6 +15,10 @@ namespace cabslot {
 
 namespace {
 
+// Of a float file; anything beyond is damage, and a resampler makes of the greatest floats what is
+// no number.
+constexpr float greatestSample = 1e6F;
+
 constexpr std::size_t samplesAtOnce = 8192; // of all channels: a header may claim 1024 of them
 
 struct CloseSound {
@@ -28,7 +32,8 @@ PhraseSamples refused(std::string whyNot) {
     return phrase;
 }
 
-/// The mean of all channels, of `most` frames at most. What is not a number counts as silence.
+/// The mean of all channels, of `most` frames at most. What is not a number, or beyond
+/// greatestSample, counts as silence.
 std::vector<float> readMono(SNDFILE& file, std::size_t channels, std::size_t most) {
     std::vector<float> mono;
     const std::size_t framesAtOnce = std::max<std::size_t>(samplesAtOnce / channels, 1);
@@ -42,7 +47,8 @@ std::vector<float> readMono(SNDFILE& file, std::size_t channels, std::size_t mos
             float sum = 0;
             for (std::size_t channel = 0; channel < channels; ++channel)
                 sum += frames[i * channels + channel];
-            mono.push_back(std::isfinite(sum) ? sum / static_cast<float>(channels) : 0);
+            mono.push_back(std::abs(sum) <= greatestSample ? sum / static_cast<float>(channels)
+                                                           : 0);
         }
     }
     return mono;
