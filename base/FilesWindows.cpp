@@ -181,8 +181,7 @@ FileBytes readFile(const std::string& path, std::uint32_t most) {
     return file;
 }
 
-// On Windows other users cannot read a user's own folders, so FileAccess::ownerOnly changes
-// nothing.
+// Other users cannot read a user's own folders on Windows: FileAccess::ownerOnly changes nothing.
 std::string replaceFile(const std::string& path, std::span<const std::uint8_t> bytes,
                         FileAccess /*access*/) {
     if (std::string why = whyNoPath(path); !why.empty())
