@@ -88,7 +88,7 @@ private:
         if (!options_.minimumPhase)
             return;
         signal_ = minimumPhase(signal_, irPointCount);
-        say("Made minimum phase: the energy comes as early as possible.");
+        say("Made minimum phase: the energy comes as early as it can.");
     }
 
     void cut() {

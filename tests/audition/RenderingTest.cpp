@@ -202,7 +202,7 @@ TEST(PhraseFile, RefusesWhatIsNoPhrase) {
     for (const auto& [path, why] : cases)
         EXPECT_EQ(readPhrase(path).whyNot, why);
     const std::string text = folder.write("text.wav", "hello");
-    EXPECT_TRUE(readPhrase(text).whyNot.starts_with("it is no sound file that can be read: "));
+    EXPECT_TRUE(readPhrase(text).whyNot.starts_with("it is not a readable sound file: "));
 }
 
 } // namespace
