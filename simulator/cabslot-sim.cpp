@@ -104,7 +104,7 @@ PedalOptions optionsOf(const Arguments& arguments) {
     return options;
 }
 
-/// One write per line: lines of two threads do not mix, and a pipe gets them at once.
+/// One write per line, so that lines of two threads do not mix and a pipe gets each at once.
 void printLine(const std::string& line) {
     std::fputs((line + "\n").c_str(), stdout);
     std::fflush(stdout);
@@ -115,15 +115,15 @@ int fail(const std::string& why) {
     return exitFailure;
 }
 
-/// SIGINT and SIGTERM are taken by sigwait() in the main thread; call it before any thread starts.
+/// Blocks SIGINT and SIGTERM for sigwait() in the main thread; call it before any thread starts.
 sigset_t blockEndSignals() {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGINT);
     sigaddset(&signals, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    // When the reader of the log goes (`| head`), the program must not end without removing its
-    // sockets.
+    // If the reader of the log exits (`| head`), the program must still remove its sockets before
+    // it ends.
     std::signal(SIGPIPE, SIG_IGN);
     return signals;
 }
@@ -141,7 +141,7 @@ void serveUntilSignal(const std::vector<PedalServer*>& servers, const sigset_t& 
         thread.join();
 }
 
-/// Until a signal comes or the pedal vanishes.
+/// Returns when a signal arrives or the pedal vanishes.
 int serveOnUsb(PedalServer& pedal, const sigset_t& signals) {
     std::string why;
     cabslot::FileDescriptor bus = plugIntoVirtualPort(why);
