@@ -53,7 +53,7 @@ std::string faultHelp() {
     return text + R"(
 Exit status:
   0    ended by Ctrl-C (SIGINT or SIGTERM) or, on USB, unplugged
-  1    the socket, the USB port or the folder cannot be had
+  1    the socket, the USB port or the folder is not available
   2    wrong usage
 
 Examples:
@@ -68,7 +68,7 @@ void addOptions(CLI::App& app, Arguments& arguments) {
     app.add_flag("--usb", arguments.usb,
                  "On a virtual USB port instead (module vhci-hcd, root): plugged in until it ends");
     app.add_option("--state", arguments.state,
-                   "Keep the slots in this folder (made if need be); memory only without it")
+                   "Keep the slots in this folder, created if necessary; in memory without it")
         ->type_name("DIR");
     app.add_option("--confirm-delay", arguments.confirmDelay,
                    "From an import's last frame to its confirmation, 1500 if not given")
@@ -204,8 +204,7 @@ int run(int argc, char** argv) {
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& wrong) {
-        std::fprintf(stderr, "cabslot-sim: %s (cabslot-sim --help shows what is right)\n",
-                     wrong.what());
+        std::fprintf(stderr, "cabslot-sim: %s (see cabslot-sim --help)\n", wrong.what());
         return exitUsage;
     }
     return simulate(arguments);

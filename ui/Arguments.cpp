@@ -44,7 +44,7 @@ std::optional<int> readArguments(int argc, const char* const* argv, std::string&
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& wrong) {
-        std::fprintf(stderr, "cabslot: %s (cabslot --help shows what is right)\n", wrong.what());
+        std::fprintf(stderr, "cabslot: %s (see cabslot --help)\n", wrong.what());
         return wrongUsage;
     }
     return std::nullopt;

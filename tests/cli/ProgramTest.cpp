@@ -121,7 +121,7 @@ TEST_F(Cabslotctl, PreparesAFileAndLoadsIt) {
     EXPECT_EQ(contentOf(folder.path("st/user3.slot")).substr(0, 4096),
               contentOf(folder.path("block")));
     const std::string before = contentOf(better);
-    EXPECT_EQ(run({"prepare", wav(), better}), 2) << "it is there already";
+    EXPECT_EQ(run({"prepare", wav(), better}), 2) << "it already exists";
     EXPECT_EQ(run({"prepare", better, better, "--force"}), 2) << "it is the file itself";
     EXPECT_EQ(run({"prepare", file, file, "--into", folder.path("")}), 2) << "twice the same name";
     EXPECT_EQ(run({"prepare", folder.write("no.wav", "no"), folder.path("none.wav")}), 1);
