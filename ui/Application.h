@@ -1,10 +1,10 @@
-// cabslot: the window as a program.
+// The entry point of cabslot, the window.
 #pragma once
 
 namespace cabslot {
 
-/// Runs the window until it ends the process; returns the exit status otherwise: 1
-/// without a display, 2 for wrong usage.
+/// Runs the window until it ends the process. Returns only on errors: 1 without a display, 2 for
+/// wrong usage.
 int runApplication(int argc, char** argv);
 
 } // namespace cabslot
