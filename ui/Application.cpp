@@ -13,13 +13,12 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <string>
 
 namespace cabslot {
 
 namespace {
-
-constexpr int noDisplay = 1;
 
 // What desktops know the window by: the name of its desktop entry, and of its icon in their theme.
 constexpr const char* desktopEntry = "org.cabslot.Cabslot";
@@ -34,16 +33,17 @@ constexpr std::chrono::milliseconds iconDelay{200};
 
 int runWindow(int argc, char** argv, HIDManager& manager, const std::string& pedal) {
     QApplication::setStyle("Fusion"); // what the style sheet builds on; the palette stays as it is
-    const QApplication application(argc, argv);
+    std::optional<QApplication> application;
+    startOnDisplay([&] { application.emplace(argc, argv); });
     QApplication::setApplicationDisplayName("Cabslot");
     QApplication::setDesktopFileName(desktopEntry);
     MainWindow window;
     AppDelegate delegate(
         {.manager = manager, .bundle = bundlePath(), .pedal = pedal, .endProcess = endProcess});
     delegate.window = &window;
-    QObject::connect(&application, &QApplication::lastWindowClosed, &delegate,
+    QObject::connect(&*application, &QApplication::lastWindowClosed, &delegate,
                      &AppDelegate::applicationShouldTerminateAfterLastWindowClosed);
-    QObject::connect(&application, &QApplication::aboutToQuit, &delegate,
+    QObject::connect(&*application, &QApplication::aboutToQuit, &delegate,
                      &AppDelegate::applicationWillTerminate);
     delegate.applicationDidFinishLaunching();
     window.show();
@@ -62,11 +62,6 @@ int runApplication(int argc, char** argv) {
     std::string pedal;
     if (const auto status = readArguments(argc, argv, pedal))
         return *status;
-    if (!hasDisplay()) {
-        std::fprintf(stderr, "cabslot: there is no display for a window; cabslotctl does the same "
-                             "from a terminal\n");
-        return noDisplay;
-    }
     const auto manager = makeHIDManager(pedal);
     return runWindow(argc, argv, *manager, pedal);
 }

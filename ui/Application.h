@@ -3,8 +3,8 @@
 
 namespace cabslot {
 
-/// Runs the window until it ends the process. Returns only on errors: 1 without a display, 2 for
-/// wrong usage.
+/// Runs the window until it ends the process, with status 1 if there is no display. Returns only
+/// after --help or --version (0) and after wrong usage (2).
 int runApplication(int argc, char** argv);
 
 } // namespace cabslot

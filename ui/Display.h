@@ -1,8 +1,14 @@
-// Whether there is a display for a window. Each system has its own source file for it.
+// Making the QApplication where there may be no display. Qt would tell of a missing one in a dozen
+// lines and abort. Each system has its own source file for it. Main thread, before any other runs.
 #pragma once
+
+#include <functional>
 
 namespace cabslot {
 
-bool hasDisplay();
+/// Calls `makeApplication`, which makes the process's QApplication. Without a display, or with a
+/// QT_QPA_PLATFORM that is not there, ends the process with status 1 and one line on standard
+/// error. What else is said meanwhile appears once it has returned.
+void startOnDisplay(const std::function<void()>& makeApplication);
 
 } // namespace cabslot

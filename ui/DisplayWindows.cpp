@@ -2,8 +2,8 @@
 
 namespace cabslot {
 
-bool hasDisplay() {
-    return true; // every session has one
+void startOnDisplay(const std::function<void()>& makeApplication) {
+    makeApplication(); // every session has a display
 }
 
 } // namespace cabslot

@@ -48,7 +48,7 @@ public:
           listen_(new ListenBar(listening)) {
         setAttribute(Qt::WA_DeleteOnClose);
         setWindowModality(Qt::NonModal);
-        setOption(DontUseNativeDialog); // the native one has no space for the preview
+        setOption(DontUseNativeDialog); // the native one can neither show an IR nor play it
         setFileMode(ExistingFile);
         setNameFilter(onlyWav);
         setOption(HideNameFilterDetails);

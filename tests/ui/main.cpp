@@ -15,7 +15,6 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QApplication::setOrganizationName("cabslot-tests");
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     // Inside the main loop, as the program is: Qt tells of the last window's closing only there.
     QTimer::singleShot(0, [] { QApplication::exit(RUN_ALL_TESTS()); });
     return QApplication::exec();
