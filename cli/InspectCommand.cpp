@@ -59,9 +59,8 @@ std::vector<std::uint8_t> littleEndianWords(const Block& block) {
 } // namespace
 
 InspectCommand::InspectCommand(CLI::App& app)
-    : Command(
-          app, "inspect",
-          "Show what files would put into the pedal, and what is odd about them; needs no pedal") {
+    : Command(app, "inspect",
+              "Show what files would put into the pedal, and any problems; needs no pedal") {
     subcommand()
         .add_option("FILE", files_, "WAV or factory IR files, and folders with WAV files")
         ->required()

@@ -93,8 +93,8 @@ private:
 class PresetNew final : public PresetFileCommand {
 public:
     explicit PresetNew(CLI::App& app)
-        : PresetFileCommand(app, "new", "Make a preset file, of zeros unless data are given",
-                            "The file to make") {
+        : PresetFileCommand(app, "new", "Create a preset file, all zeros unless data are given",
+                            "The file to create") {
         data_ = subcommand()
                     .add_option("--data", binary_,
                                 "The data area, up to 1536 bytes; zeros fill the rest")
@@ -146,7 +146,7 @@ private:
 class PresetImport final : public PresetFileCommand {
 public:
     explicit PresetImport(CLI::App& app)
-        : PresetFileCommand(app, "import", "Replace a preset's data area by a file's bytes") {
+        : PresetFileCommand(app, "import", "Replace a preset's data area with a file's bytes") {
         addFile("BIN", binary_, "The data area, up to 1536 bytes; zeros fill the rest");
     }
 
@@ -176,7 +176,7 @@ constexpr CommandMaker commandTable[] = {
 } // namespace
 
 PresetCommand::PresetCommand(CLI::App& app)
-    : Command(app, "preset", "Show, check and make preset files; needs no pedal") {
+    : Command(app, "preset", "Show, check and create preset files; needs no pedal") {
     CLI::App& own = subcommand();
     own.require_subcommand(1);
     for (const CommandMaker makeCommand : commandTable)

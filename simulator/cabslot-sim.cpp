@@ -83,8 +83,8 @@ void addOptions(CLI::App& app, Arguments& arguments) {
         ->check(CLI::Range(1U, 1000000000U).description(""));
     app.add_flag("--second-device", arguments.secondDevice,
                  "A second pedal at PATH.2 that sends its data unasked, ten times a second");
-    app.set_version_flag("--version", "cabslot-sim " CABSLOT_VERSION, "Show the version and end");
-    app.set_help_flag("-h,--help", "Show this help and end");
+    app.set_version_flag("--version", "cabslot-sim " CABSLOT_VERSION, "Show the version and exit");
+    app.set_help_flag("-h,--help", "Show this help and exit");
     app.get_formatter()->column_width(26);
     app.footer(faultHelp());
     app.final_callback([&arguments] {
