@@ -1,4 +1,4 @@
-// What is said of files whose faults are known.
+// The findings for files with known faults.
 #include "tests/support/WavBuilder.h"
 
 #include "analysis/IRSummary.h"
@@ -34,8 +34,8 @@ TEST(Findings, OfEachKindOfFile) {
     struct Row {
         std::string bytes;
         Kinds kinds;
-        std::string says;     ///< in the first
-        std::string frames{}; ///< what is said of the frames; empty: anything
+        std::string says;     ///< text in the first finding
+        std::string frames{}; ///< text about the frames; empty: anything
     };
     WavBuilder liar = wav({}, {{10, 99}});
     liar.dataSize = 0xFFFFFFF0;
@@ -55,7 +55,7 @@ TEST(Findings, OfEachKindOfFile) {
          {cutOff},
          "the first 23.2 ms of 46.5 ms; 20.0 % (-7.0 dB) of the energy is lost."},
         {wav({}, {{1, 9}, {1023, 0}, {1, 9}}).bytes(), {cutOff}, "23.2 ms; 50.0 % (-3.0 dB)"},
-        {wav({}, {{600000, 9}}).bytes(), // of a file so long only the first MiB is looked at
+        {wav({}, {{600000, 9}}).bytes(), // only the first MiB of such a long file is inspected
          {cutOff},
          "of more than 11888.1 ms; at least 99.8 % (0.0 dB)"},
         {wav({.channels = 2}, {{440, 0}, {442, 9}, {100, 11}, {2, 10000}}).bytes(), // -60 dB

@@ -1,4 +1,4 @@
-// cabslotctl inspect of several files and of folders.
+// cabslotctl inspect with several files and with folders.
 #include "tests/support/Programs.h"
 
 namespace cabslot::testing {
@@ -6,7 +6,7 @@ namespace {
 
 class InspectMany : public ProgramTest {
 protected:
-    /// A pack: three good files, two of them with the same block, and one that is refused.
+    /// A folder with three good files, two of them with the same block, and one that is refused.
     InspectMany() {
         WavBuilder half{.rate = 48000};
         half.add(0x4000).samples.resize(2 * 480); // 10 ms

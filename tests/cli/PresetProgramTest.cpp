@@ -62,7 +62,7 @@ TEST_F(CabslotctlPreset, TellsWhatIsWrongAndWhatWouldBeRight) {
     struct Row {
         std::string path;
         std::string says;
-        int error; ///< 1 and 2: there are no fields to show
+        int error; ///< 1 and 2: no fields to show
     };
     const Row rows[] = {
         {folder.path("none"), "it cannot be read: there is no such file", 1},

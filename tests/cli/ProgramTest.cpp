@@ -1,4 +1,4 @@
-// What a user does, and every way to get it wrong.
+// The commands as a user runs them, and every kind of wrong usage.
 #include "tests/support/Programs.h"
 
 namespace cabslot::testing {
@@ -189,7 +189,7 @@ TEST_F(Cabslotctl, RefusesBadFilesBeforeThePedalIsTouched) {
     for (const Row& row : rows) {
         for (const std::vector<std::string>& command :
              {std::vector<std::string>{"load", "1", row.path}, {"inspect", row.path}}) {
-            EXPECT_EQ(run(command), 1) << row.path; // and not 3: no pedal is running
+            EXPECT_EQ(run(command), 1) << row.path; // not 3, though no pedal is running
             EXPECT_EQ(out, "");
             EXPECT_NE(err.find(row.path + ": "), std::string::npos) << err;
             EXPECT_NE(err.find(row.says, row.path.size()), std::string::npos) << err;

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What --help tells, the manual pages and the shells' completion tell, too, and nothing else.
+"""Compares --help with the manual pages and the shells' completions: the same options and commands.
 
 Usage: help-test.py PACKAGING PROGRAM ...
 """
@@ -10,7 +10,7 @@ import sys
 
 PACKAGING, PROGRAMS = sys.argv[1], sys.argv[2:]
 
-# Asks bash what it offers for the last of the words given.
+# Asks bash for the completions of the last of the words given.
 ASK_BASH = """
 . "$1"; shift
 compopt() { :; }
