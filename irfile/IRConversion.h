@@ -19,8 +19,9 @@ namespace cabslot {
 
 inline constexpr std::size_t irWorkCount = 2240; ///< the most points that are decoded at any rate
 
-extern thread_local std::array<float, irWorkCount> EnterBufferF; ///< the resampler's input
-extern thread_local std::array<float, irPointCount> ResampOut;   ///< the resampler's output
+// The resampler's input and output.
+extern constinit thread_local std::array<float, irWorkCount> EnterBufferF;
+extern constinit thread_local std::array<float, irPointCount> ResampOut;
 
 /// A supported sample rate. All others are refused.
 struct IRRate {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace cabslot {
@@ -31,6 +32,9 @@ struct PresetFinding {
 /// checksum, its version. Reads at most one byte more than an image holds, only from regular files,
 /// and never blocks on a pipe.
 PresetFinding examinePreset(const std::string& path);
+
+/// The same for a file in memory: all of it, or its first presetSize + 1 bytes.
+PresetFinding examinePresetBytes(std::span<const std::uint8_t> bytes);
 
 /// The result and what would be correct, as text to print after the file's path and a colon;
 /// "good" if nothing is wrong.

@@ -46,6 +46,9 @@ union PresetBuffUnion {
 
     /// The correct `CheckSum` for the current data area.
     std::uint32_t dataSum() const;
+
+    /// Sets size, device, version and checksum to the values that a file needs.
+    void stamp();
 };
 
 /// Converts a loaded image to the newest layout. An image of an unknown version is not copied; the
