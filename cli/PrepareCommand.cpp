@@ -2,6 +2,7 @@
 
 #include "analysis/Plots.h"
 #include "analysis/Words.h"
+#include "base/PathText.h"
 #include "cli/Console.h"
 #include "cli/Json.h"
 #include "cli/OutputFile.h"
@@ -53,12 +54,12 @@ nlohmann::ordered_json jsonOf(const std::string& from, const std::string& to,
 
 bool isThere(const std::string& path) {
     std::error_code unknown;
-    return fs::exists(fs::symlink_status(path, unknown));
+    return fs::exists(fs::symlink_status(pathOf(path), unknown));
 }
 
 bool isSameFile(const std::string& one, const std::string& other) {
     std::error_code unknown;
-    return fs::equivalent(one, other, unknown);
+    return fs::equivalent(pathOf(one), pathOf(other), unknown);
 }
 
 } // namespace
@@ -113,7 +114,7 @@ void PrepareCommand::checkUsage() const {
         throw CLI::ValidationError("give the file and the WAV file to write, or --into FOLDER");
     if (!plotFile_.empty() && files_.size() > 2 - (folder_.empty() ? 0 : 1))
         throw CLI::ValidationError("--plot takes a single file");
-    if (folder_.empty() && fs::path(files_[1]).extension() != ".wav")
+    if (folder_.empty() && pathOf(files_[1]).extension() != ".wav")
         throw CLI::ValidationError(files_[1] + ": the output's name must end with .wav");
 }
 
@@ -137,7 +138,7 @@ std::vector<PrepareCommand::Job> PrepareCommand::jobs() const {
         return {{files_[0], files_[1]}};
     std::vector<Job> all;
     for (const std::string& file : files_)
-        all.push_back({file, (fs::path(folder_) / fs::path(file).stem()).string() + ".wav"});
+        all.push_back({file, textOf(pathOf(folder_) / pathOf(file).stem()) + ".wav"});
     return all;
 }
 
@@ -149,7 +150,7 @@ bool PrepareCommand::mayWrite(const std::vector<Job>& jobs) const {
         all = false;
     };
     std::error_code unknown;
-    if (!folder_.empty() && !fs::is_directory(folder_, unknown))
+    if (!folder_.empty() && !fs::is_directory(pathOf(folder_), unknown))
         refuse(folder_ + " is not a folder; create it first");
     std::set<std::string> places;
     for (const Job& job : jobs) {
@@ -169,7 +170,7 @@ std::string PrepareCommand::write(const Job& job, const PreparedIR& prepared) co
     if (!writeOutputFile(job.to, prepared.wav, why) || plotFile_.empty())
         return why;
     const std::string plot =
-        svgFile(comparisonPage(fs::path(job.from).filename().string(), prepared.steps,
+        svgFile(comparisonPage(textOf(pathOf(job.from).filename()), prepared.steps,
                                samplesOf(prepared.plain), samplesOf(prepared.block)));
     writeOutputFile(plotFile_, {reinterpret_cast<const std::uint8_t*>(plot.data()), plot.size()},
                     why);

@@ -1,6 +1,7 @@
 #include "ui/Look.h"
 
-#include <QFontDatabase>
+#include "ui/FixedFont.h"
+
 #include <QGuiApplication>
 #include <QStyle>
 #include <QVariant>
@@ -115,7 +116,7 @@ void setLook(QWidget& widget, const char* property, bool value) {
 }
 
 QFont nameFont() {
-    return scaled(QFontDatabase::systemFont(QFontDatabase::FixedFont), nameScale);
+    return scaled(fixedFont(), nameScale);
 }
 
 QFont detailFont() {
