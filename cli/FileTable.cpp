@@ -3,7 +3,6 @@
 #include "analysis/Words.h"
 #include "base/VisibleText.h"
 #include "cli/Console.h"
-#include "cli/FileReport.h"
 #include "cli/Json.h"
 
 #include <algorithm>
@@ -44,11 +43,6 @@ std::vector<FileReport> inspectAll(std::span<const std::string> paths) {
         worker.get();
     }
     return reports;
-}
-
-void sortByName(std::vector<FileReport>& reports) {
-    std::ranges::sort(reports, {},
-                      [](const FileReport& report) { return std::tie(report.title, report.path); });
 }
 
 /// Numbers the blocks that several files share, from 1 in the table's order.
@@ -143,16 +137,22 @@ void printTableJson(std::span<const FileReport> reports) {
 
 } // namespace
 
+void printReports(std::vector<FileReport> reports, bool json) {
+    std::ranges::sort(reports, {},
+                      [](const FileReport& report) { return std::tie(report.title, report.path); });
+    json ? printTableJson(reports) : printTable(reports);
+}
+
 ExitStatus inspectFiles(const std::vector<std::string>& paths, bool json) {
     std::vector<FileReport> reports = inspectAll(paths);
     if (interrupted())
         return ExitStatus::interrupted;
-    sortByName(reports);
-    json ? printTableJson(reports) : printTable(reports);
     const auto refused = std::ranges::count(reports, true, &FileReport::refused);
+    const std::string count = countText(reports.size(), "file");
+    printReports(std::move(reports), json);
     if (refused == 0)
         return ExitStatus::done;
-    complain(std::to_string(refused) + " of " + countText(reports.size(), "file") + " refused");
+    complain(std::to_string(refused) + " of " + count + " refused");
     return ExitStatus::fileRefused;
 }
 

@@ -2,11 +2,15 @@
 #pragma once
 
 #include "cli/ExitStatus.h"
+#include "cli/FileReport.h"
 
 #include <string>
 #include <vector>
 
 namespace cabslot {
+
+/// Prints the reports sorted by name, as a table or as one JSON document.
+void printReports(std::vector<FileReport> reports, bool json);
 
 /// Inspects the files, prints the results as a table or as one JSON document, and returns the exit
 /// status.

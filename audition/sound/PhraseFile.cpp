@@ -15,7 +15,7 @@ namespace cabslot {
 
 namespace {
 
-constexpr std::size_t framesAtOnce = 4096;
+constexpr std::size_t samplesAtOnce = 8192; // of all channels: a header may claim 1024 of them
 
 struct CloseSound {
     void operator()(SNDFILE* file) const { sf_close(file); }
@@ -31,6 +31,7 @@ PhraseSamples refused(std::string whyNot) {
 /// The mean of all channels, at most `most` frames. NaN and infinite samples count as silence.
 std::vector<float> readMono(SNDFILE& file, std::size_t channels, std::size_t most) {
     std::vector<float> mono;
+    const std::size_t framesAtOnce = std::max<std::size_t>(samplesAtOnce / channels, 1);
     std::vector<float> frames(framesAtOnce * channels);
     while (mono.size() < most) {
         const std::size_t wanted = std::min(framesAtOnce, most - mono.size());
