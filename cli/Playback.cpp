@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 constexpr auto pollInterval = 10ms;
 constexpr auto longestEnd = 70ms;     // so that Ctrl-C takes effect within a tenth of a second
-constexpr double behindTheEnd = 0.25; // seconds held in the device's buffers
+constexpr double bufferedTail = 0.25; // seconds held in the device's buffers
 
 } // namespace
 
@@ -47,7 +47,7 @@ struct Playback::Shared {
 
     std::string follow() {
         const std::size_t end =
-            rendering->samples.size() + static_cast<std::size_t>(behindTheEnd * soundRate);
+            rendering->samples.size() + static_cast<std::size_t>(bufferedTail * soundRate);
         std::string why;
         while (!isOver && played < end && why.empty()) {
             std::this_thread::sleep_for(pollInterval);

@@ -18,7 +18,7 @@ namespace cabslot {
 class ListenBar final : public QWidget {
     Q_OBJECT
 public:
-    /// `listening` must outlive its use here. Hiding or destroying the bar stops its sound.
+    /// `listening` may be destroyed before the bar. Hiding or destroying the bar stops its sound.
     explicit ListenBar(Listening& listening, QWidget* parent = nullptr);
     ~ListenBar() override;
 
