@@ -70,9 +70,8 @@ public:
 private:
     Requests nextRequests() {
         std::unique_lock lock(mutex_);
-        const auto isPending = [this] { return seenRequests_ != requestCount_; };
-        playing_ ? void(wake_.wait_for(lock, lookInterval, isPending))
-                 : wake_.wait(lock, isPending);
+        const auto pending = [this] { return seenRequests_ != requestCount_; };
+        playing_ ? void(wake_.wait_for(lock, lookInterval, pending)) : wake_.wait(lock, pending);
         seenRequests_ = requestCount_;
         Requests requests = requests_;
         requests_.looks = false;

@@ -150,7 +150,7 @@ int serveOnUsb(PedalServer& pedal, const sigset_t& signals) {
     const cabslot::FileDescriptor stop(::signalfd(-1, &signals, SFD_CLOEXEC));
     int ends[2];
     if (!stop || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
-        return fail("the system gives no descriptors");
+        return fail("no descriptors are available");
     pedal.adopt(ends[0]);
     UsbPedal cable(std::move(bus), cabslot::FileDescriptor(ends[1]));
     printLine("plugged in");

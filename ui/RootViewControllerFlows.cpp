@@ -41,7 +41,7 @@ QString slotName(std::int64_t index) {
 
 std::uint32_t importNumber(std::int64_t index) {
     if (index < 0 || index > std::numeric_limits<std::uint32_t>::max())
-        fatalError("a slot number that is no unsigned 32-bit number");
+        fatalError("a slot number that does not fit into 32 bits");
     return static_cast<std::uint32_t>(index);
 }
 

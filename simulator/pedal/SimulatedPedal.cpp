@@ -64,7 +64,7 @@ void SimulatedPedal::receiveReport(Bytes report, TimePoint now) {
     }
     const std::vector<Frame> frames = parser_.feed(report.subspan(1, count));
     if (const std::size_t skipped = parser_.takeSkipped(); skipped > 0)
-        say("skipped bytes that are no frame: " + std::to_string(skipped));
+        say("skipped bytes outside frames: " + std::to_string(skipped));
     for (const Frame& frame : frames)
         handle(frame, now);
 }

@@ -47,7 +47,7 @@ bool clearPath(const std::string& path, const sockaddr_un& address, std::string&
     if (::lstat(path.c_str(), &status) != 0)
         return errno == ENOENT || refuse(why, path, std::strerror(errno));
     if (!S_ISSOCK(status.st_mode))
-        return refuse(why, path, "there is a file that is no socket");
+        return refuse(why, path, "there is a file that is not a socket");
     const FileDescriptor probe = makeSocket();
     if (!probe)
         return refuse(why, path, std::strerror(errno));

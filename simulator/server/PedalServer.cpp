@@ -81,7 +81,7 @@ void PedalServer::stop() {
 void PedalServer::run() {
     const bool listens = listener_.fd() >= 0;
     if (!stopEvent_)
-        say("cannot serve: the system gives no event descriptor");
+        say("cannot serve: no event descriptor is available");
     while (stopEvent_ && (listens || !connections_.empty()) && serveOnce()) {
     }
     connections_.clear();
