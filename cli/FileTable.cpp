@@ -24,7 +24,7 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t longestName = 14; // a factory IR's
 
-/// The reports, made on all processors; incomplete when that was interrupted.
+/// The reports, made on all processors; incomplete if interrupted.
 std::vector<FileReport> inspectAll(std::span<const std::string> paths) {
     std::vector<FileReport> reports(paths.size());
     std::atomic<std::size_t> next{0};
@@ -45,7 +45,7 @@ std::vector<FileReport> inspectAll(std::span<const std::string> paths) {
     return reports;
 }
 
-/// Numbers the blocks that more than one file has, from 1 in the table's order.
+/// Numbers the blocks that several files share, from 1 in the table's order.
 class SameBlocks {
 public:
     explicit SameBlocks(std::span<const FileReport> reports) {
@@ -55,7 +55,7 @@ public:
         }
     }
 
-    /// 0 for a block that no other file has.
+    /// 0 for a block that only one file has.
     std::size_t numberOf(const FileReport& report) {
         if (report.refused || counts_[report.blockHash] < 2)
             return 0;
@@ -124,7 +124,7 @@ nlohmann::ordered_json jsonOf(const FileReport& report, std::size_t sameBlock) {
     return json;
 }
 
-/// Prints file by file: the whole document in memory would be many times the table.
+/// Prints one file at a time: the whole JSON document in memory would be many times the table.
 void printTableJson(std::span<const FileReport> reports) {
     std::cout << "{\n  \"version\": " << jsonVersion << ",\n  \"files\": [";
     SameBlocks same(reports);
