@@ -1,13 +1,12 @@
 // Runs a fuzz target over all files of a folder, without the fuzzer: the seeds are part of ./test.
+#include "fuzz/Fuzzing.h"
 #include "tests/support/Files.h"
-
-#include <cstdint>
-#include <cstdio>
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) __attribute__((weak));
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 int main(int argc, char** argv) {
+    cabslot::fuzz::everyInput = true;
     if (LLVMFuzzerInitialize != nullptr)
         LLVMFuzzerInitialize(&argc, &argv);
     int count = 0;

@@ -2,17 +2,30 @@
 // and on the simulated pedal's parser.
 //
 // It shares no code with the unpacker and is another kind of thing: no states, no buffer, it sees
-// the whole stream at once. The CRC is the pedal's, which is computed bit by bit.
+// the whole stream at once. The CRC is the pedal's, of which a table of bytes is made.
 #pragma once
 
 #include "fuzz/Fuzzing.h"
 #include "simulator/pedal/PedalFrames.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <vector>
+#include <array>
 
 namespace cabslot::fuzz {
+
+inline unsigned crcOf(View bytes) {
+    static const auto table = [] {
+        std::array<unsigned, 256> crcs{};
+        for (unsigned i = 0; i < crcs.size(); ++i) {
+            const auto byte = static_cast<std::uint8_t>(i);
+            crcs[i] = simulator::crcOf({&byte, 1}) ^ 0xFFFFU;
+        }
+        return crcs;
+    }();
+    unsigned crc = 0;
+    for (const std::uint8_t byte : bytes)
+        crc = (crc << 8 ^ table[crc >> 8 ^ byte]) & 0xFFFF;
+    return crc ^ 0xFFFF;
+}
 
 /// What stands at an AA.
 struct Verdict {
@@ -32,7 +45,7 @@ inline Verdict judge(View rest) {
     if (rest.size() < size)
         return {size, false};
     const unsigned crc = rest[length + 4] * 256U + rest[length + 5];
-    return {size, crc == simulator::crcOf(rest.subspan(2, length + 2))};
+    return {size, crc == crcOf(rest.subspan(2, length + 2))};
 }
 
 /// A good frame, or a stray byte: one outside of whatever looked like a frame. A stray byte ends
@@ -64,5 +77,30 @@ inline std::vector<StreamEvent> eventsOf(View stream) {
     }
     return events;
 }
+
+/// Goes through the stream's events tick by tick.
+class Expectation {
+public:
+    explicit Expectation(View stream) : stream_(stream), events_(eventsOf(stream)) {}
+
+    /// What can happen while the first `come` bytes are there happens.
+    void passTick(std::size_t come) {
+        while (!done() && events_[next_].need <= come) {
+            const StreamEvent& event = events_[next_++];
+            if (!event.isFrame)
+                return; // one stray byte a tick
+            append(delivered_, stream_.subspan(event.begin, event.end - event.begin));
+        }
+    }
+
+    bool done() const { return next_ == events_.size(); }
+    const Bytes& delivered() const { return delivered_; }
+
+private:
+    View stream_;
+    std::vector<StreamEvent> events_;
+    std::size_t next_ = 0;
+    Bytes delivered_;
+};
 
 } // namespace cabslot::fuzz

@@ -2,10 +2,7 @@
 // good CRC, so the input is a script whose steps each add something to the stream.
 #pragma once
 
-#include "fuzz/Fuzzing.h"
-#include "simulator/pedal/PedalFrames.h"
-
-#include <cstddef>
+#include "fuzz/StreamRules.h"
 
 namespace cabslot::fuzz {
 
@@ -26,15 +23,10 @@ inline Bytes frameAround(View body) {
     Bytes frame = {0xAA, 0x55, static_cast<std::uint8_t>(body.size()),
                    static_cast<std::uint8_t>(body.size() >> 8)};
     append(frame, body);
-    const unsigned crc = simulator::crcOf(View(frame).subspan(2));
+    const unsigned crc = crcOf(View(frame).subspan(2));
     frame.push_back(static_cast<std::uint8_t>(crc >> 8));
     frame.push_back(static_cast<std::uint8_t>(crc));
     return frame;
-}
-
-inline Bytes text(Input& script) {
-    const std::size_t count = script.byte();
-    return script.bytes(count);
 }
 
 inline Bytes filled(Input& script) {
@@ -43,7 +35,7 @@ inline Bytes filled(Input& script) {
 }
 
 inline Bytes spoilt(Input& script) {
-    Bytes frame = frameAround(text(script));
+    Bytes frame = frameAround(script.counted());
     const std::size_t place = script.byte() % frame.size();
     frame[place] ^= static_cast<std::uint8_t>(script.byte() | 1);
     return frame;
@@ -59,9 +51,9 @@ inline void wrap(Bytes& stream, std::size_t count) {
 inline void addStep(Input& script, Bytes& stream) {
     switch (static_cast<ScriptStep>(script.byte() % static_cast<int>(ScriptStep::count))) {
     case ScriptStep::strayBytes:
-        return append(stream, text(script));
+        return append(stream, script.counted());
     case ScriptStep::frame:
-        return append(stream, frameAround(text(script)));
+        return append(stream, frameAround(script.counted()));
     case ScriptStep::filledFrame:
         return append(stream, filled(script));
     case ScriptStep::spoiltFrame:
@@ -81,7 +73,8 @@ inline Bytes streamFromScript(Input& script, std::size_t limit) {
     return stream;
 }
 
-/// The pieces in which a stream comes: a count byte, then one byte a piece, again and again.
+/// The pieces in which a stream comes: a count byte, then one byte a piece, again and again. Behind
+/// the first 100 all are whole reports: byte by byte to the end takes long and shows nothing more.
 class Pieces {
 public:
     struct Piece {
@@ -89,18 +82,37 @@ public:
         std::size_t ticks; ///< that pass behind it, 0 to 3
     };
 
-    explicit Pieces(Input& input) : plan_(input.bytes(input.byte())) {}
+    explicit Pieces(Input& input) : plan_(input.counted()) {}
 
     Piece next() {
-        if (plan_.empty())
+        if (plan_.empty() || position_ == mostSmall)
             return {64, 1};
         const std::uint8_t plan = plan_[position_++ % plan_.size()];
         return {(plan & 0x3FU) + 1U, static_cast<std::size_t>(plan >> 6)};
     }
 
 private:
-    Bytes plan_;
+    static constexpr std::size_t mostSmall = 100;
+    View plan_;
     std::size_t position_ = 0;
 };
+
+/// `expected` are the good frames in `stream`. The pedal's parser keeps no ticks: it is compared at
+/// the stream's end.
+inline void demandPedalFinds(View expected, View stream, Pieces pieces) {
+    simulator::FrameParser parser;
+    Bytes found;
+    std::size_t skipped = 0;
+    for (std::size_t fed = 0; fed < stream.size();) {
+        const std::size_t size = std::min(pieces.next().size, stream.size() - fed);
+        for (const simulator::Frame& frame : parser.feed(stream.subspan(fed, size)))
+            append(found, frame.command ? simulator::encodeFrame(*frame.command, frame.payload)
+                                        : Bytes{0xAA, 0x55, 0, 0, 0xFF, 0xFF});
+        fed += size;
+        skipped += parser.takeSkipped();
+        demand(fed - found.size() - skipped < 1024, "less than one frame is held, none used twice");
+    }
+    demand(std::ranges::equal(found, expected), "the pedal finds the frames of the rules");
+}
 
 } // namespace cabslot::fuzz

@@ -10,7 +10,6 @@ import pathlib
 import struct
 import sys
 
-STANDINGS = "file nothing folder pipe linkToFile hugeFile".split()
 STEPS = "strayBytes frame filledFrame spoiltFrame wrap".split()
 
 
@@ -33,8 +32,8 @@ def factory(number, samples=b"\x12\x34\x56\xff"):
     return (b"VadelIR" + bytes([number])).ljust(512, b"U") + samples
 
 
-def ir(content, name=b"Cab.wav", standing="file"):
-    return bytes([STANDINGS.index(standing)]) + struct.pack("<H", len(name)) + name + content
+def ir(content, name=b"Cab.wav"):
+    return text(name) + content
 
 
 def ir_files():
@@ -61,15 +60,12 @@ def ir_files():
     odd += [factory(3, bytes(range(256)) * 12)] + [factory(3)[:n] for n in (8, 12, 511, 512, 514)]
     yield from map(ir, odd)
     yield from (ir(good, name) for name in names())
-    for standing in STANDINGS:
-        yield ir(good, standing=standing)
-        yield ir(factory(1), b"some.ir", standing)
 
 
 def names():
     yield from (b"a", b"a.wav", b"a.wav.wav", b"a.wavb.wav", b"a.wav.bak", b"Deep.WAV", b".wav",
                 b"", b".", b"..", b"a/b.wav", b"a\0b.wav", b"Cabinet_1960.wav", b"n" * 255,
-                b"n" * 256, b"\xcc\x81.wav", b"x\xe2\x82")  # the last begin, or end, inside a letter
+                b"\xcc\x81.wav", b"x\xe2\x82")  # the last begin, or end, inside a letter
     odd = "é e\u0301 \u0301 € 😀 \u00ad \u061c \u200b \u2066 \ufeff \x01 \x7f \U000e0041".split(" ")
     yield from (("x" + letter + ".wav").encode() for letter in odd)
     yield from (b"x" + letter + b".wav" for letter in (
@@ -140,10 +136,11 @@ PIECES = [text(plan) for plan in (
     b"", b"\x40", b"\x7e", b"\x3e", b"\x3f", b"\x7f", b"\xff", b"\xc0\x3f\x05\x80\x06\x7e")]
 
 
-def unpackings():
+def streams():
     for script, pieces in itertools.product(SCRIPTS, (PIECES[1], PIECES[7])):
-        yield pieces + script
-    yield from (pieces + (filled(516, 0xE9) + CONFIRMED) * 30 for pieces in PIECES)  # the ring wraps
+        yield b"\0\0" + pieces + script
+    yield from (struct.pack("<H", 10239 - i * 77) + pieces + (filled(516, 0xE9) + CONFIRMED) * 3
+                for i, pieces in enumerate(PIECES))  # the ring wraps
 
 
 # --- Reports -------------------------------------------------------------------------------------
@@ -173,7 +170,7 @@ def report_rows():
     yield bytes([0]) + report(b"x", nobody) + come + bytes([0x07, 0x0f]) + go + b"\x0f" + come
     yield bytes([5]) + bytes([0x07]) + report(b"", other, identity) + bytes([0x0f])
     yield bytes([2]) + b"\x00" + text(b"\xff" + b"n" * 63) + run + b"\x40"  # counts 255
-    yield bytes([2]) + report(b"\xaa" * 63) * 170 + run + b"\x01"  # more than fits
+    yield bytes([10]) + report(b"\xaa" * 63) * 2 + run + b"\x1f"  # more than fits
 
 
 # --- Presets -------------------------------------------------------------------------------------
@@ -184,18 +181,31 @@ def presets():
     broken = [good[:2047], good + b"x", b"", good[:4] + b"\2" + good[5:], good[:-1] + b"\0",
               good[:8] + b"\1" + good[9:], good[:4] + b"\2" + good[5:-1] + b"\0"]
     for image, mended in itertools.product([good] + broken, (0, 1)):
-        yield bytes([0, mended]) + struct.pack("<H", 1536) + image
+        yield bytes([mended]) + struct.pack("<H", 1536) + image
     for length in (0, 1, 1536, 1537, 65535):
-        yield bytes([0, 0]) + struct.pack("<H", length) + good
-    for standing in range(len(STANDINGS)):
-        yield bytes([standing, 0]) + struct.pack("<H", 12) + good
+        yield b"\0" + struct.pack("<H", length) + good
+
+
+# --- The memory of slots -------------------------------------------------------------------------
+
+def slot_records():
+    def texts(*words):
+        return b"".join(struct.pack("<I", len(word)) + word for word in words)
+    start, good = b"cabslot1" + struct.pack("<q", 1 << 30), texts(b"usb", b"Cab", b"/irs/Cab.wav")
+    for mended, rest in itertools.product((0, 1), (
+            good, good + b"x", good[:-1], good[:5], texts(b"sim", b"", b""), texts(b"usb", b""), b"",
+            texts(b"usb", b"x" * 3000, b""), texts(b"usb") + b"\xff" * 8)):
+        yield bytes([mended, 7]) + start + rest
+        yield bytes([mended, 7]) + start.replace(b"1", b"2") + rest
+    yield from (bytes([1, 0]) + start[:length] for length in (0, 8, 15))
 
 
 TARGETS = {
     "ir_file": ir_files,
     "input_reports": report_rows,
     "preset_image": presets,
-    "unpack_differential": unpackings,
+    "receive_stream": streams,
+    "slot_record": slot_records,
 }
 
 

@@ -13,10 +13,10 @@ namespace cabslot {
 static_assert(FLT_EVAL_METHOD == 0, "single precision has to be computed in single precision");
 static_assert(std::numeric_limits<float>::is_iec559);
 
-// The loops fill a local array that is then copied: of these, the compiler would fetch the address
-// anew for every point, which takes as long as the point.
-thread_local std::array<float, irWorkCount> EnterBufferF{};
-thread_local std::array<float, irPointCount> ResampOut{};
+// The loops below fill a local array and copy it: these could overlap the source as far as the
+// compiler knows, and it would read and write point by point.
+constinit thread_local std::array<float, irWorkCount> EnterBufferF{};
+constinit thread_local std::array<float, irPointCount> ResampOut{};
 
 namespace {
 

@@ -19,8 +19,9 @@ namespace cabslot {
 
 inline constexpr std::size_t irWorkCount = 2240; ///< the most points that any rate is read for
 
-extern thread_local std::array<float, irWorkCount> EnterBufferF; ///< the resampler's input
-extern thread_local std::array<float, irPointCount> ResampOut;   ///< the resampler's output
+// The resampler's input and output.
+extern constinit thread_local std::array<float, irWorkCount> EnterBufferF;
+extern constinit thread_local std::array<float, irPointCount> ResampOut;
 
 /// A supported sample rate. One that is no row of the table is refused.
 struct IRRate {

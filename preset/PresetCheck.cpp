@@ -28,16 +28,22 @@ std::string lengthRemark(std::size_t length) {
 } // namespace
 
 PresetFinding examinePreset(const std::string& path) {
-    PresetFinding found;
     FileBytes file = readFile(path, presetSize + 1); // one byte more shows what is too long
-    found.length = file.size;
-    if (!file.bytes) {
-        found.error = presetUnreadable;
-        found.whyUnreadable = std::move(file.whyNot);
-    } else if (found.length != presetSize) {
+    if (file.bytes)
+        return examinePresetBytes(file.span());
+    PresetFinding unreadable;
+    unreadable.error = presetUnreadable;
+    unreadable.whyUnreadable = std::move(file.whyNot);
+    return unreadable;
+}
+
+PresetFinding examinePresetBytes(std::span<const std::uint8_t> bytes) {
+    PresetFinding found;
+    found.length = bytes.size();
+    if (found.length != presetSize) {
         found.error = presetWrongLength;
     } else {
-        std::ranges::copy(file.span(), found.image.Buff_A.begin());
+        std::ranges::copy(bytes, found.image.Buff_A.begin());
         found.error = check(found.image);
     }
     return found;

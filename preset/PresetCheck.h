@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace cabslot {
@@ -31,6 +32,9 @@ struct PresetFinding {
 /// checksum, its version. Never reads more than one byte beyond an image's length, and only
 /// regular files; never waits for a pipe.
 PresetFinding examinePreset(const std::string& path);
+
+/// The same of a file that is in memory: all of it, or its first presetSize + 1 bytes.
+PresetFinding examinePresetBytes(std::span<const std::uint8_t> bytes);
 
 /// What was found and what would be right, in words to follow the file's path and a colon; "good"
 /// when it is.

@@ -46,6 +46,9 @@ union PresetBuffUnion {
 
     /// The `CheckSum` that is right for the data area as it stands.
     std::uint32_t dataSum() const;
+
+    /// Writes size, device, version and checksum as a file must have them.
+    void stamp();
 };
 
 /// Brings a read image to the newest layout. One of an unknown version is not copied: a later

@@ -17,10 +17,7 @@ bool QNPresetFile::ReadFileToPresetPath(const std::string& path, std::int32_t* E
 }
 
 bool QNPresetFile::SavePresetToFilePath(const std::string& path, std::int32_t* Errormsg) {
-    NewPreset.buff_S.DeviceID = presetDevice;
-    NewPreset.buff_S.FileSize = presetSize;
-    NewPreset.buff_S.PresetVersion = presetLayoutVersion;
-    NewPreset.buff_S.CheckSum = NewPreset.dataSum();
+    NewPreset.stamp();
     whyNotSaved_ = replaceFile(path, NewPreset.Buff_A);
     if (whyNotSaved_.empty())
         return true;

@@ -132,6 +132,9 @@ TEST_F(OpenFile, ExtraChunksAndFieldsThatAreNotReadDoNotMatter) {
         EXPECT_EQ(file_.channelCount(), 2u);
         EXPECT_EQ(file_.bitsPerSample(), 24u);
         EXPECT_EQ(file_.frameCount(), 3u); // 21 bytes of frames of six, the rest is dropped
+        EXPECT_EQ(file_.heldFrames(), 3u);
+        std::vector<float> left(9);
+        EXPECT_EQ(file_.readChannel(0, 0, left), 3u);
         ASSERT_TRUE(file_.setIrdataBuff());
         EXPECT_EQ(irdatabuff[1], 0x555555u) << "frame 2, left";
     }

@@ -1,0 +1,83 @@
+// IR files by the rules of their formats alone, without the code that reads them: a second opinion
+// on QNIRFile.
+#pragma once
+
+#include "base/Pedal.h"
+#include "fuzz/Fuzzing.h"
+#include "irfile/FactoryNames.h"
+
+#include <string_view>
+
+namespace cabslot::fuzz {
+
+struct IRFileRules {
+    View content;
+    std::size_t fmt, data; ///< where the tags stand
+    bool factory;
+
+    explicit IRFileRules(View bytes)
+        : content(bytes), fmt(text().find("fmt ")), data(text().find("data")),
+          factory(text().starts_with("VadelIR")) {}
+
+    std::string_view text() const {
+        return {reinterpret_cast<const char*>(content.data()), content.size()};
+    }
+    /// Little-endian; bytes that the file does not have are 0.
+    std::uint32_t number(std::size_t at, std::size_t width) const {
+        std::uint32_t value = 0;
+        for (std::size_t i = width; i-- > 0;)
+            value = value << 8 | (at + i < content.size() ? content[at + i] : 0U);
+        return value;
+    }
+    std::uint32_t channels() const { return factory ? 1 : number(fmt + 10, 2); }
+    std::uint32_t rate() const { return factory ? 44100 : number(fmt + 12, 4); }
+    std::uint32_t bits() const { return factory ? 24 : number(fmt + 22, 2); }
+
+    /// `name` is the one made from the path.
+    bool opens(std::string_view name) const {
+        if (content.size() < 12)
+            return false;
+        if (factory)
+            return number(7, 1) < factoryNameCount;
+        const bool plain = std::all_of(name.begin(), name.end(),
+                                       [](char letter) { return letter >= ' ' && letter <= '~'; });
+        return text().starts_with("RIFF") && text().compare(8, 4, "WAVE") == 0 &&
+               fmt < content.size() && fmt + 24 <= content.size() && data < content.size() &&
+               data + 8 <= content.size() && channels() > 0 && bits() >= 8 && plain;
+    }
+
+    std::uint32_t frames() const {
+        if (!factory)
+            return number(data + 4, 4) / (bits() / 8 * channels());
+        const std::size_t samples = content.size() <= 512 ? 0 : (content.size() - 512) / 3;
+        return static_cast<std::uint32_t>(std::min(samples, irPointCount));
+    }
+    /// Of a file that is taken as it is: factory, or integers at 44.1 kHz.
+    std::uint32_t point(std::size_t i) const {
+        const std::size_t width = bits() / 8;
+        const std::size_t start = factory ? 512 : data + 8;
+        const bool silent = channels() > 2 || (!factory && i >= frames());
+        return silent ? 0 : number(start + i * width * channels(), width) << (24 - bits());
+    }
+};
+
+/// The IR's name, from the parts between the extensions.
+inline std::string nameByPieces(std::string_view path) {
+    constexpr std::string_view extension = ".wav";
+    std::string_view file = path.substr(path.rfind('/') + 1);
+    std::vector<std::string> pieces(1);
+    for (; !file.empty(); file.remove_prefix(file.starts_with(extension) ? extension.size() : 1)) {
+        if (file.starts_with(extension))
+            pieces.emplace_back();
+        else
+            pieces.back() += file.front();
+    }
+    if (pieces.size() < 3)
+        return pieces.front();
+    std::string name;
+    for (std::size_t i = 0; i + 1 < pieces.size(); ++i)
+        name.append(pieces[i]).append(extension);
+    return name;
+}
+
+} // namespace cabslot::fuzz

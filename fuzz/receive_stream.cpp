@@ -1,0 +1,65 @@
+// The unpacker against a second opinion: just the frames that the written rules say are delivered,
+// whole and in order, tick by tick. On a sample of the inputs, the simulated pedal's parser, too.
+//
+// Input: where the ring starts, pieces, then a script for the stream.
+#include "device/DeviceCommands.h"
+#include "device/ReceiveBuffer.h"
+#include "fuzz/ReceiverState.h"
+#include "fuzz/StreamScript.h"
+
+static cabslot::fuzz::Bytes delivered; // all frames of this input, one behind the other
+
+// The linker leads the unpacker's calls of CMD_Callback here.
+extern "C" void realCallback(const std::uint8_t* frame) asm("__real__ZN7cabslot12CMD_CallbackEPKh");
+extern "C" void
+wrappedCallback(const std::uint8_t* frame) asm("__wrap__ZN7cabslot12CMD_CallbackEPKh");
+
+void wrappedCallback(const std::uint8_t* frame) {
+    cabslot::fuzz::append(delivered,
+                          {frame, cabslot::FrameView(frame).length() + cabslot::frameOverhead});
+    realCallback(frame);
+}
+
+namespace cabslot::fuzz {
+namespace {
+
+constexpr std::size_t streamLimit = 1500; // one of the longest frames, and some
+
+void tickBoth(Expectation& expectation, std::size_t come) {
+    expectation.passTick(come);
+    tick();
+    demand(delivered.size() == expectation.delivered().size(),
+           "frames come in the tick of the rules");
+}
+
+} // namespace
+} // namespace cabslot::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace cabslot::fuzz;
+    cabslot::resetSharedState();
+    delivered.clear();
+    Input input(data, size);
+    cabslot::rx_buffer_readp = cabslot::rx_buffer_writep =
+        static_cast<std::uint32_t>(input.number16() % cabslot::rxBufferSize);
+    Pieces pieces(input);
+    const Pieces samePieces = pieces;
+    const Bytes stream = streamFromScript(input, streamLimit);
+    Expectation expectation(stream);
+    for (std::size_t come = 0; come < stream.size();) {
+        const Pieces::Piece piece = pieces.next();
+        const View bytes = View(stream).subspan(come, std::min(piece.size, stream.size() - come));
+        demand(cabslot::putRX_buffer(bytes.data(), static_cast<std::uint32_t>(bytes.size())) == 1,
+               "the ring takes what fits");
+        come += bytes.size();
+        for (std::size_t i = 0; i < piece.ticks; ++i)
+            tickBoth(expectation, come);
+    }
+    while (!expectation.done())
+        tickBoth(expectation, stream.size());
+    tickBoth(expectation, stream.size()); // an idle one
+    demand(delivered == expectation.delivered(), "the frames are those of the rules");
+    if (isInSample(size))
+        demandPedalFinds(delivered, stream, samePieces);
+    return 0;
+}
