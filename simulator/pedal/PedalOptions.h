@@ -18,6 +18,8 @@ struct Faults {
     bool flood = false;         ///< 100,000 unknown frames behind all data, as fast as they go
     bool neverConfirm = false;  ///< an import is stored but not confirmed
     bool confirmAtOnce = false; ///< an import is confirmed without any delay
+    bool usbStall = false;      ///< USB: the endpoint for reports to the pedal is stalled
+    bool usbHold = false;       ///< USB: a report to the pedal is never taken
     bool confirmEarly = false;  ///< an import is confirmed at its first frame, not at its last
     /// The first connection to send so many reports is cut right after the last of them, once in a
     /// server's life; 0: none is.
