@@ -7,10 +7,11 @@ set(CABSLOT_SANITIZE "" CACHE STRING "Sanitizers, e.g. address,undefined or thre
 add_compile_options(-ffp-contract=off)
 
 if(WIN32)
-  # Every program has the manifest that makes its arguments and file names UTF-8; and MinGW's
-  # compiler is told of its own library for the checks below.
+  # Every program has the manifest that makes its arguments and file names UTF-8, and the icon; and
+  # MinGW's compiler is told of its own library for the checks below.
   enable_language(RC)
-  set(program_resources ${PROJECT_SOURCE_DIR}/packaging/windows/utf8.rc)
+  set(program_resources ${PROJECT_SOURCE_DIR}/packaging/windows/cabslot.rc)
+  string(APPEND CMAKE_RC_FLAGS " -I$ENV{CABSLOT_WINDOWS_PREFIX}/share")
   add_link_options(-fstack-protector-strong)
 endif()
 

@@ -66,7 +66,7 @@ void HIDClass::myThreadMainMethod() {
 }
 
 void HIDClass::runLoop() {
-    // One grid for both, so that the thread wakes once a tick.
+    // One grid for both timers, so that the thread wakes once per tick.
     const Clock::time_point start = Clock::now();
     RepeatingTimer readTimer(start, tick);
     RepeatingTimer sendTimer(start, tick);

@@ -1,6 +1,7 @@
 #include "ui/Look.h"
 
-#include <QFontDatabase>
+#include "ui/FixedFont.h"
+
 #include <QGuiApplication>
 #include <QStyle>
 #include <QVariant>
@@ -18,7 +19,7 @@ QFont scaled(QFont font, qreal scale) {
     return font;
 }
 
-/// `amount` (0 to 1) of `top` over `bottom`.
+/// Mixes `amount` (0 to 1) of `top` into `bottom`.
 QColor mixed(const QColor& top, const QColor& bottom, qreal amount) {
     const auto channel = [amount](int above, int below) {
         return static_cast<int>(above * amount + below * (1 - amount));
@@ -115,7 +116,7 @@ void setLook(QWidget& widget, const char* property, bool value) {
 }
 
 QFont nameFont() {
-    return scaled(QFontDatabase::systemFont(QFontDatabase::FixedFont), nameScale);
+    return scaled(fixedFont(), nameScale);
 }
 
 QFont detailFont() {

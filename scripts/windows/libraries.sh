@@ -10,30 +10,54 @@ export CABSLOT_WINDOWS_PREFIX="$prefix"
 jobs=${CABSLOT_JOBS:-$(nproc)}
 
 say() { echo "package-windows: $*" >&2; }
-
-install_tools() {
-    scripts/install-packages g++-mingw-w64-x86-64-posix wine64 nsis zip dpkg-dev
+die() {
+    say "$@"
+    exit 1
 }
 
-# A Debian source package, unpacked as $source/NAME. Debian's list of sources is read into a folder
-# of its own: what the system's apt knows stays as it is.
+install_tools() {
+    scripts/install-packages g++-mingw-w64-x86-64-posix wine64 nsis dpkg-dev librsvg2-bin
+}
+
+# The options that let apt-get read a list of sources of our own: what the system's apt knows stays as
+# it is. The sources come from where the system has its packages from.
+prepare_apt() {
+    # shellcheck disable=SC2016 # the variables are apt's
+    from=${CABSLOT_MIRROR:-$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' \
+        'Codename: bookworm' 'Component: main' | head -n 1)}
+    [ -n "$from" ] || die "apt knows no mirror of Debian 12 (bookworm, main): add one to" \
+        "/etc/apt/sources.list and run apt-get update, or set CABSLOT_MIRROR to the address of one"
+    mkdir -p "$source/lists/partial"
+    echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg] $from bookworm main" \
+        >"$source/sources.list"
+    apt="-o Dir::Etc::sourcelist=$source/sources.list -o Dir::Etc::sourceparts=/dev/null
+        -o Dir::State::lists=$source/lists -o APT::Sandbox::User=root"
+}
+
+# fetch_source PACKAGE: Debian's source package, unpacked as $source/PACKAGE; its version, from the
+# name of its .dsc, in $source/PACKAGE.version.
 fetch_source() {
     [ ! -d "$source/$1" ] || return 0
-    mkdir -p "$source/lists/partial"
-    echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]" \
-        "http://deb.debian.org/debian bookworm main" >"$source/sources.list"
-    set -- "$1" -o Dir::Etc::sourcelist="$source/sources.list" -o Dir::Etc::sourceparts=/dev/null \
-        -o Dir::State::lists="$source/lists" -o APT::Sandbox::User=root
-    package=$1
-    shift
-    say "fetching the source of $package"
-    [ -e "$source/lists.read" ] || apt-get "$@" -qq update
+    say "fetching the source of $1"
+    prepare_apt
+    # shellcheck disable=SC2086 # $apt is many words
+    [ -e "$source/lists.read" ] || apt-get $apt -qq -o APT::Update::Error-Mode=any update ||
+        die "the list of Debian's sources cannot be had: $from"
     touch "$source/lists.read"
-    rm -rf "$source/$package.part"
-    mkdir "$source/$package.part"
-    (cd "$source/$package.part" && apt-get "$@" -qq source "$package" >&2)
-    mv "$source/$package.part"/*/ "$source/$package"
-    rm -r "$source/$package.part"
+    rm -rf "$source/$1.part"
+    mkdir "$source/$1.part"
+    # shellcheck disable=SC2086
+    (
+        cd "$source/$1.part"
+        apt-get $apt -qq source "$1" >&2 || {
+            say "Debian's changes cannot be had; taking $1 as its authors made it"
+            apt-get $apt -qq --dsc-only source "$1" >&2 &&
+                apt-get $apt -qq --tar-only source "$1" >&2 && tar xf ./*.orig.tar.*
+        }
+    ) || die "the source of $1 cannot be had from $from"
+    basename "$source/$1.part"/*.dsc .dsc | tr _ ' ' >"$source/$1.version"
+    mv "$source/$1.part"/*/ "$source/$1"
+    rm -r "$source/$1.part"
 }
 
 # built NAME: whether it is installed in the prefix already.
@@ -50,6 +74,12 @@ build() {
     cmake --build "$windows/$name" -j "$jobs" >&2
     cmake --install "$windows/$name" >/dev/null
     mark_built "$name"
+}
+
+# describe NAME VERSION: for pkg-config, of a library that does not do so itself on Windows.
+describe() {
+    printf '%s\n' "Name: $1" "Description: $1" "Version: $2" "Libs: -L$prefix/lib -l$1" \
+        "Cflags: -I$prefix/include" >"$prefix/lib/pkgconfig/$1.pc"
 }
 
 # Libraries that are headers alone: Debian's serve every system.
@@ -69,11 +99,22 @@ build_small_libraries() {
         fetch_source hidapi
         build hidapi "$source/hidapi" -DBUILD_SHARED_LIBS=OFF
     }
+    built libsoxr || {
+        fetch_source libsoxr
+        # a DLL: its licence wants that whoever gets the programs may replace it
+        build libsoxr "$source/libsoxr" -DBUILD_TESTS=OFF -DWITH_OPENMP=OFF -DWITH_LSR_BINDINGS=OFF
+        describe soxr 0.1.3
+    }
+    built libebur128 || {
+        fetch_source libebur128
+        # its queue.h is the C library's elsewhere
+        build libebur128 "$source/libebur128" -DBUILD_SHARED_LIBS=OFF -DENABLE_INTERNAL_QUEUE_H=ON
+    }
 }
 
-# Only what a window of widgets needs. Qt is built as DLLs: whoever gets the programs may replace it.
+# Only what a window of widgets needs, as DLLs for the same reason.
 build_qt() {
-    built qt && return
+    ! built qt || return 0
     fetch_source qt6-base
     scripts/install-packages qt6-base-dev-tools
     off=
@@ -88,21 +129,3 @@ build_qt() {
         -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF -DINPUT_opengl=no $off
 }
 
-# build_cabslot WITH-QT: with nothing there, the libraries, cabslotctl and the tests alone.
-build_cabslot() {
-    say "building cabslot"
-    cmake -S . -B "$windows/cabslot" -G Ninja --log-level=WARNING -DCMAKE_BUILD_TYPE=Release \
-        -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DCABSLOT_WINDOW="$([ -n "$1" ] && echo ON || echo OFF)" \
-        -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake >&2
-    cmake --build "$windows/cabslot" -j "$jobs" >&2
-}
-
-# The installer and the zip, into build/windows.
-package() {
-    version=$(sed -n 's/^project(Cabslot VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
-    for pair in NSIS:setup ZIP:windows; do
-        (cd "$windows/cabslot" && cpack -G "${pair%:*}" -B "$windows/packages" \
-            -D CPACK_PACKAGE_FILE_NAME="cabslot-$version-${pair#*:}" >&2)
-    done
-    ls -l "$windows/packages"/cabslot-"$version"-*.* >&2
-}
