@@ -11,13 +11,13 @@ namespace cabslot {
 
 namespace {
 
-// A file of 16 bits cannot come nearer to full scale, and 1.0 of a float file comes nearer.
+// The largest 16-bit sample; a float sample can come closer to full scale.
 constexpr double atFullScale = 32767.0 / 32768;
-// From one point to the next; the widest possible is 2. An IR hardly gets there by itself, while a
-// sample that is a little too large lands almost 2 away.
+// Between neighbouring points; the widest possible is 2. An IR hardly reaches it by itself, while a
+// sample that is slightly too large and wraps jumps by almost 2.
 constexpr double wrappingJump = 1.75;
 constexpr double audible = 0.001;      // of the peak; -60 dB
-constexpr double toleratedSilence = 1; // ms; what the air between speaker and microphone takes
+constexpr double toleratedSilence = 1; // ms; sound travelling from speaker to microphone
 
 using Found = std::optional<Finding>;
 
@@ -29,9 +29,9 @@ Found misplacedTag(const FileFacts& facts) {
     if (facts.misplaced.tag.empty())
         return {};
     return Finding{FindingKind::misplacedTag,
-                   "Read from the wrong place: \"" + facts.misplaced.tag +
-                       "\" stands inside the \"" + visibleText(facts.misplaced.insideOf) +
-                       "\" chunk, such as in a comment, and is taken for the chunk of that name. "
+                   "Read from the wrong place: \"" + facts.misplaced.tag + "\" is inside the \"" +
+                       visibleText(facts.misplaced.insideOf) +
+                       "\" chunk, such as in a comment, and is used as the chunk of that name. "
                        "Save the file without comments and markers."};
 }
 
@@ -40,7 +40,7 @@ Found tooManyChannels(const FileFacts& facts) {
         return {};
     return Finding{FindingKind::tooManyChannels,
                    std::to_string(facts.channels) +
-                       " channels: only files with one or two can be used, so that the pedal gets "
+                       " channels: only files with one or two can be used, so the pedal gets "
                        "silence. Save the file as mono."};
 }
 
@@ -54,8 +54,8 @@ Found eightBits(const FileFacts& facts) {
     if (facts.bits != 8)
         return {};
     return Finding{FindingKind::eightBits,
-                   "8 bits: such a file counts silence as 128, which reaches the pedal as -1.0. "
-                   "Every crossing of zero becomes a jump between the two ends of the scale. Save "
+                   "8 bits: such files store silence as 128, which reaches the pedal as -1.0. "
+                   "Every zero crossing becomes a jump between the two ends of the scale. Save "
                    "the file with 16 bits or more."};
 }
 
@@ -66,7 +66,7 @@ Found beyondFullScale(const FileFacts& facts) {
     if (facts.beyond > 0) {
         const std::string excess = fixedText(decibels(facts.largest), 1) + " dB";
         text += countText(facts.beyond, "sample") + " too large, by up to " + excess +
-                ". They are not limited but wrap round to wrong values. Save the file at least " +
+                ". They are not clipped but wrap round to wrong values. Save the file at least " +
                 excess + " lower.";
     }
     if (facts.beyond > 0 && facts.noNumbers > 0)
@@ -81,7 +81,7 @@ bool bothAtOneEnd(double one, double other) {
     return std::min(std::abs(one), std::abs(other)) >= atFullScale && (one > 0) == (other > 0);
 }
 
-// A single point at full scale is what a normalised IR has.
+// A single point at full scale is normal: a normalised IR has one.
 Found clipped(const Samples& samples) {
     std::size_t count = 0;
     for (std::size_t i = 0; i < samples.size(); ++i)
@@ -92,7 +92,7 @@ Found clipped(const Samples& samples) {
         return {};
     return Finding{FindingKind::clipped,
                    "Clipped: " + std::to_string(count) +
-                       " points stand side by side at full scale; peaks were cut flat."};
+                       " neighbouring points are at full scale; the peaks were cut flat."};
 }
 
 Found wrapped(const Samples& samples) {
@@ -103,19 +103,18 @@ Found wrapped(const Samples& samples) {
     if (count == 0)
         return {};
     return Finding{FindingKind::wrapped,
-                   "Wrapped, it seems: " + countText(count, "jump") +
-                       " from one end of the scale to the other between neighbouring points, as "
-                       "samples make that were too large and wrapped round."};
+                   "Probably wrapped: " + countText(count, "jump") +
+                       " between neighbouring points from one end of the scale to the other. "
+                       "Samples that were too large and wrapped round look like this."};
 }
 
 Found claimsMore(const FileFacts& facts) {
     if (facts.claimed <= facts.held)
         return {};
     return Finding{FindingKind::claimsMore,
-                   "Claims too much: the file says that it has " +
-                       countText(facts.claimed, "frame") + " but holds " +
-                       std::to_string(facts.held) +
-                       ". It may have been cut short; what is missing counts as silence."};
+                   "Claims too much: the file claims " + countText(facts.claimed, "frame") +
+                       " but holds " + std::to_string(facts.held) +
+                       ". It may have been cut short; missing frames count as silence."};
 }
 
 Found cutOff(const FileFacts& facts) {
@@ -124,13 +123,13 @@ Found cutOff(const FileFacts& facts) {
     const double milliseconds = static_cast<double>(facts.frames) * 1000 / facts.sampleRate;
     const std::string taken =
         "Cut off: the pedal takes the first " + millisecondsText(blockMilliseconds) + " of " +
-        (facts.goesOn ? "more than " : "") + millisecondsText(milliseconds) + "; ";
+        (facts.moreFollows ? "more than " : "") + millisecondsText(milliseconds) + "; ";
     if (facts.energyBehind == 0)
-        return Finding{FindingKind::cutOff, taken + "only silence is left behind" +
-                                                (facts.goesOn ? " as far as that." : ".")};
-    return Finding{FindingKind::cutOff, taken + (facts.goesOn ? "at least " : "") +
+        return Finding{FindingKind::cutOff,
+                       taken + "the rest" + (facts.moreFollows ? " of that" : "") + " is silence."};
+    return Finding{FindingKind::cutOff, taken + (facts.moreFollows ? "at least " : "") +
                                             shareText(facts.energyBehind / facts.energy) +
-                                            " of the energy is left behind."};
+                                            " of the energy is lost."};
 }
 
 Found startsLate(const Samples& samples) {
@@ -146,7 +145,7 @@ Found startsLate(const Samples& samples) {
         return {};
     return Finding{FindingKind::startsLate,
                    "Starts late: " + millisecondsText(milliseconds) +
-                       " of silence come first. They are heard as a delay and leave " +
+                       " of silence come first, which are heard as a delay and leave " +
                        millisecondsText(blockMilliseconds - milliseconds) + " for the IR."};
 }
 
@@ -189,7 +188,7 @@ std::vector<Finding> findingsOf(const Samples& samples, const FileFacts& facts) 
     if (add(tooManyChannels(facts)))
         return findings;
     add(silent(samples));
-    // Where the cause is known, what it looks like in the block is not told once more.
+    // If the cause is known, its effect on the block is not reported as well.
     const bool eight = add(eightBits(facts));
     if (!add(beyondFullScale(facts)) && !eight) {
         add(clipped(samples));

@@ -1,4 +1,4 @@
-// What is odd about an IR, in words that a guitarist can act on.
+// Finds problems in an IR and describes them so that a guitarist can act on them.
 #pragma once
 
 #include "analysis/FileFacts.h"
@@ -12,12 +12,12 @@ namespace cabslot {
 
 enum class FindingKind {
     misplacedTag,    ///< "fmt " or "data" was found inside another chunk
-    tooManyChannels, ///< none of them is used
+    tooManyChannels, ///< more than two, so none is used
     silent,          ///< nothing but zeros
-    eightBits,       ///< such samples do not arrive as they are meant
-    beyondFullScale, ///< floats that do not fit and wrap round
-    clipped,         ///< neighbours at full scale
-    wrapped,         ///< jumps such as samples make that have wrapped round
+    eightBits,       ///< the conversion distorts them
+    beyondFullScale, ///< floats that are too large and wrap round
+    clipped,         ///< neighbouring points at full scale
+    wrapped,         ///< jumps like those of wrapped samples
     claimsMore,      ///< the file claims more frames than it holds
     cutOff,          ///< the file is longer than the pedal's IR
     startsLate,      ///< silence comes first
@@ -28,10 +28,10 @@ struct Finding {
     std::string text; ///< a sentence or two
 };
 
-/// A finding's name for programs, such as "cut_off".
+/// A finding's name in JSON, such as "cut_off".
 std::string_view nameOf(FindingKind kind);
 
-/// All that is to be said of a block and the file it was made from, the gravest first.
+/// Every finding about a block and its file, most serious first.
 std::vector<Finding> findingsOf(const Samples& samples, const FileFacts& facts);
 
 } // namespace cabslot

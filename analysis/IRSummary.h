@@ -1,4 +1,4 @@
-// Everything that is told and drawn of one IR.
+// Everything that is reported and drawn about one IR.
 #pragma once
 
 #include "analysis/Findings.h"
@@ -9,20 +9,20 @@
 namespace cabslot {
 
 struct IRSummary {
-    std::string name;   ///< as it is shown
-    std::string origin; ///< what file it came from, such as "WAV, 48000 Hz, 24 bits, 2 channels"
+    std::string name;   ///< as shown to the user
+    std::string origin; ///< the source file, such as "WAV, 48000 Hz, 24 bits, 2 channels"
     std::string frames; ///< such as "5000, of which 1024 are used"
     Samples samples{};
     std::vector<Finding> findings;
 };
 
-/// `block` is what `file`, which must be loaded, was converted into.
+/// `block` is what the loaded `file` was converted into.
 IRSummary summaryOf(const QNIRFile& file, const Block& block, const std::string& name);
 
-/// The same where the file is not at hand: only what the block itself tells is said.
+/// The same without the file: covers only what the block shows.
 IRSummary summaryOf(const Block& block, const std::string& name, const std::string& origin);
 
-/// The two levels in words.
+/// The peak and RMS levels as text.
 std::string levelsText(const Samples& samples);
 
 } // namespace cabslot

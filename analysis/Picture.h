@@ -1,6 +1,5 @@
-// A picture as plain data: what is drawn where, in the units of a screen at 100 %, y downwards. The
-// window and the files draw the same pictures, each with its own few lines of code and its own
-// colours.
+// A picture as plain data: shapes in logical pixels, with y downwards. The window and the SVG
+// writer draw the same pictures, each with its own colours.
 #pragma once
 
 #include <string>
@@ -9,13 +8,13 @@
 
 namespace cabslot {
 
-/// What something is, not what colour it has.
+/// The role of a shape; the front end chooses its colour.
 enum class Ink {
-    grid,   ///< fine lines behind the curve
+    grid,   ///< thin lines behind the curve
     frame,  ///< around the curve, and the zero line
-    faint,  ///< text of less weight
+    faint,  ///< less important text
     text,   ///< text
-    before, ///< a curve that another one is compared with
+    before, ///< the curve that `signal` is compared with
     signal, ///< the curve
 };
 
@@ -31,7 +30,7 @@ struct Line {
     Ink ink;
 };
 
-/// A filled polygon with an outline of the same ink, so that it is seen where it has no width.
+/// A filled polygon with an outline of the same ink, so that it is visible where it has no width.
 struct Area {
     std::vector<Spot> corners;
     double outline;
@@ -40,11 +39,11 @@ struct Area {
 
 enum class Align { left, centre, right };
 
-/// One line of text; `at` is on its base line.
+/// One line of text; `at` is on its baseline.
 struct Text {
     Spot at;
     std::string text; ///< UTF-8
-    double size;      ///< of the font, in units
+    double size;      ///< of the font, in logical pixels
     Align align;
     Ink ink;
     bool strong = false;
@@ -55,7 +54,7 @@ using Shape = std::variant<Line, Area, Text>;
 struct Picture {
     double width = 0;
     double height = 0;
-    std::vector<Shape> shapes; ///< the first lies at the bottom
+    std::vector<Shape> shapes; ///< the first is drawn first
 };
 
 } // namespace cabslot

@@ -11,12 +11,12 @@ namespace cabslot {
 namespace {
 
 constexpr double curveOutline = 1.2;
-constexpr double quietestShape = 0.001; // -60 dBFS; a peak below it is drawn lower
-constexpr double thumbnailColumns = 2;  // a unit: it is small, and screens are fine
+constexpr double quietestShape = 0.001; // -60 dBFS; lower peaks are drawn lower
+constexpr double thumbnailColumns = 2;  // per unit: it is small, and screens have a high resolution
 constexpr int waveStep = 5;             // ms
 constexpr int responseSpan = 60;        // dB
 constexpr int responseStep = 10;        // dB
-constexpr double headroom = 3;          // dB, above the highest place
+constexpr double headroom = 3;          // dB, above the peak
 
 // Space around the curve, in text sizes.
 constexpr double roomLeft = 4.2;
@@ -24,7 +24,7 @@ constexpr double roomRight = 3.6;
 constexpr double roomAbove = 2.4;
 constexpr double roomBelow = 2.4;
 constexpr double labelGap = 0.6;
-constexpr double labelDrop = 1.6; // from the frame to the base line of the labels below it
+constexpr double labelDrop = 1.6; // from the frame to the baseline of the labels below
 constexpr double halfLetter = 0.36;
 constexpr double unitGap = 1.3;
 
@@ -32,7 +32,7 @@ constexpr std::pair<double, const char*> frequencies[] = {
     {20, "20"},   {50, "50"},   {100, "100"}, {200, "200"},   {500, "500"},
     {1000, "1k"}, {2000, "2k"}, {5000, "5k"}, {10000, "10k"}, {20000, "20k"}};
 
-/// A fine line is sharp where it fills whole pixels.
+/// Moves a thin line to whole pixels, where it looks sharp.
 double crisp(double place) {
     return std::floor(place) + 0.5;
 }
@@ -41,7 +41,7 @@ Line crispLine(Spot from, Spot to, Ink ink) {
     return {{crisp(from.x), crisp(from.y)}, {crisp(to.x), crisp(to.y)}, ink};
 }
 
-/// The rectangle that a curve is drawn in, and what its heights stand for.
+/// The rectangle that a curve is drawn in, and the scale of its vertical axis.
 class Chart {
 public:
     Chart(Picture& picture, const PlotSize& size, Range values)
@@ -100,7 +100,7 @@ std::size_t columnsOf(double width) {
     return static_cast<std::size_t>(std::max(std::floor(width), 1.0));
 }
 
-/// The area between the lowest and the highest values of columns side by side.
+/// The area between the lowest and the highest values of adjacent columns.
 Area areaOf(std::span<const Range> ranges, const std::function<double(double)>& xOfColumn,
             const std::function<double(double)>& y, Ink ink = Ink::signal) {
     Area area{{}, curveOutline, ink};
@@ -118,7 +118,7 @@ struct WaveAxis {
     int decimals;
 };
 
-// The least that the peak fits into is taken; to the quietest shape that is shown.
+// The smallest axis that fits the peak is used, down to quietestShape.
 constexpr WaveAxis waveAxes[] = {{0.001, 3}, {0.002, 3}, {0.005, 3}, {0.01, 2}, {0.02, 2},
                                  {0.05, 2},  {0.1, 1},   {0.2, 1},   {0.5, 1},  {1, 1}};
 
@@ -131,7 +131,7 @@ WaveAxis waveAxisFor(double peak) {
     return fitting == std::end(waveAxes) ? whole : *fitting;
 }
 
-/// What lies wholly below `lowest` is left out, not drawn along the lower end.
+/// Columns that lie wholly below `lowest` are left out, not drawn along the bottom.
 void drawColumns(Picture& picture, const Chart& chart, std::span<const Range> ranges, double lowest,
                  Ink ink = Ink::signal) {
     const auto reaches = [lowest](const Range& range) { return range.highest >= lowest; };

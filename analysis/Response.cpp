@@ -20,7 +20,7 @@ Response::Response(const Samples& samples) : decibels_(binCount) {
     constexpr std::size_t half = transformSize / 2;
     std::vector<double> padded(transformSize);
     std::copy(samples.begin(), samples.end(), padded.begin());
-    // A real transform of twice the size: the last bin comes as the first one's imaginary part.
+    // A real transform of twice the size: the first bin's imaginary part holds the last bin.
     std::vector<std::complex<double>> bins(half);
     kissfft<double>(half, false).transform_real(padded.data(), bins.data());
     decibels_.front() = decibels(std::abs(bins[0].real()));

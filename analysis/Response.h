@@ -1,5 +1,5 @@
-// The frequency response of a block: what playing through it does to each frequency, in dB. A block
-// with a single point of full scale is at 0 dB everywhere.
+// The frequency response of a block in dB: the gain at each frequency. A single point of full scale
+// is 0 dB everywhere.
 #pragma once
 
 #include "analysis/Samples.h"
@@ -11,29 +11,29 @@ inline constexpr double highestShownHz = 20000;
 
 class Response {
 public:
-    /// Transforms the block, filled up with zeros to a bin every 1.35 Hz, so that the curve is
-    /// smooth at the low end. Nothing else is smoothed: no window, no averaging. Takes some
-    /// milliseconds; make it when it is to be seen.
+    /// Transforms the block, zero-padded to one bin per 1.35 Hz, so that the curve is smooth at low
+    /// frequencies. No window, no averaging. Takes a few milliseconds; construct it only when it is
+    /// needed.
     explicit Response(const Samples& samples);
 
-    /// The range between two frequencies (Hz, 0 to 22050): whatever peak or notch lies between them
-    /// is in it. `quietest` stands for nothing at all.
+    /// The range between two frequencies (Hz, 0 to 22050), including any peak or notch between.
+    /// Silence gives `quietest`.
     Range over(double fromHz, double toHz) const;
 
-    /// `columns` (at least 1) parts of a logarithmic axis from 20 Hz to 20 kHz, that touch.
+    /// Splits a logarithmic axis from 20 Hz to 20 kHz into `columns` (at least 1) adjacent parts.
     std::vector<Range> columns(std::size_t columns) const;
 
     struct Peak {
         double hertz;
         double decibels;
     };
-    Peak peak() const; ///< the highest place of what is shown
+    Peak peak() const; ///< the highest point of the range shown
 
 private:
-    std::vector<double> decibels_; ///< a value a bin, 0 Hz to 22050 Hz
+    std::vector<double> decibels_; ///< one value per bin, 0 Hz to 22050 Hz
 };
 
-/// The frequency at a place of the logarithmic axis, 0 for 20 Hz to 1 for 20 kHz, and back.
+/// The frequency at a position on the logarithmic axis (0: 20 Hz, 1: 20 kHz), and the inverse.
 double hertzAt(double place);
 double placeOf(double hertz);
 

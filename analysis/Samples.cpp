@@ -9,7 +9,7 @@ namespace cabslot {
 namespace {
 
 constexpr double fullScale = 8388608; // 2^23
-constexpr unsigned bitsAbove = 8;     // of an entry, above the sample
+constexpr unsigned bitsAbove = 8;     // unused bits of an entry, above the sample
 
 double valueAt(std::span<const double> curve, double position) {
     const auto index = std::min(static_cast<std::size_t>(position), curve.size() - 1);

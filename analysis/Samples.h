@@ -1,4 +1,4 @@
-// A block as numbers to look at, full scale 1.0: what the pedal will play, its envelope, its level.
+// A block as numbers, full scale 1.0: what the pedal will play, its envelope, its level.
 #pragma once
 
 #include "irfile/IRConversion.h"
@@ -17,30 +17,30 @@ inline constexpr double blockMilliseconds = irPointCount * 1000 / pointsPerSecon
 using Block = std::array<std::uint32_t, irPointCount>;
 using Samples = std::array<double, irPointCount>; ///< -1.0 to just below 1.0
 
-/// The points as the pedal gets them: the low 24 bits of each entry, two's complement.
+/// The points that the pedal receives: the low 24 bits of each entry, two's complement.
 Samples samplesOf(const Block& block);
 
-/// The lowest and the highest value that something takes.
+/// The lowest and the highest of some values.
 struct Range {
     double lowest;
     double highest;
 };
 
-/// The range of `curve` (not empty), taken as straight lines from value to value, between two
-/// positions; a position counts values and may lie between two. What lies outside is not there.
+/// The range of `curve` (not empty), linearly interpolated, between two positions in values, which
+/// may be fractional. Positions outside the curve are ignored.
 Range rangeOver(std::span<const double> curve, double from, double to);
 
 /// The range of each of `columns` (at least 1) equal parts, from the first point to the last. The
-/// parts touch, so that no width leaves a point out and none tears the curve.
+/// parts touch, so that at any width no point is missed and the curve has no gaps.
 std::vector<Range> envelope(const Samples& samples, std::size_t columns);
 
-/// 20 times the logarithm; of nothing `quietest`.
+/// 20 times the base-10 logarithm; `quietest` for 0.
 double decibels(double amplitude);
 inline constexpr double quietest = -200; // dB; below what 24 bits can hold
 
 double peakOf(const Samples& samples); ///< the greatest magnitude
 
-/// Relative to full scale, so that a full-scale square is at 0 dBFS; nothing if silent.
+/// Relative to full scale, so that a full-scale square is at 0 dBFS; no value if silent.
 std::optional<double> peakDbfs(const Samples& samples);
 std::optional<double> rmsDbfs(const Samples& samples); ///< over the whole block
 

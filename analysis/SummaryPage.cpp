@@ -1,4 +1,4 @@
-// The page that is written to a file.
+// The page that is written to an SVG file.
 #include "analysis/Plots.h"
 
 #include <algorithm>
@@ -14,9 +14,9 @@ constexpr double margin = 24;
 constexpr double lineHeight = 18;
 constexpr double waveHeight = 230;
 constexpr double responseHeight = 300;
-constexpr std::size_t lineLength = 104; // characters that surely fit the width
+constexpr std::size_t lineLength = 104; // characters that always fit the width
 
-/// `text` cut at blanks into lines of at most lineLength characters, where a word allows it.
+/// Wraps `text` at blanks into lines of at most lineLength characters, unless a word is longer.
 std::vector<std::string> wrapped(const std::string& text) {
     std::vector<std::string> lines;
     std::size_t start = 0;
@@ -31,7 +31,7 @@ std::vector<std::string> wrapped(const std::string& text) {
     return lines;
 }
 
-/// Puts things below one another.
+/// Lays out lines and plots from top to bottom.
 class Page {
 public:
     Picture picture{pageWidth, margin, {}};

@@ -1,4 +1,4 @@
-// Numbers as text, the same whatever the desktop's language is.
+// Numbers as text, independent of the desktop's language.
 #pragma once
 
 #include <optional>
@@ -6,13 +6,13 @@
 
 namespace cabslot {
 
-/// With so many decimals; never "-0".
+/// `number` with `decimals` decimals; never "-0".
 std::string fixedText(double number, int decimals);
 
 /// Such as "-1.00 dBFS", or "silent".
 std::string dbfsText(std::optional<double> level);
 
-/// A part of a whole, 0 to 1, with its level: such as "12.3 % (-9.1 dB)".
+/// A fraction, 0 to 1, with its level: such as "12.3 % (-9.1 dB)".
 std::string shareText(double share);
 
 /// "1 point", "2 points".

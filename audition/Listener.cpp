@@ -12,11 +12,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto lookInterval = 100ms; // at whether the sound is still there
+constexpr auto lookInterval = 100ms; // how often to check that the sound still plays
 constexpr auto longestEnd = 100ms;
 
-/// What is wanted. Each part counts up when it changes, so that only the latest is seen to.
-struct Wishes {
+/// The latest requests. A counter goes up with each change, so that only the latest is handled.
+struct Requests {
     bool on = false;
     bool looks = false;
     bool ends = false;
@@ -24,7 +24,7 @@ struct Wishes {
     std::string phrase;
     std::optional<Samples> ir;
     unsigned phraseCount = 0;
-    unsigned renderCount = 0; ///< with every change of phrase, level or IR
+    unsigned renderCount = 0; ///< counts every change of phrase, level or IR
 };
 
 } // namespace
@@ -35,10 +35,10 @@ public:
         : load_(std::move(load)), changed_(std::move(changed)) {}
 
     template<typename Change>
-    void wish(const Change& change) {
+    void request(const Change& change) {
         const std::lock_guard lock(mutex_);
-        change(wishes_);
-        wishCount_++;
+        change(requests_);
+        requestCount_++;
         wake_.notify_all();
     }
 
@@ -48,51 +48,51 @@ public:
     }
 
     void run() {
-        for (Wishes wishes = nextWishes(); !wishes.ends; wishes = nextWishes())
-            fulfil(wishes);
+        for (Requests requests = nextRequests(); !requests.ends; requests = nextRequests())
+            handle(requests);
         player_.reset();
         const std::lock_guard lock(mutex_);
         hasEnded_ = true;
         wake_.notify_all();
     }
 
-    /// From now on `changed` is not called.
+    /// Stops calling `changed` and ends the thread.
     void end() {
         {
-            const std::lock_guard lock(tellMutex_);
+            const std::lock_guard lock(reportMutex_);
             changed_ = nullptr;
         }
-        wish([](Wishes& wishes) { wishes.ends = true; });
+        request([](Requests& requests) { requests.ends = true; });
         std::unique_lock lock(mutex_);
         wake_.wait_for(lock, longestEnd, [this] { return hasEnded_; });
     }
 
 private:
-    Wishes nextWishes() {
+    Requests nextRequests() {
         std::unique_lock lock(mutex_);
-        const auto isWished = [this] { return seenWishes_ != wishCount_; };
-        playing_ ? void(wake_.wait_for(lock, lookInterval, isWished)) : wake_.wait(lock, isWished);
-        seenWishes_ = wishCount_;
-        Wishes wishes = wishes_;
-        wishes_.looks = false;
-        return wishes;
+        const auto pending = [this] { return seenRequests_ != requestCount_; };
+        playing_ ? void(wake_.wait_for(lock, lookInterval, pending)) : wake_.wait(lock, pending);
+        seenRequests_ = requestCount_;
+        Requests requests = requests_;
+        requests_.looks = false;
+        return requests;
     }
 
-    void fulfil(const Wishes& wishes) {
-        if (wishes.looks && !playing_ && prepare())
-            tell({State::ready, {}, {}});
-        if (playing_ && !wishes.on)
+    void handle(const Requests& requests) {
+        if (requests.looks && !playing_ && prepare())
+            report({State::ready, {}, {}});
+        if (playing_ && !requests.on)
             switchOff({State::ready, {}, {}});
-        if (!playing_ && wishes.on)
+        if (!playing_ && requests.on)
             switchOn();
         if (playing_)
             if (const std::string why = player_->whyStopped(); !why.empty())
                 giveUp({State::ready, "Listening has stopped: " + why, {}});
-        if (playing_ && renderCount_ != wishes.renderCount)
-            render(wishes);
+        if (playing_ && renderCount_ != requests.renderCount)
+            render(requests);
     }
 
-    /// Loads what is needed and looks for a device.
+    /// Loads the library and a player, and looks for a device.
     bool prepare() {
         std::string why;
         if (library_ == nullptr)
@@ -102,7 +102,7 @@ private:
         if (player_)
             why = player_->whyNoDevice();
         if (!why.empty())
-            tellUnavailable(why);
+            reportUnavailable(why);
         return why.empty();
     }
 
@@ -112,16 +112,16 @@ private:
             return turnSwitchOff();
         if (const std::string why = player_->start(); !why.empty()) {
             turnSwitchOff();
-            return tellUnavailable(why);
+            return reportUnavailable(why);
         }
         playing_ = true;
-        tell({State::playing, {}, {}});
+        report({State::playing, {}, {}});
     }
 
-    // Told first: a server that does not answer can hold up the rest.
+    // Reports first: a server that does not answer can delay the rest.
     void switchOff(Status status) {
         playing_ = false;
-        tell(std::move(status));
+        report(std::move(status));
         player_->stop();
     }
 
@@ -132,63 +132,63 @@ private:
 
     void turnSwitchOff() {
         const std::lock_guard lock(mutex_);
-        wishes_.on = false;
+        requests_.on = false;
     }
 
-    void tellUnavailable(const std::string& why) {
-        tell({State::unavailable, "Sound cannot be played: " + why, {}});
+    void reportUnavailable(const std::string& why) {
+        report({State::unavailable, "Sound cannot be played: " + why, {}});
     }
 
-    void render(const Wishes& wishes) {
-        renderCount_ = wishes.renderCount;
-        if (!openPhrase(wishes))
+    void render(const Requests& requests) {
+        renderCount_ = requests.renderCount;
+        if (!openPhrase(requests))
             return;
         std::shared_ptr<const Rendering> rendering;
-        if (wishes.ir)
-            rendering = std::make_shared<Rendering>(phrase_->render(*wishes.ir, wishes.level));
+        if (requests.ir)
+            rendering = std::make_shared<Rendering>(phrase_->render(*requests.ir, requests.level));
         player_->play(rendering);
         std::string note;
         if (phrase_->isCut())
-            note = "Of the phrase the first 30 seconds are played. ";
+            note = "Only the first 30 seconds of the phrase are played. ";
         if (rendering && rendering->heldByPeaks)
             note += "Its peaks keep it quieter than other IRs.";
-        tell({State::playing, {}, note});
+        report({State::playing, {}, note});
     }
 
-    bool openPhrase(const Wishes& wishes) {
-        if (phrase_ && phraseCount_ == wishes.phraseCount)
+    bool openPhrase(const Requests& requests) {
+        if (phrase_ && phraseCount_ == requests.phraseCount)
             return true;
         std::string why;
-        phraseCount_ = wishes.phraseCount;
-        phrase_ = library_->openPhrase(wishes.phrase, why);
+        phraseCount_ = requests.phraseCount;
+        phrase_ = library_->openPhrase(requests.phrase, why);
         if (!phrase_)
-            giveUp({State::ready, "The phrase " + wishes.phrase + ": " + why, {}});
+            giveUp({State::ready, "The phrase " + requests.phrase + ": " + why, {}});
         return phrase_ != nullptr;
     }
 
-    void tell(Status status) {
+    void report(Status status) {
         {
             const std::lock_guard lock(mutex_);
             status_ = std::move(status);
         }
-        const std::lock_guard lock(tellMutex_);
+        const std::lock_guard lock(reportMutex_);
         if (changed_)
             changed_();
     }
 
     const Load load_;
-    std::mutex tellMutex_;
+    std::mutex reportMutex_;
     std::function<void()> changed_;
 
-    mutable std::mutex mutex_; ///< over the next six
+    mutable std::mutex mutex_; ///< protects the next six
     std::condition_variable wake_;
-    Wishes wishes_;
-    unsigned wishCount_ = 0;
-    unsigned seenWishes_ = 0;
+    Requests requests_;
+    unsigned requestCount_ = 0;
+    unsigned seenRequests_ = 0;
     bool hasEnded_ = false;
     Status status_;
 
-    // The thread's own.
+    // Used by the thread only.
     SoundLibrary* library_ = nullptr;
     std::unique_ptr<Player> player_;
     std::unique_ptr<Phrase> phrase_;
@@ -212,34 +212,34 @@ void Listener::run() {
 
 void Listener::look() {
     run();
-    worker_->wish([](Wishes& wishes) { wishes.looks = true; });
+    worker_->request([](Requests& requests) { requests.looks = true; });
 }
 
 void Listener::listen(bool on) {
     if (on)
         run();
-    worker_->wish([on](Wishes& wishes) { wishes.on = on; });
+    worker_->request([on](Requests& requests) { requests.on = on; });
 }
 
 void Listener::setPhrase(const std::string& path) {
-    worker_->wish([&](Wishes& wishes) {
-        wishes.phrase = path;
-        ++wishes.phraseCount;
-        ++wishes.renderCount;
+    worker_->request([&](Requests& requests) {
+        requests.phrase = path;
+        ++requests.phraseCount;
+        ++requests.renderCount;
     });
 }
 
 void Listener::setLevel(Level level) {
-    worker_->wish([level](Wishes& wishes) {
-        wishes.level = level;
-        ++wishes.renderCount;
+    worker_->request([level](Requests& requests) {
+        requests.level = level;
+        ++requests.renderCount;
     });
 }
 
 void Listener::setIR(const std::optional<Samples>& ir) {
-    worker_->wish([&](Wishes& wishes) {
-        wishes.ir = ir;
-        ++wishes.renderCount;
+    worker_->request([&](Requests& requests) {
+        requests.ir = ir;
+        ++requests.renderCount;
     });
 }
 

@@ -1,6 +1,5 @@
-// Listening to one IR after the other, from a window's point of view: every call returns at once.
-// What waits (loading the module, the sound server, rendering) is done by a thread of its own,
-// which starts with the first call.
+// Plays one IR after another, for a window: every call returns at once. Anything slow (loading the
+// module, the sound server, rendering) runs on a separate thread, which starts with the first call.
 #pragma once
 
 #include "audition/Sound.h"
@@ -15,34 +14,34 @@ namespace cabslot {
 class Listener {
 public:
     enum class State {
-        unknown,     ///< nobody has looked for a sound device yet
+        unknown,     ///< no sound device has been looked for yet
         ready,       ///< there is one
-        unavailable, ///< there is none; `why` says so
+        unavailable, ///< there is none; `why` has the reason
         playing,     ///< switched on; silent while there is no IR
     };
     struct Status {
         State state = State::unknown;
-        std::string why;  ///< sound is unavailable, was lost, or the phrase cannot be used
-        std::string note; ///< of what is playing, such as that the phrase is cut
+        std::string why;  ///< why sound is unavailable, was lost, or the phrase was refused
+        std::string note; ///< about what is playing, such as that the phrase is cut
     };
 
     using Load = std::function<SoundLibrary*(std::string& why)>;
 
-    /// `load` gives the library, which stays. `changed` is told of every change of the status. Both
-    /// are called on the listener's thread.
+    /// `load` returns the library, which stays loaded. `changed` is called on every status change.
+    /// Both run on the listener's thread.
     Listener(Load load, std::function<void()> changed);
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
 
-    /// Ends the sound. Waits a tenth of a second at most; a thread that a sound server holds longer
-    /// is left to itself, and `changed` is not called any more.
+    /// Ends the sound. Waits at most a tenth of a second; a thread that a sound server holds longer
+    /// is detached, and `changed` is not called any more.
     ~Listener();
 
-    void look();          ///< finds out whether there is a sound device
-    void listen(bool on); ///< the switch
+    void look();          ///< looks for a sound device
+    void listen(bool on); ///< switches listening on or off
     void setPhrase(const std::string& path);
     void setLevel(Level level);
-    void setIR(const std::optional<Samples>& ir); ///< none: silence, but the switch stays as it is
+    void setIR(const std::optional<Samples>& ir); ///< none: silence, but listening stays on or off
 
     Status status() const;
 
@@ -51,7 +50,7 @@ private:
 
     void run();
 
-    std::shared_ptr<Worker> worker_; ///< its thread shares it
+    std::shared_ptr<Worker> worker_; ///< shared with its thread
     bool isRunning_ = false;
 };
 

@@ -1,5 +1,5 @@
-// Loads the module that has what the sound needs: SDL, libsndfile, libsoxr, libebur128. They are
-// some forty libraries together, and a program that nobody listens with does without.
+// Loads the module with everything that sound needs: SDL, libsndfile, libsoxr, libebur128. With
+// their dependencies these are some forty libraries, which a program needs only for listening.
 #pragma once
 
 #include "audition/Sound.h"
@@ -7,14 +7,14 @@
 namespace cabslot {
 
 /// Takes some ten milliseconds the first time. The module is `lib/cabslot/cabslot-sound.so` in
-/// `prefix` and stays loaded to the end of the process. Null and `why` (a sentence without its full
-/// stop) when it cannot be loaded.
+/// `prefix` and stays loaded until the process ends. Null if it cannot be loaded, with the reason
+/// in `why` (a sentence without its full stop).
 SoundLibrary* loadSound(const std::string& prefix, std::string& why);
 
-/// The name of the one function that the module exports: a SoundLibrary* () in C.
+/// The only function that the module exports: a SoundLibrary* () with C linkage.
 inline constexpr const char* soundEntry = "cabslotSoundLibrary";
 
-/// The dry phrases that ship, in the bundle's folder.
+/// The dry phrases that ship with Cabslot, in the bundle's folder.
 std::string cleanPhrasePath(const std::string& bundle);
 std::string drivenPhrasePath(const std::string& bundle);
 

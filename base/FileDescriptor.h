@@ -1,4 +1,4 @@
-// A file descriptor that is closed by its owner's end. POSIX systems only.
+// A file descriptor that its owner's destructor closes. POSIX systems only.
 #pragma once
 
 #include <unistd.h>
@@ -9,7 +9,7 @@ namespace cabslot {
 class FileDescriptor {
 public:
     FileDescriptor() = default;
-    /// Takes the descriptor over; a negative one means "none".
+    /// Takes ownership of the descriptor; a negative one means "none".
     explicit FileDescriptor(int fd) : fd_(fd) {}
     FileDescriptor(FileDescriptor&& other) noexcept : fd_(std::exchange(other.fd_, none)) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept {

@@ -1,6 +1,6 @@
-// Whole files: read into memory, and replaced in one step. Paths are UTF-8.
+// Reads whole files into memory and replaces files atomically. Paths are UTF-8.
 //
-// Any thread. Failures come back as words that follow the path and a colon.
+// Any thread. Failures are returned as text to print after the path and a colon.
 #pragma once
 
 #include <cstddef>
@@ -14,34 +14,34 @@ namespace cabslot {
 
 struct FileBytes {
     std::unique_ptr<std::uint8_t[]> bytes; ///< null: the file could not be read
-    std::uint32_t size = 0;                ///< how many bytes
-    std::uint64_t fileSize = 0;            ///< how many the file has
+    std::uint32_t size = 0;                ///< bytes read
+    std::uint64_t fileSize = 0;            ///< bytes in the file
     std::string whyNot;                    ///< why `bytes` is null
 
     bool whole() const { return size == fileSize; }
     std::span<const std::uint8_t> span() const { return {bytes.get(), size}; }
 };
 
-/// The most bytes that are read, just under 4 GiB.
+/// The most bytes that readFile() reads, just under 4 GiB.
 inline constexpr std::uint32_t mostFileBytes = std::numeric_limits<std::uint32_t>::max();
 
-/// Reads the first `most` bytes, or all, of a regular file. Anything else (a folder, a pipe, a
-/// device) is refused without waiting for it. A file that shrinks meanwhile is refused; of one that
-/// grows, the part that was there at the start is taken.
+/// Reads at most the first `most` bytes of a regular file. Anything else (a folder, a pipe, a
+/// device) is refused without blocking. A file that shrinks while it is read is refused; of one
+/// that grows, only the original size is read.
 FileBytes readFile(const std::string& path, std::uint32_t most = mostFileBytes);
 
 enum class FileAccess {
-    asUsual,   ///< a new file gets what the process's umask gives
-    ownerOnly, ///< a new file is readable and writable by its owner alone
+    asUsual,   ///< a new file gets the permissions that the umask allows
+    ownerOnly, ///< only its owner can read and write a new file
 };
 
-/// Replaces the file at `path` by `bytes`, or makes it; returns why that failed, or an empty text.
-/// Whatever happens meanwhile, at `path` stands all of the old file or all of the new one, also
-/// after a power cut; after a failure it is the old one and nothing else is left behind. (A process
-/// that is killed may leave its temporary file, ".cabslot-...", in the folder; nothing reads it.)
+/// Replaces or creates the file at `path`; returns why that failed, or an empty text. `path` always
+/// holds either the complete old file or the complete new one, even after a power failure. After an
+/// error it is the old one, and nothing else is left behind. (A killed process may leave its
+/// temporary file, ".cabslot-...", in the folder; nothing reads it.)
 ///
-/// An old file's permissions are kept and, where the system allows it, its owner. Of a symbolic
-/// link, the file that it leads to is replaced. What is there but is no regular file is refused.
+/// Keeps the old file's permissions and, where the system allows it, its owner. A symbolic link is
+/// followed and its target replaced. Anything that is not a regular file is refused.
 std::string replaceFile(const std::string& path, std::span<const std::uint8_t> bytes,
                         FileAccess access = FileAccess::asUsual);
 

@@ -24,10 +24,10 @@ namespace fs = std::filesystem;
 constexpr mode_t permissionBits = 0777;
 constexpr mode_t usualMode = 0666; // less the umask
 constexpr mode_t ownerOnlyMode = 0600;
-constexpr int mostLinks = 40;  // as many as the kernel follows
-constexpr int mostNames = 100; // tries for a name that is free
+constexpr int mostLinks = 40;  // the kernel's own limit
+constexpr int mostNames = 100; // attempts to find an unused name
 
-/// Why `path` can name no file at all; empty when it can.
+/// Why `path` cannot name any file; empty if it can.
 std::string whyNoPath(const std::string& path) {
     if (path.empty())
         return "no file was chosen";
@@ -56,7 +56,7 @@ std::string whyNotOpened(int error) {
     }
 }
 
-/// Why what has this mode is no regular file; empty when it is one.
+/// Why a file of this mode is not a regular file; empty if it is one.
 std::string whyNotAFile(mode_t mode) {
     if (S_ISREG(mode))
         return {};
@@ -87,7 +87,7 @@ FileBytes refused(std::string whyNot) {
     return file;
 }
 
-/// Opens a file that was not there, in `folder`, and says its name. Returns an error number.
+/// Creates a new file in `folder` and sets `name` to its path. Returns an error number.
 int openNew(const fs::path& folder, mode_t mode, std::string& name, FileDescriptor& descriptor) {
     const std::string start = (folder / ".cabslot-").string() + std::to_string(::getpid()) + "-";
     for (int i = 0; i < mostNames; ++i) {
@@ -103,7 +103,7 @@ int openNew(const fs::path& folder, mode_t mode, std::string& name, FileDescript
 }
 
 int takeOverAccess(const struct stat& old, int descriptor) {
-    // Only root may give files away. For others, the new file is their own.
+    // Only root can change a file's owner; for other users the new file stays their own.
     [[maybe_unused]] const int given = ::fchown(descriptor, old.st_uid, old.st_gid);
     return ::fchmod(descriptor, old.st_mode & permissionBits) == 0 ? 0 : errno;
 }
@@ -119,7 +119,7 @@ int writeAll(int descriptor, std::span<const std::uint8_t> bytes) {
     return ::fsync(descriptor) == 0 ? 0 : errno;
 }
 
-/// Makes `path` the place where the links end that start there; nothing need stand there.
+/// Follows symbolic links from `path` to their target, which need not exist.
 int followLinks(fs::path& path) {
     for (int i = 0; i < mostLinks; ++i) {
         std::error_code noLink;
@@ -131,21 +131,21 @@ int followLinks(fs::path& path) {
     return ELOOP;
 }
 
-/// Makes the folder's new entry survive a power cut. The file is in place by now, so a file system
-/// that cannot do this is no failure.
+/// Makes the new folder entry durable. The file is already in place, so a file system that does not
+/// support this is not an error.
 void syncFolder(const fs::path& folder) {
     const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor)
         ::fsync(descriptor.get());
 }
 
-/// `old` is null when there is no file at `target`, which is no link. Returns an error number.
+/// `old` is null if `target`, which is not a link, does not exist. Returns an error number.
 int replaceAt(const fs::path& target, const struct stat* old, mode_t newMode,
               std::span<const std::uint8_t> bytes) {
     const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
     std::string temporary;
     FileDescriptor descriptor;
-    // Nobody else may read the new content before the old file's permissions are on it.
+    // No other user may read the new content before the old file's permissions are set.
     if (const int error = openNew(folder, old ? ownerOnlyMode : newMode, temporary, descriptor))
         return error;
     int error = old ? takeOverAccess(*old, descriptor.get()) : 0;
@@ -165,7 +165,7 @@ int replaceAt(const fs::path& target, const struct stat* old, mode_t newMode,
 FileBytes readFile(const std::string& path, std::uint32_t most) {
     if (std::string why = whyNoPath(path); !why.empty())
         return refused(std::move(why));
-    // Without O_NONBLOCK a pipe that nobody writes to would hold the open until someone does.
+    // Without O_NONBLOCK, opening a pipe would block until another process writes to it.
     const FileDescriptor descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     if (!descriptor || ::fstat(descriptor.get(), &status) != 0)
@@ -189,7 +189,7 @@ std::string replaceFile(const std::string& path, std::span<const std::uint8_t> b
                         FileAccess access) {
     if (std::string why = whyNoPath(path); !why.empty())
         return why;
-    // The kernel follows the links first: what it forbids, following them here must not allow.
+    // Let the kernel resolve the path first: followLinks() must not bypass its permission checks.
     struct stat old {};
     const bool exists = ::stat(path.c_str(), &old) == 0;
     if (!exists && errno != ENOENT)

@@ -1,4 +1,4 @@
-// base/Files.h on Windows. Opening asks for no lock, so that a file that is open can be replaced.
+// base/Files.h on Windows. Files are opened without locking, so that an open file can be replaced.
 #include "base/Files.h"
 #include "base/PathText.h"
 
@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD folderToo = FILE_FLAG_BACKUP_SEMANTICS; // without it a folder is "access denied"
 constexpr DWORD mostAtOnce = 1u << 30;
-constexpr int mostNames = 100; // tries for a name that is free
+constexpr int mostNames = 100; // attempts to find an unused name
 
 struct HandleCloser {
     using pointer = HANDLE;
@@ -53,7 +53,7 @@ std::string wordsFor(DWORD error) {
     }
 }
 
-/// Why `path` can name no file at all; empty when it can.
+/// Why `path` cannot name any file; empty if it can.
 std::string whyNoPath(const std::string& path) {
     if (path.empty())
         return "no file was chosen";
@@ -74,7 +74,7 @@ std::string whyNotOpened(DWORD error) {
     }
 }
 
-/// Why what is open is no regular file; empty when it is one. A name such as CON is a device.
+/// Why `file` is not a regular file; empty if it is one. A name such as CON opens a device.
 std::string whyNotAFile(HANDLE file, BY_HANDLE_FILE_INFORMATION& about) {
     if (::GetFileType(file) == FILE_TYPE_PIPE)
         return "it is not a file but a pipe";
@@ -120,7 +120,7 @@ FileBytes refused(std::string whyNot) {
     return file;
 }
 
-/// Where the links end that start at an open file.
+/// The target of the links that lead to an open file.
 fs::path finalPath(HANDLE file, const fs::path& path) {
     std::wstring text(::GetFinalPathNameByHandleW(file, nullptr, 0, 0), L'\0');
     const DWORD length =
@@ -129,7 +129,7 @@ fs::path finalPath(HANDLE file, const fs::path& path) {
     return text.empty() ? path : fs::path(text);
 }
 
-/// Opens a file that was not there, in `folder`, and says its path. Null: GetLastError() says why.
+/// Creates a new file in `folder` and sets `path` to it. Null on failure: see GetLastError().
 Handle openNew(const fs::path& folder, fs::path& path) {
     const std::wstring start = L".cabslot-" + std::to_wstring(::GetCurrentProcessId()) + L"-";
     for (int i = 0; i < mostNames; ++i) {
@@ -181,7 +181,7 @@ FileBytes readFile(const std::string& path, std::uint32_t most) {
     return file;
 }
 
-// The user's own folders are the user's alone on Windows: FileAccess::ownerOnly asks for no more.
+// Other users cannot read a user's own folders on Windows: FileAccess::ownerOnly changes nothing.
 std::string replaceFile(const std::string& path, std::span<const std::uint8_t> bytes,
                         FileAccess /*access*/) {
     if (std::string why = whyNoPath(path); !why.empty())

@@ -1,5 +1,5 @@
-// FNV-1a, a checksum against damage by accident and a key for equal contents; no protection against
-// somebody who makes collisions.
+// FNV-1a: detects accidental damage and serves as a key for equal contents. It does not protect
+// against deliberate collisions.
 #pragma once
 
 #include <cstdint>

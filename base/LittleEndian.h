@@ -1,4 +1,4 @@
-// Little-endian integers, the byte order of every file that is read or written here.
+// Little-endian integers, the byte order of every file that Cabslot reads or writes.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +7,7 @@
 
 namespace cabslot {
 
-/// The unsigned integer that `bytes` (none to four, lowest first) spell. Bytes that are not there
-/// count as 0.
+/// Reads an unsigned integer from `bytes` (none to four, lowest first). Missing bytes count as 0.
 template<std::size_t size>
 constexpr std::uint32_t littleEndian(std::span<const std::uint8_t, size> bytes) {
     std::uint32_t value = 0;
@@ -17,7 +16,7 @@ constexpr std::uint32_t littleEndian(std::span<const std::uint8_t, size> bytes) 
     return value;
 }
 
-/// Spells `value` into `bytes` (none to four, lowest first).
+/// Writes `value` into `bytes` (none to four), lowest byte first.
 constexpr void putLittleEndian(std::span<std::uint8_t> bytes, std::uint32_t value) {
     for (std::uint8_t& byte : bytes) {
         byte = static_cast<std::uint8_t>(value);

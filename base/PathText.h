@@ -1,6 +1,6 @@
-// Paths as text. Every path that Cabslot holds as a std::string is UTF-8, on every system; a
-// std::filesystem::path is made and taken apart only here, as not every system's narrow text is
-// UTF-8 to the standard library. Any thread.
+// Paths as text. Cabslot holds every path as a UTF-8 std::string on every system. Conversion to and
+// from std::filesystem::path happens only here, because the standard library does not treat narrow
+// text as UTF-8 everywhere. Any thread.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace cabslot {
 std::filesystem::path pathOf(std::string_view text);
 std::string textOf(const std::filesystem::path& path);
 
-/// The part behind the last separator; all of it when there is none.
+/// The part after the last separator; the whole path if there is none.
 std::string_view lastPart(std::string_view path);
 
 } // namespace cabslot

@@ -1,4 +1,4 @@
-// What the pedal is, for both sides of the protocol and for the front ends.
+// Facts about the pedal, shared by both sides of the protocol and the front ends.
 #pragma once
 
 #include <cstddef>
@@ -7,15 +7,15 @@
 
 namespace cabslot {
 
-// On USB.
+// USB identifiers.
 inline constexpr std::uint16_t pedalVendor = 0x0483;
 inline constexpr std::uint16_t pedalProduct = 0x5703;
-inline constexpr std::uint16_t pedalRelease = 0x00C8; ///< bcdDevice; only this one is used
+inline constexpr std::uint16_t pedalRelease = 0x00C8; ///< bcdDevice; no other release is used
 
-/// The user slots. People count them from 1, code from 0.
+/// The user slots. Users count them from 1, code from 0.
 inline constexpr std::size_t slotCount = 4;
 
-inline constexpr std::size_t slotNameSize = 16; ///< bytes of a slot's name, as the pedal tells it
+inline constexpr std::size_t slotNameSize = 16; ///< bytes of a slot's name, as the pedal reports it
 inline constexpr std::size_t sentNameSize = 15; ///< bytes of it that a host can set
 
 /// Samples of an IR, 24 bits at 44.1 kHz.
@@ -23,7 +23,7 @@ inline constexpr std::size_t irPointCount = 1024;
 
 inline constexpr const char* slotNamePrefix = "User ";
 
-/// What slot `number`, 1 to slotCount, is called, and the name that a cleared slot gets.
+/// The default name of slot `number` (1 to slotCount), which a cleared slot gets.
 inline std::string defaultSlotName(std::size_t number) {
     return slotNamePrefix + std::to_string(number);
 }

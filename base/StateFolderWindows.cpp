@@ -1,4 +1,4 @@
-// base/StateFolder.h on Windows: the folder for programs' own data that stays on this computer.
+// base/StateFolder.h on Windows: application data that does not roam to other computers.
 #include "base/StateFolder.h"
 
 #include <cstdlib>

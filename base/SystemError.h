@@ -1,11 +1,11 @@
-// The operating system's errors in words.
+// Operating system errors as text.
 #pragma once
 
 #include <string>
 
 namespace cabslot {
 
-/// What an errno number means, such as "No space left on device". Any thread.
+/// The text for an errno number, such as "No space left on device". Any thread.
 std::string systemErrorText(int error);
 
 } // namespace cabslot

@@ -4,7 +4,7 @@ namespace cabslot {
 
 namespace {
 
-/// The length of the control character that `text` begins with; 0 if it begins with another one.
+/// The length of the control character at the start of `text`; 0 if there is none.
 std::size_t controlLength(std::string_view text) {
     const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     if (byte(0) < 0x20 || byte(0) == 0x7F)

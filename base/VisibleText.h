@@ -1,4 +1,4 @@
-// Text from outside (file names, the pedal's names) made safe to show.
+// Makes text from outside (file names, the pedal's names) safe to show.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 namespace cabslot {
 
-/// `text` (UTF-8) with each control character, C0, DEL or C1, as one visible sign, "?". A terminal
-/// obeys control characters, and a window shows nothing for them.
+/// Returns `text` (UTF-8) with each control character (C0, DEL or C1) replaced by "?". A terminal
+/// would obey control characters, and a window shows nothing for them.
 std::string visibleText(std::string_view text);
 
 } // namespace cabslot

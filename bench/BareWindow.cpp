@@ -1,4 +1,4 @@
-// The least that a Qt program with a window can be: what Cabslot's window is measured beside.
+// A minimal Qt program with a window, to compare Cabslot's window with.
 #include <QApplication>
 #include <QLabel>
 

@@ -1,4 +1,4 @@
-// The receiving side of the codec over a stream of import-sized frames, beside one pass of
+// Compares the receiving side of the codec, on a stream of import-sized frames, with one pass of
 // boost::crc over the same bytes.
 #include "device/Crc16.h"
 #include "device/DataUnpacking.h"
@@ -22,7 +22,7 @@ constexpr std::size_t checkedStart = frameLengthOffset;
 constexpr std::size_t checkedSize = frameSize - 4;
 constexpr std::size_t frameCount = 18;
 constexpr std::size_t reportData = 63;
-constexpr std::uint8_t unknownCommand = 0x42; // handled by nobody: what is measured is the codec
+constexpr std::uint8_t unknownCommand = 0x42; // not handled, so that only the codec is measured
 
 using BoostCrc = boost::crc_optimal<16, 0x1021, 0, 0xFFFF, false, false>;
 
@@ -76,7 +76,7 @@ void theirCrc(benchmark::State& state) {
 }
 BENCHMARK(theirCrc)->Name("crc/theirs");
 
-// As the reports come: up to 63 bytes into the ring buffer, and a tick now and then.
+// In the order reports arrive: up to 63 bytes into the ring buffer, and a tick now and then.
 void receive(benchmark::State& state) {
     const Bytes stream = makeStream();
     resetSharedState();

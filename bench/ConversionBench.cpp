@@ -1,9 +1,9 @@
-// From a WAV file in memory to 1024 points at 44.1 kHz: Cabslot beside libsndfile and
+// From a WAV file in memory to 1024 points at 44.1 kHz: Cabslot against libsndfile and
 // libsamplerate.
 //
 // Both start from the same bytes, read the header, decode the first channel and end with 1024
-// 24-bit integers; libsamplerate interpolates linearly, as Cabslot does. The names are
-// conversion/RATE/BITS/who.
+// 24-bit integers; libsamplerate interpolates linearly, like Cabslot. The names are
+// conversion/RATE/BITS/LIBRARY.
 #include "irfile/QNIRFile.h"
 
 #include <benchmark/benchmark.h>
@@ -26,7 +26,7 @@ using cabslot::irWorkCount;
 using Block = std::array<std::uint32_t, irPointCount>;
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr std::uint32_t frameCount = 2300; // more than any rate takes
+constexpr std::uint32_t frameCount = 2300; // more than any rate uses
 constexpr double fullScale = 8388608;
 
 void append(Bytes& bytes, std::uint32_t value, unsigned width) {
@@ -39,7 +39,7 @@ void append(Bytes& bytes, std::string_view tag) {
         bytes.push_back(static_cast<std::uint8_t>(character));
 }
 
-/// A mono file with something like an impulse response in it.
+/// A mono file that resembles an impulse response.
 Bytes makeWav(std::uint32_t rate, std::uint32_t bits) {
     const std::uint32_t width = bits / 8;
     const bool isFloat = bits == 32;
@@ -69,7 +69,7 @@ Bytes makeWav(std::uint32_t rate, std::uint32_t bits) {
     return bytes;
 }
 
-// libsndfile's view of a file that is in memory.
+// libsndfile's virtual I/O on a file in memory.
 struct MemoryFile {
     const Bytes& bytes;
     sf_count_t position = 0;

@@ -1,10 +1,10 @@
-// Stepping through a folder of IRs in the open panel, seen from inside the program:
+// Steps through a folder of IRs in the open panel, measured inside the program:
 //
 //   bench_preview PREFIX FOLDER PHRASE STEPS
 //
 // Prints milliseconds from the key that moves the selection: "painted" until the preview is
-// painted; then, listening, "heard" until the first sample of the new IR is handed to the sound
-// device. And "rendered", a ten-second phrase by itself.
+// painted; then, while listening, "heard" until the first sample of the new IR is passed to the
+// sound device; and "rendered" for rendering a ten-second phrase.
 #include "audition/LoadSound.h"
 #include "ui/Listening.h"
 #include "ui/OpenPanel.h"
@@ -38,7 +38,7 @@ double milliseconds(const QElapsedTimer& timer) {
     return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-/// Tells when a widget has been painted.
+/// Detects when a widget has been painted.
 class PaintWatch final : public QObject {
 public:
     explicit PaintWatch(QWidget* widget) { widget->installEventFilter(this); }
@@ -56,7 +56,7 @@ protected:
     }
 };
 
-/// Runs the event loop until `done`; false when that takes too long.
+/// Runs the event loop until `done`; false on timeout.
 bool runUntil(const std::function<bool()>& done) {
     QElapsedTimer limit;
     limit.start();
@@ -65,7 +65,7 @@ bool runUntil(const std::function<bool()>& done) {
     return done();
 }
 
-/// The installed library, whose player can be looked at.
+/// The installed library, with access to its player.
 class WatchedLibrary final : public SoundLibrary {
 public:
     explicit WatchedLibrary(const std::string& prefix) {
@@ -84,7 +84,7 @@ public:
         return player;
     }
 
-    /// How many renderings have begun to sound; once listening is on.
+    /// How many renderings have started to play; valid while listening.
     unsigned changes() const { return player_.load()->changes(); }
 
 private:
@@ -100,7 +100,7 @@ struct Panel {
         listen = dialog->findChild<QPushButton*>("listen");
     }
 
-    /// All files are there, and sorted: 0.wav is the first.
+    /// All files are listed and sorted: 0.wav is the first.
     bool isListed(qsizetype files) const {
         const QAbstractItemModel& model = *list->model();
         return model.rowCount(list->rootIndex()) == files &&
@@ -128,7 +128,7 @@ void measurePainting(Panel& panel, int steps) {
     }
 }
 
-// The device asks for samples when it likes; steps fall anywhere between.
+// The device asks for samples at its own pace; the steps fall anywhere in between.
 void measureHearing(Panel& panel, const WatchedLibrary& library, int steps) {
     if (!runUntil([&] { return panel.listen->isEnabled(); }))
         fail("there is no sound device");
@@ -137,7 +137,7 @@ void measureHearing(Panel& panel, const WatchedLibrary& library, int steps) {
     if (library.changes() == 0)
         fail("nothing is heard");
     for (int i = 0; i < steps; ++i) {
-        QTest::qWait(60 + i % 23); // the cross-fade before is over
+        QTest::qWait(60 + i % 23); // the previous cross-fade is over
         const unsigned before = library.changes();
         QElapsedTimer timer;
         timer.start();

@@ -1,9 +1,9 @@
-// Two commands side by side as whole processes, in turn.
+// Compares two commands as whole processes, run in turn.
 //
 //   bench_process COUNT COMMAND [ARGUMENT ...] -- COMMAND [ARGUMENT ...]
 //
-// Prints a line a run: "ours" or "theirs", the milliseconds from start to end, the peak memory in
-// KiB. What the commands print is thrown away.
+// Prints one line per run: "ours" or "theirs", the milliseconds from start to end, the peak memory
+// in KiB. The commands' output is discarded.
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>

@@ -1,5 +1,5 @@
-// What it takes to open and read a folder's files with libsndfile, one after the other: the least
-// that a program does that looks into them.
+// Opens and reads a folder's files with libsndfile, one after the other: the least work for a
+// program that inspects them.
 //
 //   bench_read_files FOLDER
 #include <sndfile.h>

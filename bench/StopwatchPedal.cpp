@@ -12,7 +12,7 @@ namespace cabslot::bench {
 
 namespace {
 
-// Where a report that begins an upload frame has what, see docs/protocol.md.
+// Offsets in a report that begins an upload frame, see docs/protocol.md.
 constexpr std::size_t syncOffset = 1;
 constexpr std::size_t commandOffset = 5;
 constexpr std::size_t stepOffset = 6;
@@ -21,7 +21,7 @@ constexpr std::uint8_t importCommand = 0xE9;
 } // namespace
 
 StopwatchPedal::StopwatchPedal(FileDescriptor socket) : socket_(std::move(socket)) {
-    ::fcntl(socket_.get(), F_SETFL, 0); // it waits
+    ::fcntl(socket_.get(), F_SETFL, 0); // blocking
     thread_ = std::thread([this] { serve(); });
 }
 

@@ -1,4 +1,4 @@
-// A simulated pedal at one end of a socket, on a thread of its own, that notes when what happened.
+// A simulated pedal at one end of a socket, on its own thread, that records the times of events.
 #pragma once
 
 #include "base/FileDescriptor.h"
@@ -16,14 +16,14 @@ using Clock = std::chrono::steady_clock;
 
 inline constexpr std::size_t uploadFrames = 7;
 
-/// One upload as the pedal saw it.
+/// The times of one upload, as seen by the pedal.
 struct UploadTimes {
-    std::vector<Clock::time_point> frames; ///< when each frame's first report came
-    Clock::time_point lastReport{};        ///< when the last report came
-    Clock::time_point confirmed{};         ///< when the last report of the confirmation had left
+    std::vector<Clock::time_point> frames; ///< when each frame's first report arrived
+    Clock::time_point lastReport{};        ///< when the last report arrived
+    Clock::time_point confirmed{};         ///< when the confirmation's last report was sent
 };
 
-/// Serves until the other end closes or it is destroyed. Confirms at once.
+/// Serves until the other end closes or this object is destroyed. Confirms at once.
 class StopwatchPedal {
 public:
     explicit StopwatchPedal(FileDescriptor socket);

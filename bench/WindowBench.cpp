@@ -1,10 +1,10 @@
-// How soon a program's window is painted, what it then costs: seen from outside, on the X screen.
+// Measures how soon a program's window is painted and what it costs, from outside, on the X screen.
 //
 //   bench_window COMMAND [ARGUMENT ...]
 //
 // Prints milliseconds from the program's start: "first" until its window holds a picture, "last"
-// until the last change before a second of stillness; then "peak", KiB of memory, and "idle", the
-// percentage of one core that it takes while nothing happens. Ends the program.
+// until the last change before a second without changes; then "peak", KiB of memory, and "idle",
+// the percentage of one core used while nothing happens. Ends the program.
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/Xdamage.h>
@@ -31,14 +31,14 @@ using Clock = std::chrono::steady_clock;
 using namespace std::chrono_literals;
 
 constexpr auto stillness = 1s;
-constexpr auto idleTime = 1s; // measured again with every start
+constexpr auto idleTime = 1s; // measured after every start
 
 [[noreturn]] void fail(const char* what) {
     std::fprintf(stderr, "bench_window: %s\n", what);
     std::exit(1);
 }
 
-// Windows may go while they are looked at: that is no reason to end.
+// A window may disappear while it is examined: that must not end the program.
 int ignoreError(Display* /*display*/, XErrorEvent* /*error*/) {
     return 0;
 }
@@ -88,10 +88,10 @@ public:
     }
 
 private:
-    static constexpr int smallest = 100; // what is smaller is a helper, no window for people
+    static constexpr int smallest = 100; // smaller windows are helpers, not visible ones
 
-    // A window is watched from its making on, as the program made it: its frame, if a window
-    // manager gives it one, is another window.
+    // A window is watched from its creation, as the program created it: a window manager's frame
+    // would be another window.
     bool isChange() {
         XEvent event;
         ::XNextEvent(display_, &event);
@@ -137,7 +137,7 @@ void measure(ScreenWatch& screen, char** argv) {
     const auto begin = Clock::now();
     const pid_t process = start(argv);
     std::optional<Clock::time_point> first;
-    Clock::time_point last = begin + 10s; // so long a picture may take
+    Clock::time_point last = begin + 10s; // the longest time for a picture
     while (screen.waitForChange(first ? last + stillness : last)) {
         const auto now = Clock::now();
         if (!first && !screen.hasPicture())

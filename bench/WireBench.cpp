@@ -1,7 +1,7 @@
-// How evenly the upload's frames reach the pedal, and how long an upload and a load take.
+// Measures how evenly the upload's frames reach the pedal, and how long an upload and a load take.
 //
 //   bench_wire uploads COUNT FILE             this process is the host
-//   bench_wire loads COUNT FILE CABSLOTCTL    a process each
+//   bench_wire loads COUNT FILE CABSLOTCTL    one process each
 //
 // Prints milliseconds, one line each: "gap" between two frames, "upload" from the request to the
 // last report, "exit" from the confirmation's last byte to the end of cabslotctl.
@@ -31,7 +31,7 @@ using namespace cabslot;
 using namespace cabslot::bench;
 using namespace std::chrono_literals;
 
-constexpr auto poll = 1ms; // finer than any program's, so that the host adds nothing
+constexpr auto poll = 1ms; // shorter than in any program, so that the host adds nothing
 
 [[noreturn]] void fail(const char* what) {
     std::fprintf(stderr, "bench_wire: %s\n", what);
@@ -42,7 +42,7 @@ void print(const char* what, Clock::duration time) {
     std::printf("%s %.3f\n", what, std::chrono::duration<double, std::milli>(time).count());
 }
 
-// The first look comes right after the request.
+// The first poll comes right after the request.
 class Stopwatch final : public UploadWait {
 public:
     bool waitForUpload() override {

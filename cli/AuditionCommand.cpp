@@ -21,14 +21,13 @@ std::string lengthText(const Rendering& rendering) {
 
 std::string loudnessText(const Rendering& rendering) {
     if (rendering.loudness == quietest)
-        return "nothing to be heard";
+        return "nothing to hear";
     return fixedText(rendering.loudness, 1) + " LUFS";
 }
 
-void tellHeld(Level level) {
-    complain(level == Level::matched
-                 ? "its peaks do not allow it to be made as loud as others"
-                 : "it was made quieter than it is: its peaks would be beyond full scale");
+void complainAboutLevel(Level level) {
+    complain(level == Level::matched ? "its peaks keep it from being as loud as other files"
+                                     : "it was made quieter: its peaks would be beyond full scale");
 }
 
 ExitStatus write(const std::string& path, const Rendering& rendering) {
@@ -104,9 +103,9 @@ ExitStatus AuditionCommand::sound(const SoundLibrary& library, const Samples& ir
     Rendering rendering = phrase->render(ir, level);
     rendering.loop = 0; // once
     if (rendering.loudness == quietest)
-        complain(file_ + ": it is silent, so there is nothing to be heard");
+        complain(file_ + ": it is silent, so there is nothing to hear");
     if (rendering.heldByPeaks)
-        tellHeld(level);
+        complainAboutLevel(level);
     if (phrase->isCut())
         complain(phrasePath() + ": it is long; the first 30 seconds are used");
     return out_.empty() ? play(library.makePlayer(), std::move(rendering)) : write(out_, rendering);

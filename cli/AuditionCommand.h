@@ -1,5 +1,5 @@
-// audition FILE: plays a dry guitar phrase through an IR, or writes that into a WAV file; needs no
-// pedal.
+// audition FILE: plays a dry guitar phrase through an IR, or writes the result to a WAV file; needs
+// no pedal.
 #pragma once
 
 #include "audition/Sound.h"

@@ -7,7 +7,7 @@
 namespace cabslot {
 
 ClearCommand::ClearCommand(CLI::App& app, PedalOptions& pedal)
-    : SlotCommand(app, pedal, "clear", "Clear slots: silence, under their default names") {
+    : SlotCommand(app, pedal, "clear", "Load silence into slots, under their default names") {
     subcommand()
         .add_option("SLOT", slots_, "The user slots, " + slotNumbers())
         ->type_name("")

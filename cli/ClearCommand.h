@@ -1,4 +1,4 @@
-// clear: silence into slots, under their default names.
+// clear: loads silence into slots, under their default names.
 #pragma once
 
 #include "cli/SlotCommand.h"

@@ -1,5 +1,5 @@
-// The base of cabslotctl's commands. A command adds itself to the command line when it is made and
-// runs when it was given. CommandLine.cpp has the table of them.
+// The base of cabslotctl's commands. A command's constructor adds it to the command line; run() is
+// called if the user gave it. The table of commands is in CommandLine.cpp.
 #pragma once
 
 #include "cli/ExitStatus.h"
@@ -14,7 +14,7 @@ class Command {
 public:
     virtual ~Command() = default;
 
-    /// Does the work. Results go to standard output; what failed is told on standard error.
+    /// Does the work. Results go to standard output, error messages to standard error.
     virtual ExitStatus run() = 0;
 
     bool given() const { return subcommand_->parsed(); }
@@ -23,15 +23,15 @@ protected:
     /// `app` keeps the subcommand and must outlive this object.
     Command(CLI::App& app, const std::string& name, const std::string& description)
         : subcommand_(app.add_subcommand(name, description)) {
-        subcommand_->footer(""); // the program's own is long
+        subcommand_->footer(""); // the program's footer is long
     }
 
     CLI::App& subcommand() { return *subcommand_; }
 
-    /// A file that must be given; `name` is how the help calls it.
+    /// A required file; `name` is how the help shows it.
     void addFile(const std::string& name, std::string& file, const std::string& description);
     void addJson(bool& json);
-    /// A time, 0 to 24 hours; the value that `seconds` has now is told as the default.
+    /// A time, 0 to 24 hours; the help shows the current value of `seconds` as the default.
     void addSeconds(const std::string& option, double& seconds, const std::string& description);
     /// How long to wait for the pedal's names and flags.
     void addTimeout(double& seconds);

@@ -82,10 +82,10 @@ ExitStatus runGiven(const std::vector<std::unique_ptr<Command>>& commands) {
         if (command->given())
             return command->run();
     }
-    return ExitStatus::wrongUsage; // not reached: a command is required
+    return ExitStatus::wrongUsage; // not reached: the parser requires a command
 }
 
-/// Makes a standard output that cannot be written (a full disk) a failure.
+/// Turns a standard output that cannot be written (a full disk) into a failure.
 ExitStatus flushOutput(ExitStatus status) {
     if (std::cout.flush())
         return status;
@@ -102,7 +102,7 @@ int runCommandLine(int argc, const char* const* argv) {
     app.set_help_flag("-h,--help", "Print this help message and exit");
     app.footer(std::string(pedalHelp) + footer);
     app.require_subcommand(1);
-    app.fallthrough(); // --pedal may follow the command, too
+    app.fallthrough(); // --pedal may also follow the command
 
     PedalOptions pedal;
     addPedalOptions(app, pedal);
@@ -115,7 +115,7 @@ int runCommandLine(int argc, const char* const* argv) {
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& wrong) {
-        complain(std::string(wrong.what()) + " (cabslotctl --help shows what is right)");
+        complain(std::string(wrong.what()) + " (see cabslotctl --help)");
         return static_cast<int>(ExitStatus::wrongUsage);
     }
     catchInterrupts();

@@ -17,7 +17,7 @@ static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler writes i
 constexpr const char* wipeLine = "\r\033[K";
 
 void seeInterrupt(int signal) {
-    std::signal(signal, seeInterrupt); // on Windows a handler is good for one signal
+    std::signal(signal, seeInterrupt); // on Windows a handler is reset after one signal
     interruptSeen = true;
 }
 

@@ -1,4 +1,4 @@
-// What goes to the terminal: messages and progress on standard error, names fit for reading.
+// Terminal output: messages and progress on standard error, and names made safe to print.
 #pragma once
 
 #include <string>
@@ -8,11 +8,11 @@ namespace cabslot {
 /// Writes "cabslotctl: " and the message, one line, to standard error.
 void complain(const std::string& message);
 
-/// `name` as a line of text can show it: without the blanks at its end, control characters as "?".
+/// `name` ready to print: without trailing blanks, control characters as "?".
 std::string shownName(const std::string& name);
 
-/// One line on standard error that is written over and over; shows nothing unless that is a
-/// terminal. The line is wiped when the object goes.
+/// A line on standard error that is overwritten repeatedly; shows nothing unless that is a
+/// terminal. The destructor erases the line.
 class ProgressLine {
 public:
     ProgressLine();
@@ -27,7 +27,7 @@ private:
     std::string shown_;
 };
 
-/// From now on Ctrl-C (SIGINT) and SIGTERM do not end the process: they make interrupted() true.
+/// Makes Ctrl-C (SIGINT) and SIGTERM set interrupted() instead of ending the process.
 void catchInterrupts();
 bool interrupted();
 

@@ -1,12 +1,12 @@
-// doctor: whether there is a pedal on USB that can be used, and if not, what to do.
+// doctor: reports whether the pedal on USB can be used, and if not, what to do.
 #pragma once
 
 #include "cli/Command.h"
 
 namespace cabslot {
 
-/// Looks at USB whatever --pedal says and talks to no pedal. Ends with `done` when a pedal can be
-/// used, else with `noPedal`.
+/// Looks at USB regardless of --pedal and does not talk to the pedal. Returns `done` if a pedal can
+/// be used, else `noPedal`.
 class DoctorCommand final : public Command {
 public:
     explicit DoctorCommand(CLI::App& app);

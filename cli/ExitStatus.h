@@ -1,10 +1,10 @@
-// How cabslotctl ends.
+// cabslotctl's exit statuses.
 #pragma once
 
 namespace cabslot {
 
 enum class ExitStatus {
-    done = 0,         ///< done, and confirmed by the pedal where it has to be
+    done = 0,         ///< done, and confirmed by the pedal where necessary
     fileRefused = 1,  ///< the file cannot be loaded
     wrongUsage = 2,   ///< wrong arguments, or an output file that cannot be written
     noPedal = 3,      ///< no pedal, or it was lost

@@ -60,9 +60,9 @@ FileList listFiles(const std::vector<std::string>& arguments, bool recursive) {
         addFolder(list, pathOf(argument), recursive);
         if (list.complete && list.paths.size() == before)
             refuse(list, argument,
-                   recursive ? "the folder and those below it hold no WAV files"
-                             : "the folder holds no WAV files; --recursive looks into those "
-                               "below it, too");
+                   recursive ? "the folder and its subfolders hold no WAV files"
+                             : "the folder holds no WAV files; --recursive searches its "
+                               "subfolders too");
     }
     return list;
 }

@@ -1,4 +1,4 @@
-// The files that arguments stand for: files themselves, and the WAV files in folders.
+// Expands file arguments: files themselves, and the WAV files in folders.
 #pragma once
 
 #include <string>
@@ -8,11 +8,11 @@ namespace cabslot {
 
 struct FileList {
     std::vector<std::string> paths;
-    bool complete = true; ///< every folder could be read and held a WAV file; else it was told
+    bool complete = true; ///< false if a folder held no WAV file or could not be read
 };
 
-/// A folder stands for its files named *.wav, in any case, but not for hidden ones; with
-/// `recursive` also for those in the folders below, but for links to folders.
+/// A folder stands for its files named *.wav, in any case, except hidden ones; with `recursive`,
+/// also for those in its subfolders, without following links to folders. Reports what went wrong.
 FileList listFiles(const std::vector<std::string>& arguments, bool recursive);
 
 } // namespace cabslot

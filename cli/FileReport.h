@@ -1,4 +1,4 @@
-// What inspect tells of one file.
+// What inspect reports about one file.
 #pragma once
 
 #include "analysis/IRSummary.h"
@@ -15,37 +15,36 @@ namespace cabslot {
 
 struct FileReport {
     std::string path{};
-    std::string
-        title{}; ///< the name as a list shows it; of a refused file what its path would give
+    std::string title{}; ///< the name to display; for a refused file, from its path
     bool refused = false;
-    std::string whyRefused{}; ///< a clause to follow the path and a colon
+    std::string whyRefused{}; ///< a clause to print after the path and a colon
 
-    // The rest is of a file that is not refused.
+    // The following applies only to files that are not refused.
     bool factory = false;
-    std::string name{}; ///< as it is sent; blanks may stand at its end
+    std::string name{}; ///< as it is sent, possibly with trailing blanks
     std::uint32_t rate = 0;
     std::uint16_t channels = 0;
     std::uint16_t bits = 0;
     std::uint64_t claimedFrames = 0;
     std::uint64_t heldFrames = 0;
-    std::uint32_t points = 0;     ///< frames that are decoded at most
-    std::optional<double> peak{}; ///< dBFS, of the block; nothing if silent
+    std::uint32_t points = 0;     ///< the most points that are decoded at this rate
+    std::optional<double> peak{}; ///< dBFS, of the block; no value if silent
     std::optional<double> rms{};
     std::vector<Finding> findings{};
-    std::uint64_t blockHash = 0; ///< the same for the same block
+    std::uint64_t blockHash = 0; ///< equal for equal blocks
 };
 
-/// `summary` and `block` are what `file`, which was loaded from `path`, was made into.
+/// `summary` and `block` are the results for `file`, which was loaded from `path`.
 FileReport reportOn(const QNIRFile& file, const std::string& path, const Block& block,
                     const IRSummary& summary);
 
-/// Reads, converts and judges the file. Any thread.
+/// Reads, converts and checks the file. Any thread.
 FileReport inspectFile(const std::string& path);
 
-/// The name as the pedal would get it, and as it shows it.
+/// The name that would be sent, in the form that the pedal shows.
 std::string sentName(const QNIRFile& file);
 
-/// The fields of a file that is not refused, in the order of the documents.
+/// The JSON fields of a file that is not refused, in the documented order.
 nlohmann::ordered_json fieldsOf(const FileReport& report);
 
 } // namespace cabslot

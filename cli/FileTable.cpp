@@ -3,7 +3,6 @@
 #include "analysis/Words.h"
 #include "base/VisibleText.h"
 #include "cli/Console.h"
-#include "cli/FileReport.h"
 #include "cli/Json.h"
 
 #include <algorithm>
@@ -25,7 +24,7 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t longestName = 14; // a factory IR's
 
-/// The reports, made on all processors; incomplete when that was interrupted.
+/// The reports, made on all processors; incomplete if interrupted.
 std::vector<FileReport> inspectAll(std::span<const std::string> paths) {
     std::vector<FileReport> reports(paths.size());
     std::atomic<std::size_t> next{0};
@@ -46,12 +45,7 @@ std::vector<FileReport> inspectAll(std::span<const std::string> paths) {
     return reports;
 }
 
-void sortByName(std::vector<FileReport>& reports) {
-    std::ranges::sort(reports, {},
-                      [](const FileReport& report) { return std::tie(report.title, report.path); });
-}
-
-/// Numbers the blocks that more than one file has, from 1 in the table's order.
+/// Numbers the blocks that several files share, from 1 in the table's order.
 class SameBlocks {
 public:
     explicit SameBlocks(std::span<const FileReport> reports) {
@@ -61,7 +55,7 @@ public:
         }
     }
 
-    /// 0 for a block that no other file has.
+    /// 0 for a block that only one file has.
     std::size_t numberOf(const FileReport& report) {
         if (report.refused || counts_[report.blockHash] < 2)
             return 0;
@@ -130,7 +124,7 @@ nlohmann::ordered_json jsonOf(const FileReport& report, std::size_t sameBlock) {
     return json;
 }
 
-/// Prints file by file: the whole document in memory would be many times the table.
+/// Prints one file at a time: the whole JSON document in memory would be many times the table.
 void printTableJson(std::span<const FileReport> reports) {
     std::cout << "{\n  \"version\": " << jsonVersion << ",\n  \"files\": [";
     SameBlocks same(reports);
@@ -143,16 +137,22 @@ void printTableJson(std::span<const FileReport> reports) {
 
 } // namespace
 
+void printReports(std::vector<FileReport> reports, bool json) {
+    std::ranges::sort(reports, {},
+                      [](const FileReport& report) { return std::tie(report.title, report.path); });
+    json ? printTableJson(reports) : printTable(reports);
+}
+
 ExitStatus inspectFiles(const std::vector<std::string>& paths, bool json) {
     std::vector<FileReport> reports = inspectAll(paths);
     if (interrupted())
         return ExitStatus::interrupted;
-    sortByName(reports);
-    json ? printTableJson(reports) : printTable(reports);
     const auto refused = std::ranges::count(reports, true, &FileReport::refused);
+    const std::string count = countText(reports.size(), "file");
+    printReports(std::move(reports), json);
     if (refused == 0)
         return ExitStatus::done;
-    complain(std::to_string(refused) + " of " + countText(reports.size(), "file") + " refused");
+    complain(std::to_string(refused) + " of " + count + " refused");
     return ExitStatus::fileRefused;
 }
 

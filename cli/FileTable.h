@@ -1,15 +1,19 @@
-// Many files at once: inspected on all processors, told in one table.
+// Inspects many files on all processors and reports them in one table.
 #pragma once
 
 #include "cli/ExitStatus.h"
+#include "cli/FileReport.h"
 
 #include <string>
 #include <vector>
 
 namespace cabslot {
 
-/// Inspects the files, prints what is to be told of them, as a table or as one JSON document, and
-/// returns how the program ends.
+/// Prints the reports sorted by name, as a table or as one JSON document.
+void printReports(std::vector<FileReport> reports, bool json);
+
+/// Inspects the files, prints the results as a table or as one JSON document, and returns the exit
+/// status.
 ExitStatus inspectFiles(const std::vector<std::string>& paths, bool json);
 
 } // namespace cabslot

@@ -59,14 +59,13 @@ std::vector<std::uint8_t> littleEndianWords(const Block& block) {
 } // namespace
 
 InspectCommand::InspectCommand(CLI::App& app)
-    : Command(
-          app, "inspect",
-          "Show what files would put into the pedal, and what is odd about them; needs no pedal") {
+    : Command(app, "inspect",
+              "Show what files would put into the pedal, and any problems; needs no pedal") {
     subcommand()
         .add_option("FILE", files_, "WAV or factory IR files, and folders with WAV files")
         ->required()
         ->type_name("");
-    subcommand().add_flag("--recursive", recursive_, "Look into the folders in a folder, too");
+    subcommand().add_flag("--recursive", recursive_, "Look into subfolders too");
     addJson(json_);
     subcommand()
         .add_option("--block", blockFile_,
@@ -82,7 +81,7 @@ InspectCommand::InspectCommand(CLI::App& app)
     subcommand().callback([this] { checkUsage(); });
 }
 
-/// Writes what was asked for; false, and told, when that is not possible.
+/// Writes the requested files; on failure, reports it and returns false.
 bool InspectCommand::writeFiles(const IRSummary& summary, const Block& block) const {
     const auto write = [](const std::string& path, const std::vector<std::uint8_t>& bytes) {
         std::string why;
@@ -106,7 +105,7 @@ bool InspectCommand::isForOneFile() const {
 
 void InspectCommand::checkUsage() const {
     if (!isForOneFile() && !(blockFile_.empty() && plotFile_.empty()))
-        throw CLI::ValidationError("--block and --plot are for one file alone");
+        throw CLI::ValidationError("--block and --plot take a single file");
 }
 
 ExitStatus InspectCommand::inspectOne() const {

@@ -1,4 +1,4 @@
-// inspect: what files would put into the pedal and what is odd about them; needs no pedal.
+// inspect: shows what files would put into the pedal and any problems; needs no pedal.
 #pragma once
 
 #include "analysis/IRSummary.h"
@@ -9,7 +9,7 @@
 
 namespace cabslot {
 
-/// One file is told in detail, several files or a folder in a table.
+/// Reports one file in detail, several files or a folder in a table.
 class InspectCommand final : public Command {
 public:
     explicit InspectCommand(CLI::App& app);
@@ -21,7 +21,7 @@ private:
     ExitStatus inspectOne() const;
     bool writeFiles(const IRSummary& summary, const Block& block) const;
 
-    std::vector<std::string> files_; ///< and folders
+    std::vector<std::string> files_; ///< files and folders
     std::string blockFile_;
     std::string plotFile_;
     bool recursive_ = false;

@@ -1,4 +1,4 @@
-// list: the names of the four slots, as the pedal sends them.
+// list: shows the names of the four slots, as the pedal sends them.
 #pragma once
 
 #include "cli/Command.h"

@@ -18,7 +18,7 @@ LoadCommand::LoadCommand(CLI::App& app, PedalOptions& pedal)
         .add_option("MORE", more_, "Further slots and files, as SLOT FILE SLOT FILE ...")
         ->type_name("");
     subcommand().add_flag("--prepare", prepare_,
-                          "Make the best of each file first, as prepare does without options");
+                          "Prepare each file first, as prepare does without options");
     subcommand().callback([this] { checkUsage(); });
 }
 

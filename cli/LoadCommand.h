@@ -1,12 +1,11 @@
-// load: IR files into slots.
+// load: loads IR files into slots.
 #pragma once
 
 #include "cli/SlotCommand.h"
 
 namespace cabslot {
 
-/// All files are checked before the pedal is touched: one that is refused means that nothing is
-/// sent.
+/// Checks all files before it contacts the pedal: if one is refused, nothing is sent.
 class LoadCommand final : public SlotCommand {
 public:
     LoadCommand(CLI::App& app, PedalOptions& pedal);

@@ -13,7 +13,7 @@ namespace cabslot {
 
 namespace {
 
-/// Writes to what is there and is no regular file; returns why that failed, or an empty text.
+/// Writes to an existing path that is no regular file; returns why that failed, or an empty text.
 std::string writeTo(const std::string& path, std::span<const std::uint8_t> bytes) {
     errno = 0;
     std::ofstream out(pathOf(path), std::ios::binary);

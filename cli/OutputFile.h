@@ -1,4 +1,4 @@
-// Whole files out, without ever leaving a half-written one.
+// Writes whole output files, never half-written ones.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 
 namespace cabslot {
 
-/// Replaces the file at `path` by `bytes` in one step, or leaves it as it was and says why. What is
-/// there but is no regular file (a pipe, /dev/stdout) is written to directly.
+/// Replaces the file at `path` atomically, or leaves it unchanged and sets `why`. An existing path
+/// that is not a regular file (a pipe, /dev/stdout) is written to directly.
 bool writeOutputFile(const std::string& path, std::span<const std::uint8_t> bytes,
                      std::string& why);
 

@@ -21,7 +21,7 @@ using Clock = std::chrono::steady_clock;
 } // namespace
 
 PedalSession::~PedalSession() {
-    link_.reset(); // its thread writes the trace
+    link_.reset(); // ends its thread, which writes the trace
     if (trace_.is_open() && !trace_.flush())
         complain("the trace " + options_.traceFile + " is not complete: it could not be written");
 }

@@ -1,4 +1,4 @@
-// One command's connection to the pedal: the device link, and what it has said so far.
+// A command's connection to the pedal: the device link and its state.
 #pragma once
 
 #include "cli/ExitStatus.h"
@@ -13,25 +13,25 @@
 namespace cabslot {
 
 struct PedalOptions {
-    std::string pedal;     ///< usb, sim or unix:PATH; checked already
+    std::string pedal;     ///< usb, sim or unix:PATH; already checked
     std::string traceFile; ///< empty: no trace
     double timeout = 5;    ///< seconds to wait for the pedal's data
 };
 
-/// Main thread. Failures are told on standard error and come back as the status to end with.
+/// Main thread. Failures are reported on standard error and returned as the exit status.
 class PedalSession {
 public:
     explicit PedalSession(const PedalOptions& options) : options_(options) {}
     ~PedalSession();
 
-    /// Starts the link and waits for the pedal's names and flags. Anything but `done`: the
-    /// session cannot be used.
+    /// Starts the link and waits for the pedal's names and flags. The session can be used only if
+    /// this returns `done`.
     ExitStatus connect();
 
-    /// The pedal is gone.
+    /// The pedal was disconnected.
     bool lost() const { return lost_; }
 
-    /// Tells that the pedal is gone and, behind it, what follows from that.
+    /// Reports that the pedal was disconnected, followed by `consequence`.
     ExitStatus complainAboutLoss(const std::string& consequence = {}) const;
 
 private:
@@ -44,7 +44,7 @@ private:
     std::atomic<bool> lost_{false};
     std::unique_ptr<HIDManager> manager_;
     std::unique_ptr<HIDClass>
-        link_; // last, so that it is destroyed first: its thread uses all of the above
+        link_; // declared last, so destroyed first: its thread uses all of the above
 };
 
 } // namespace cabslot

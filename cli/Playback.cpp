@@ -15,8 +15,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto pollInterval = 10ms;
-constexpr auto longestEnd = 70ms;     // so that Ctrl-C is obeyed within a tenth of a second
-constexpr double behindTheEnd = 0.25; // seconds that lie in the device's buffers
+constexpr auto longestEnd = 70ms;     // so that Ctrl-C takes effect within a tenth of a second
+constexpr double bufferedTail = 0.25; // seconds held in the device's buffers
 
 } // namespace
 
@@ -24,9 +24,9 @@ struct Playback::Shared {
     std::unique_ptr<Player> player;
     std::shared_ptr<const Rendering> rendering;
     std::atomic<std::size_t> played = 0;
-    std::atomic<bool> isOver = false; ///< the sound is to end
+    std::atomic<bool> isOver = false; ///< set to end the sound
 
-    std::mutex mutex; ///< over the rest
+    std::mutex mutex; ///< protects the rest
     std::condition_variable changed;
     bool hasEnded = false;
     std::string whyNot;
@@ -47,7 +47,7 @@ struct Playback::Shared {
 
     std::string follow() {
         const std::size_t end =
-            rendering->samples.size() + static_cast<std::size_t>(behindTheEnd * soundRate);
+            rendering->samples.size() + static_cast<std::size_t>(bufferedTail * soundRate);
         std::string why;
         while (!isOver && played < end && why.empty()) {
             std::this_thread::sleep_for(pollInterval);

@@ -1,5 +1,5 @@
-// One rendering played once, on a thread of its own: a sound server that does not answer holds up
-// that thread and not the program.
+// Plays one rendering once, on a separate thread, so that a sound server that does not answer
+// blocks only that thread.
 #pragma once
 
 #include "audition/Sound.h"
@@ -15,14 +15,14 @@ public:
     Playback(const Playback&) = delete;
     Playback& operator=(const Playback&) = delete;
 
-    /// Ends the sound with a short fade. A thread that is held up longer is left to itself.
+    /// Ends the sound with a short fade. A thread that is blocked longer is detached.
     ~Playback();
 
-    /// Passes some milliseconds; false when all has been played or it could not be.
+    /// Waits some milliseconds; false when everything has been played or playing has failed.
     bool wait();
 
-    double seconds() const;     ///< of the rendering that were played
-    std::string whyNot() const; ///< when wait() has returned false: why it ended early, or empty
+    double seconds() const;     ///< of the rendering played so far
+    std::string whyNot() const; ///< after wait() returned false: why it ended early, or empty
 
 private:
     struct Shared;

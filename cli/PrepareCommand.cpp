@@ -40,7 +40,7 @@ std::string whyNoLevel(const std::string& level) {
     const auto number = numberIn(level);
     if (level == "keep" || level == "peak" || (number && *number >= quietestGoal && *number <= 0))
         return {};
-    return level + " is no level; keep, peak and a loudness of -70 to 0 (LUFS) are";
+    return level + " is not a level; use keep, peak or a loudness of -70 to 0 (LUFS)";
 }
 
 nlohmann::ordered_json jsonOf(const std::string& from, const std::string& to,
@@ -74,7 +74,7 @@ PrepareCommand::PrepareCommand(CLI::App& app)
     subcommand()
         .add_option("--into", folder_, "Write each file into this folder, under its own name")
         ->type_name("FOLDER");
-    subcommand().add_flag("--force", force_, "Replace files that are there already");
+    subcommand().add_flag("--force", force_, "Replace existing files");
     addSteps();
     addJson(json_);
     subcommand()
@@ -93,12 +93,13 @@ void PrepareCommand::addSteps() {
         ->type_name("CHANNEL")
         ->check(CLI::IsMember({"first", "mean"}));
     subcommand().add_flag("--no-resample", noResample_,
-                          "Leave the resampling to the plain interpolation of load");
-    subcommand().add_flag("--no-trim", noTrim_, "Keep what lies before the onset");
+                          "Resample with the plain interpolation of load");
+    subcommand().add_flag("--no-trim", noTrim_, "Keep what comes before the onset");
     subcommand().add_flag("--minimum-phase", minimumPhase_,
-                          "Same response, with the energy as early as it can be");
+                          "Same response, with the energy as early as possible");
     subcommand()
-        .add_option("--fade", fade_, "Fade over the end of what is cut, 0 to 20 ms; 2 if not given")
+        .add_option("--fade", fade_,
+                    "Fade out the end of an IR that is cut, 0 to 20 ms; 2 if not given")
         ->type_name("MS")
         ->check(CLI::Range(0.0, longestFade));
     subcommand()
@@ -112,9 +113,9 @@ void PrepareCommand::checkUsage() const {
     if (folder_.empty() && files_.size() != 2)
         throw CLI::ValidationError("give the file and the WAV file to write, or --into FOLDER");
     if (!plotFile_.empty() && files_.size() > 2 - (folder_.empty() ? 0 : 1))
-        throw CLI::ValidationError("--plot is for one file alone");
+        throw CLI::ValidationError("--plot takes a single file");
     if (folder_.empty() && pathOf(files_[1]).extension() != ".wav")
-        throw CLI::ValidationError(files_[1] + ": the name of what is written must end with .wav");
+        throw CLI::ValidationError(files_[1] + ": the output's name must end with .wav");
 }
 
 PrepareOptions PrepareCommand::options() const {
@@ -141,29 +142,29 @@ std::vector<PrepareCommand::Job> PrepareCommand::jobs() const {
     return all;
 }
 
-/// Looks at all places before anything is written; false, and told, if one is taken.
+/// Checks all output paths before anything is written; on a conflict, reports it and returns false.
 bool PrepareCommand::mayWrite(const std::vector<Job>& jobs) const {
     bool all = true;
-    const auto tell = [&all](const std::string& why) {
+    const auto refuse = [&all](const std::string& why) {
         complain(why);
         all = false;
     };
     std::error_code unknown;
     if (!folder_.empty() && !fs::is_directory(pathOf(folder_), unknown))
-        tell(folder_ + " is no folder; make it first");
+        refuse(folder_ + " is not a folder; create it first");
     std::set<std::string> places;
     for (const Job& job : jobs) {
         if (!places.insert(job.to).second)
-            tell(job.to + " would be written twice; give the files names of their own");
+            refuse(job.to + " would be written twice; give the files different names");
         else if (isSameFile(job.from, job.to))
-            tell(job.to + " is the file itself; give another name");
+            refuse(job.to + " is the file itself; give another name");
         else if (!force_ && isThere(job.to))
-            tell(job.to + " is there already; give another name, or --force to replace it");
+            refuse(job.to + " already exists; give another name, or --force to replace it");
     }
     return all;
 }
 
-/// Writes what was prepared; returns why that failed, or an empty text.
+/// Writes the prepared IR; returns why that failed, or an empty text.
 std::string PrepareCommand::write(const Job& job, const PreparedIR& prepared) const {
     std::string why;
     if (!writeOutputFile(job.to, prepared.wav, why) || plotFile_.empty())
@@ -176,14 +177,14 @@ std::string PrepareCommand::write(const Job& job, const PreparedIR& prepared) co
     return why;
 }
 
-void PrepareCommand::tell(const Job& job, const PreparedIR& prepared) const {
+void PrepareCommand::report(const Job& job, const PreparedIR& prepared) const {
     std::cout << job.to << ": " << dbfsText(peakDbfs(samplesOf(prepared.block))) << '\n';
     for (const std::string& step : prepared.steps)
         std::cout << "  " << step << '\n';
 }
 
-/// Prepares and writes every job, on several threads: half of the time goes into waiting for the
-/// disk. After a Ctrl-C no job is begun.
+/// Prepares and writes every job on several threads, because half of the time is spent waiting for
+/// the disk. After Ctrl-C no further job is started.
 std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>& jobs) const {
     std::vector<Result> results(jobs.size());
     std::atomic<std::size_t> begun{0};
@@ -207,7 +208,7 @@ std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>&
         progress.show(std::to_string(done) + " of " + std::to_string(jobs.size()));
         std::this_thread::sleep_for(refreshInterval);
     }
-    threads.clear(); // waits for those at work
+    threads.clear(); // joins the threads
     return results;
 }
 
@@ -231,7 +232,7 @@ ExitStatus PrepareCommand::run() {
         } else if (json_) {
             written.push_back(jsonOf(all[i].from, all[i].to, result.prepared));
         } else {
-            tell(all[i], result.prepared);
+            report(all[i], result.prepared);
         }
     }
     if (json_)

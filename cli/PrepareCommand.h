@@ -34,7 +34,7 @@ private:
     bool mayWrite(const std::vector<Job>& jobs) const;
     std::string write(const Job& job, const PreparedIR& prepared) const;
     std::vector<Result> work(const std::vector<Job>& jobs) const;
-    void tell(const Job& job, const PreparedIR& prepared) const;
+    void report(const Job& job, const PreparedIR& prepared) const;
 
     std::vector<std::string> files_;
     std::string folder_;

@@ -30,9 +30,9 @@ ExitStatus save(QNPresetFile& preset, const std::string& file) {
     return ExitStatus::wrongUsage;
 }
 
-/// Saves `preset` with the bytes of the file `binary` as its data; what they do not fill is 0.
+/// Saves `preset` with the content of the file `binary` as its data, padded with 0.
 ExitStatus saveWithData(QNPresetFile& preset, const std::string& file, const std::string& binary) {
-    const FileBytes bytes = readFile(binary, presetDataSize + 1); // one more shows what is too long
+    const FileBytes bytes = readFile(binary, presetDataSize + 1); // one more, to detect a long file
     if (!bytes.bytes)
         return refuse(binary, "it cannot be read: " + bytes.whyNot);
     if (bytes.size > presetDataSize)
@@ -69,7 +69,7 @@ private:
 class PresetVerify final : public Command {
 public:
     explicit PresetVerify(CLI::App& app)
-        : Command(app, "verify", "Tell of each file whether it is a good preset") {
+        : Command(app, "verify", "Check whether each file is a valid preset") {
         subcommand().add_option("FILE", files_, "Preset files")->required()->type_name("");
     }
 
@@ -79,7 +79,7 @@ public:
             const PresetFinding found = examinePreset(file);
             if (found.error == presetGood)
                 std::cout << file << ": " << presetVerdict(found)
-                          << std::endl; // flushed, to keep the order with the refusals
+                          << std::endl; // flushed to keep the order with the error messages
             else
                 status = refuse(file, presetVerdict(found));
         }
@@ -93,8 +93,8 @@ private:
 class PresetNew final : public PresetFileCommand {
 public:
     explicit PresetNew(CLI::App& app)
-        : PresetFileCommand(app, "new", "Make a preset file, of zeros unless data are given",
-                            "The file to make") {
+        : PresetFileCommand(app, "new", "Create a preset file, all zeros unless data are given",
+                            "The file to create") {
         data_ = subcommand()
                     .add_option("--data", binary_,
                                 "The data area, up to 1536 bytes; zeros fill the rest")
@@ -104,7 +104,7 @@ public:
     ExitStatus run() override {
         std::error_code unknown;
         if (std::filesystem::exists(std::filesystem::symlink_status(pathOf(file()), unknown))) {
-            complain(file() + " is there already; give a new name, or remove it first");
+            complain(file() + " already exists; give a new name, or remove it first");
             return ExitStatus::wrongUsage;
         }
         QNPresetFile preset;
@@ -112,7 +112,7 @@ public:
     }
 
 private:
-    const CLI::Option* data_ = nullptr; // tells an empty name from none
+    const CLI::Option* data_ = nullptr; // distinguishes an empty name from none
     std::string binary_;
 };
 
@@ -146,7 +146,7 @@ private:
 class PresetImport final : public PresetFileCommand {
 public:
     explicit PresetImport(CLI::App& app)
-        : PresetFileCommand(app, "import", "Replace a preset's data area by a file's bytes") {
+        : PresetFileCommand(app, "import", "Replace a preset's data area with a file's bytes") {
         addFile("BIN", binary_, "The data area, up to 1536 bytes; zeros fill the rest");
     }
 
@@ -176,7 +176,7 @@ constexpr CommandMaker commandTable[] = {
 } // namespace
 
 PresetCommand::PresetCommand(CLI::App& app)
-    : Command(app, "preset", "Show, check and make preset files; needs no pedal") {
+    : Command(app, "preset", "Show, check and create preset files; needs no pedal") {
     CLI::App& own = subcommand();
     own.require_subcommand(1);
     for (const CommandMaker makeCommand : commandTable)

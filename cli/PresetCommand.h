@@ -1,5 +1,5 @@
-// preset: shows, checks and makes preset files; needs no pedal. It has commands of its own: show
-// (in PresetShow.h), verify, new, export and import.
+// preset: shows, checks and creates preset files; needs no pedal. Its subcommands are show (in
+// PresetShow.h), verify, new, export and import.
 #pragma once
 
 #include "cli/Command.h"

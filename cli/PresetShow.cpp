@@ -63,7 +63,7 @@ void printText(const PresetFinding& found) {
 } // namespace
 
 PresetShow::PresetShow(CLI::App& app)
-    : Command(app, "show", "Show the fields of a preset and whether it is good") {
+    : Command(app, "show", "Show the fields of a preset and whether it is valid") {
     addFile("FILE", file_, "A preset file");
     addJson(json_);
 }

@@ -1,4 +1,4 @@
-// preset show: the fields of a preset file and whether it is good.
+// preset show: shows a preset file's fields and whether it is valid.
 #pragma once
 
 #include "cli/Command.h"
@@ -7,9 +7,8 @@
 
 namespace cabslot {
 
-/// As text it shows the fields of every file that is as long as a preset. As JSON it always prints
-/// a document, with the fields null where there are none to show, so that a script finds `error`
-/// for each refusal.
+/// As text, shows the fields of every file that is as long as a preset. As JSON, always prints a
+/// document, in which missing fields are null, so that a script finds `error` for every refusal.
 class PresetShow final : public Command {
 public:
     explicit PresetShow(CLI::App& app);

@@ -22,13 +22,13 @@ using namespace std::chrono_literals;
 
 constexpr auto pollInterval = 10ms;
 
-// Shows how far the upload is; gives it up when the pedal is gone.
+// Shows the upload's progress; abandons the upload if the pedal is gone.
 class UploadProgress final : public UploadWait {
 public:
     UploadProgress(const PedalSession& session, std::string label)
         : session_(session), label_(std::move(label)) {}
 
-    // Ctrl-C is not looked at here: seven frames take 0.14 s, and half an IR is of no use.
+    // Ctrl-C is ignored here: seven frames take 0.14 s, and half an IR is of no use.
     bool waitForUpload() override {
         line_.show(label_ + ": sending frame " + std::to_string(step + 1) + " of " +
                    std::to_string(uploadFrameCount));
@@ -66,19 +66,19 @@ UploadResult uploadOne(const std::vector<SlotJob>& jobs, std::size_t index,
                         : loadSlot(job.slot, job.source, options, progress);
 }
 
-void tellConfirmed(std::uint32_t slot) {
+void reportConfirmed(std::uint32_t slot) {
     std::cout << defaultSlotName(slot) << ": " << shownName(IRNameArr.at(slot - 1))
-              << std::endl; // flushed: what is confirmed is known, whatever follows
+              << std::endl; // flushed, so that it is reported whatever follows
 }
 
 std::string sourceToTell(const SlotJob& job) {
     return job.clearing ? std::string() : job.source.path;
 }
 
-ExitStatus tellFailure(const SlotJob& job, const UploadResult& result,
-                       const PedalSession& session) {
+ExitStatus reportFailure(const SlotJob& job, const UploadResult& result,
+                         const PedalSession& session) {
     const std::string name = defaultSlotName(job.slot);
-    if (isRefused(result.end)) // it changed since it was checked
+    if (isRefused(result.end)) // the file changed after it was checked
         return refuse(job.source.path, result.whyRefused);
     if (result.end == UploadEnd::notConfirmed) {
         complain("the pedal did not confirm in time that it has stored " + name +
@@ -91,8 +91,8 @@ ExitStatus tellFailure(const SlotJob& job, const UploadResult& result,
     return ExitStatus::interrupted;
 }
 
-/// After a failure: how many were confirmed, and which were not tried.
-void tellRest(std::size_t confirmed, std::size_t all, std::span<const SlotJob> notTried) {
+/// After a failure: reports how many slots were confirmed and which were not tried.
+void reportRest(std::size_t confirmed, std::size_t all, std::span<const SlotJob> notTried) {
     if (all == 1)
         return;
     std::string line = std::to_string(confirmed) + " of " + std::to_string(all) + " confirmed";
@@ -157,11 +157,11 @@ ExitStatus SlotCommand::upload(const std::vector<SlotJob>& jobs) const {
     for (std::size_t i = 0; i < jobs.size(); ++i) {
         const UploadResult result = uploadOne(jobs, i, options, session);
         if (result.end != UploadEnd::confirmed) {
-            const ExitStatus status = tellFailure(jobs[i], result, session);
-            tellRest(i, jobs.size(), std::span(jobs).subspan(i + 1));
+            const ExitStatus status = reportFailure(jobs[i], result, session);
+            reportRest(i, jobs.size(), std::span(jobs).subspan(i + 1));
             return status;
         }
-        tellConfirmed(jobs[i].slot);
+        reportConfirmed(jobs[i].slot);
         memory.remember(jobs[i].slot, recordOfUpload(jobs[i].slot, sourceToTell(jobs[i])));
     }
     return ExitStatus::done;

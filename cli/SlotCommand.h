@@ -1,4 +1,4 @@
-// What load and clear share: uploads to one or more slots in one session with a pedal.
+// The common part of load and clear: uploads to one or more slots in one session with a pedal.
 #pragma once
 
 #include "cli/Command.h"
@@ -13,11 +13,11 @@
 
 namespace cabslot {
 
-/// What one slot is to get.
+/// The upload to one slot.
 struct SlotJob {
     std::uint32_t slot = 0; ///< 1 to 4
-    IRSource source;        ///< checked already
-    bool clearing = false;  ///< under the slot's default name, not the source's
+    IRSource source;        ///< already checked
+    bool clearing = false;  ///< uses the slot's default name instead of the source's
 };
 
 class SlotCommand : public Command {
@@ -28,18 +28,18 @@ protected:
     /// "1 to 4"
     static std::string slotNumbers();
 
-    /// A check for an option's value: empty for the number of a slot, else what is wrong.
+    /// A validator: empty for a slot's number, else what is wrong.
     static std::string whyNoSlot(const std::string& slot);
 
-    /// Ends the parsing with what is wrong when a slot is there twice.
+    /// Throws a parse error if a slot is named twice.
     static void rejectRepeatedSlot(std::vector<std::uint32_t> slots);
 
-    /// The IR file at `path`, as it is or prepared; nothing, and told, when a pedal cannot be
-    /// loaded with it. What preparing did is told.
+    /// The IR file at `path`, unchanged or prepared; nothing if it cannot be loaded. Reports why,
+    /// and what preparing did.
     static std::optional<IRSource> checkedSource(const std::string& path, bool prepares = false);
 
-    /// Uploads in the order of the arguments and tells of each confirmation. The first that fails is the last
-    /// that is tried; its status is returned.
+    /// Uploads in the order of the arguments and reports each confirmation. Stops at the first
+    /// failure and returns its status.
     ExitStatus upload(const std::vector<SlotJob>& jobs) const;
 
 private:

@@ -38,7 +38,7 @@ std::string attribute(const std::string& name, double value) {
     return attribute(name, fixedText(value, 2));
 }
 
-/// File names may hold what means something to XML; control characters it cannot hold at all.
+/// Escapes XML's special characters and replaces control characters, which XML does not allow.
 std::string escaped(const std::string& text) {
     std::string safe;
     for (const char letter : text) {

@@ -1,4 +1,4 @@
-// Pictures as SVG files, on a light ground.
+// Writes pictures as SVG files, on a light background.
 #pragma once
 
 #include "analysis/Picture.h"
@@ -7,10 +7,10 @@
 
 namespace cabslot {
 
-/// The path ends as an SVG file's name does, .svg in any case.
+/// Whether the path ends with .svg, in any case.
 bool isSvgPath(const std::string& path);
 
-/// The whole file, in UTF-8. One unit of the picture is one pixel.
+/// The complete file, in UTF-8. One unit of the picture is one pixel.
 std::string svgFile(const Picture& picture);
 
 } // namespace cabslot

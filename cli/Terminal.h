@@ -1,17 +1,17 @@
-// What only the system knows of the terminal. Each system has its own source file for it.
+// System-specific properties of the terminal. Each system has its own source file for this.
 #pragma once
 
 #include <cstddef>
 
 namespace cabslot {
 
-/// Lets UTF-8 text and bytes through standard output and standard error as they are. To be called
-/// once, first of all.
+/// Makes standard output and standard error pass UTF-8 text and bytes unchanged. Call it once,
+/// before any output.
 void prepareStreams();
 
 bool standardErrorIsTerminal();
 
-/// How wide the terminal at standard output is; 0 when there is none, or none that can show Braille
+/// The width of the terminal at standard output; 0 if there is none, or if it cannot show Braille
 /// patterns.
 std::size_t columnsForBraille();
 

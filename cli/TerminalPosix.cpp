@@ -13,7 +13,7 @@ namespace cabslot {
 
 namespace {
 
-/// Whether the terminal's language setting is UTF-8; the process's own stays as it is.
+/// Whether the terminal's locale is UTF-8; does not change the process's own locale.
 bool isUtf8() {
     const locale_t locale = ::newlocale(LC_CTYPE_MASK, "", nullptr);
     if (locale == nullptr)
@@ -23,7 +23,7 @@ bool isUtf8() {
     return utf8;
 }
 
-/// The kernel's console has no Braille patterns, a dumb terminal nothing at all.
+/// The kernel's console has no Braille patterns, and a dumb terminal cannot show them at all.
 bool knowsBraille() {
     const char* const terminal = std::getenv("TERM");
     const std::string_view name = terminal == nullptr ? "dumb" : terminal;
@@ -43,7 +43,7 @@ std::size_t columnsForBraille() {
     if (::isatty(STDOUT_FILENO) != 1 || !knowsBraille())
         return 0;
     if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
-        return std::numeric_limits<std::size_t>::max(); // it does not tell: as wide as you like
+        return std::numeric_limits<std::size_t>::max(); // the width is unknown: no limit
     return size.ws_col;
 }
 

@@ -10,11 +10,11 @@ namespace cabslot {
 namespace {
 
 constexpr std::size_t waveLines = 6;
-constexpr std::size_t dotsAcross = 2; // of one pattern
+constexpr std::size_t dotsAcross = 2; // per pattern
 constexpr std::size_t dotsDown = 4;
 constexpr std::size_t mostColumns = 72;
 
-// The dots of a pattern, U+2800 and these bits.
+// The bits of a pattern's dots, added to U+2800.
 constexpr unsigned dotBits[dotsDown][dotsAcross] = {
     {0x01, 0x08}, {0x02, 0x10}, {0x04, 0x20}, {0x40, 0x80}};
 

@@ -21,7 +21,7 @@ HANDLE console(DWORD stream, DWORD& mode) {
 
 } // namespace
 
-// The console keeps its settings when the program has ended, so its code page is put back.
+// The console keeps its settings after the program ends, so its code page is restored.
 void prepareStreams() {
     ::_setmode(1, _O_BINARY);
     ::_setmode(2, _O_BINARY);
@@ -38,7 +38,7 @@ bool standardErrorIsTerminal() {
     return console(STD_ERROR_HANDLE, mode) != nullptr;
 }
 
-// The console's usual fonts have no Braille patterns; the terminal that has them names itself.
+// Only Windows Terminal, which sets WT_SESSION, has Braille patterns in its default font.
 std::size_t columnsForBraille() {
     CONSOLE_SCREEN_BUFFER_INFO about{};
     if (std::getenv("WT_SESSION") == nullptr ||

@@ -7,7 +7,7 @@
 
 namespace cabslot {
 
-/// CRC contribution of each value of the top byte, most significant bit first.
+/// The CRC contribution of each value of the top byte, most significant bit first.
 extern const std::array<std::uint16_t, 256> ccitt_table;
 
 /// The CRC of `count` bytes; 0xFFFF when `count` is 0 or negative.

@@ -22,7 +22,7 @@ std::int32_t checkedBytes(std::uint32_t length) {
     return static_cast<std::int32_t>(length + 2); // the length field itself, command, payload
 }
 
-// Takes what is missing of the frame's first `wanted` bytes; false: not all there, nothing taken.
+// Completes the frame's first `wanted` bytes; false, with nothing read, if too few have arrived.
 bool fillTo(std::uint32_t wanted) {
     if (vaildDataCount >= wanted)
         return true;
@@ -40,7 +40,7 @@ const std::array<void (*)(), 7> CaseFundList = {
 };
 
 void DUP_Unpack() {
-    static std::uint8_t STEPCP; // the state at the start of this pass
+    static std::uint8_t STEPCP; // the state at the start of this iteration
     do {
         STEPCP = Step;
         CaseFundList[Step]();
@@ -50,8 +50,8 @@ void DUP_Unpack() {
 void DUP_UnpackCASE0() {
     if (getRX_buffer(1, FrameBuffer.data()) == 0)
         return;
-    // Any other byte is dropped. The state stays, which ends the call: the protocol has it that one
-    // call drops one stray byte.
+    // Any other byte is dropped. `Step` stays the same, which ends the call: one call drops only
+    // one stray byte, as the protocol requires.
     if (FrameBuffer[0] == frameSync1) {
         vaildDataCount = 1;
         Step = unpackSync2;
@@ -90,7 +90,7 @@ void DUP_UnpackCASE5() {
         Step = unpackSync1;
         return;
     }
-    // The surplus goes behind offset 0, because the resync starts its search at offset 1.
+    // The surplus goes to offset 1, because the resync starts its search there.
     std::copy(FrameBuffer.begin() + size, FrameBuffer.begin() + vaildDataCount,
               FrameBuffer.begin() + 1);
     vaildDataCount = static_cast<std::uint16_t>(1 + vaildDataCount - size);

@@ -14,7 +14,7 @@ static_assert(firstNameOffset + slotCount * slotNameSize <= maxFrameSize - frame
 
 constexpr std::uint32_t lastUploadStep = uploadFrameCount - 1;
 constexpr std::int32_t nothingAppended = framePayloadOffset;
-constexpr std::size_t halfBlock = irPointCount / 2; // samples whose one byte plane fills a frame
+constexpr std::size_t halfBlock = irPointCount / 2; // samples in a frame, one byte of each
 
 void storeLength() {
     DataBuff[frameLengthOffset] = static_cast<std::uint8_t>(datelen);
@@ -35,7 +35,7 @@ void appendPlane(std::size_t firstSample, unsigned shift) {
         append(irdatabuff[k] >> shift);
 }
 
-// Step 0 is the name; then high, middle and low bytes of the first half, and again of the second.
+// Step 0 is the name, 1 to 3 are the first half's high, middle and low bytes, 4 to 6 the second's.
 void appendUploadStep(std::uint32_t uploadStep) {
     if (uploadStep == 0) {
         appendName();
@@ -66,7 +66,7 @@ void Alldata_ReveiveData(const std::uint8_t* payload) {
     const std::uint8_t flag = payload[slotFlagOffset];
     for (std::size_t i = 0; i < slotCount; ++i) {
         isInternalIRArray[i] = flag != 0 ? 1 : 0;
-        isInternalIRArray2.setCharacters(i, {&flag, 1}); // the flag's code itself, not its digit
+        isInternalIRArray2.setCharacters(i, {&flag, 1}); // the raw byte, not its digit
         IRNameArr.setName(i, {payload + firstNameOffset + i * slotNameSize, slotNameSize});
     }
     raiseDeviceEvent(deviceDataReceived);

@@ -1,5 +1,5 @@
-// What the link's C-level functions reach of the one HIDClass through the global `object`: the
-// observable event code and the devices it knows. HIDClass adds the thread.
+// The part of the one HIDClass that the C-level functions reach through the global `object`: the
+// observable event code and the known devices. HIDClass adds the thread.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -13,14 +13,14 @@
 
 namespace cabslot {
 
-/// The two codes that `KVOValue` carries.
+/// The two event codes in `KVOValue`.
 inline constexpr std::int64_t deviceDataReceived = 0; ///< names and flags were just refreshed
 inline constexpr std::int64_t deviceLost = 1;         ///< unplugged, or a write found no device
 
 class DeviceObject {
 public:
-    /// Runs on the thread that sets the value, the device thread: be brief, and do not add
-    /// observers from inside. Gets no argument: KVOValue() has the value, or a newer one.
+    /// Runs on the device thread, which sets the value: return quickly, and add no observers from
+    /// inside. Takes no argument: KVOValue() has the value, or a newer one.
     using Observer = std::function<void()>;
 
     DeviceObject() = default;
@@ -30,14 +30,14 @@ public:
     /// Any thread. 0 until the first event.
     std::int64_t KVOValue() const { return KVOValue_; }
 
-    /// Stores the value and tells every observer, also when the value is the old one.
+    /// Stores the value and calls every observer, even if the value is unchanged.
     void setKVOValue(std::int64_t value);
 
-    /// Any thread. An observer is never removed: what it captures must outlive this object.
+    /// Any thread. Observers are never removed: what they capture must outlive this object.
     void addObserver(Observer observer);
 
-    /// The devices to choose among when several match; empty unless HIDClass::connectHID() ran.
-    /// Device thread, or any while it is not running.
+    /// The candidates if several devices match; empty unless HIDClass::connectHID() has run. Device
+    /// thread, or any thread while it is not running.
     const std::vector<HIDDeviceRef>& deviceRefs() const { return deviceRefs_; }
     void setDeviceRefs(std::vector<HIDDeviceRef> devices) { deviceRefs_ = std::move(devices); }
 

@@ -22,11 +22,11 @@ constexpr std::string_view identity = "VEX_Tombra";
 constexpr std::string_view firmwareVersion = "V1.0.0";
 constexpr char modelWithVersionCheck = 'A';
 
-// checkUSBDevice's count is put here when a report could not be used.
+// The value that checkUSBDevice's count gets when a report could not be used.
 constexpr std::int32_t timerAfterBadReport = 40;
 
 void passOn(const std::uint8_t* report) {
-    // n is not checked, but a report has no more than 63 bytes behind it.
+    // n is not checked, but a report carries no more than 63 bytes.
     const std::size_t n = std::min<std::size_t>(report[0], reportDataSize);
     putRX_buffer(report + 1, static_cast<std::uint32_t>(n));
 }
@@ -45,7 +45,7 @@ bool identityMatches(const std::uint8_t* report) {
     return true;
 }
 
-// Only model 'A' has its version compared; all six pairs are printed either way.
+// Only model 'A' has its version compared, but all six pairs are printed.
 bool versionAccepted(const std::uint8_t* report) {
     if (static_cast<char>(report[modelOffset]) != modelWithVersionCheck)
         return true;
@@ -57,7 +57,7 @@ bool versionAccepted(const std::uint8_t* report) {
     return accepted;
 }
 
-// -1 when the device is none of them.
+// -1 if the device is not in the list.
 std::int32_t indexIn(const std::vector<HIDDeviceRef>& devices, const HIDDeviceRef& device) {
     const auto found = std::find(devices.begin(), devices.end(), device);
     return found == devices.end() ? -1 : static_cast<std::int32_t>(found - devices.begin());
@@ -69,7 +69,7 @@ void shakeHands(const std::uint8_t* report) {
     const auto devices = object == nullptr ? std::vector<HIDDeviceRef>{} : object->deviceRefs();
     deveiceIndex = indexIn(devices, HID_Device);
     deviceModel = static_cast<char>(report[modelOffset]);
-    // A wrong version is noted, but the device is accepted all the same.
+    // A wrong version is recorded, but the device is accepted anyway.
     isVersionTrue = versionAccepted(report) ? 1 : 0;
     deviceDidTrue = 1;
     for (const HIDDeviceRef& device : devices) {

@@ -1,4 +1,4 @@
-// What the HID service calls: a device came, a device went, a report arrived.
+// The HID service's callbacks: device found, device removed, report received.
 //
 // All run on the device thread. The parameters are those of HIDCallbacks; `context` is null.
 #pragma once
@@ -10,17 +10,17 @@
 
 namespace cabslot {
 
-/// Makes the device current unless there is one; the first match wins. Raises nothing.
+/// Makes the device current unless one already is: the first match wins. Raises no event.
 void Handle_DeviceMatchingCallback(void* context, int result, void* sender,
                                    const HIDDeviceRef& device);
 
-/// If it is the current device: there is none from now on, and deviceLost is raised. Nothing else
-/// is reset. Any other device is ignored.
+/// If this is the current device: clears it and raises deviceLost. Resets nothing else. Ignores
+/// any other device.
 void Handle_DeviceRemovalCallback(void* context, int result, void* sender,
                                   const HIDDeviceRef& device);
 
-/// Puts the report's valid bytes into the ring buffer. Reports of another device, or of another
-/// length than 64, are dropped. With the handshake on, so are all reports until one shows the right
+/// Appends the report's valid bytes to the ring buffer. Drops reports of other devices and reports
+/// that are not 64 bytes long; with the handshake on, drops every report until one has the right
 /// identity.
 void deviceReportCallback(void* context, int result, const HIDDeviceRef& sender, HIDReportType type,
                           std::uint32_t reportID, const std::uint8_t* report,

@@ -66,16 +66,17 @@ void HIDClass::myThreadMainMethod() {
 }
 
 void HIDClass::runLoop() {
-    // One grid for both, so that the thread wakes once a tick.
+    // One grid for both timers, so that the thread wakes once per tick.
     const Clock::time_point start = Clock::now();
     RepeatingTimer readTimer(start, tick);
     RepeatingTimer sendTimer(start, tick);
     while (!stop_) {
         manager_.waitForEvents(std::min(readTimer.due(), sendTimer.due()));
         runHandedWork();
-        if (readTimer.fire(Clock::now()))
+        const Clock::time_point now = Clock::now(); // one time, or the second could fire alone
+        if (readTimer.fire(now))
             HID_ReadData();
-        if (sendTimer.fire(Clock::now()))
+        if (sendTimer.fire(now))
             HID_SendData();
     }
 }

@@ -1,8 +1,8 @@
 // The device link: the thread that finds the pedal, receives from it and sends to it.
 //
-// On the device thread run the HID service's callbacks and two 10 ms timers, one unpacking what was
-// received and one sending what is due. The rest of the program talks to the link through the
-// values in SharedState.h and through KVOValue.
+// The device thread runs the HID service's callbacks and two 10 ms timers: one unpacks what was
+// received, one sends what is due. The rest of the program uses the link through the values in
+// SharedState.h and through KVOValue.
 #pragma once
 
 #include "device/DeviceObject.h"
@@ -18,25 +18,25 @@
 
 namespace cabslot {
 
-/// One at a time: it is the process's `object`. Destroying it stops the device thread.
+/// Only one may exist: it becomes the process's `object`. Its destructor stops the device thread.
 class HIDClass final : public DeviceObject {
 public:
     using Pause = std::function<void(std::chrono::milliseconds)>;
 
-    /// Prepares the shared values; touches no bus. `manager` must outlive the link. `pause` is how
-    /// checkUSBDevice() waits between probes.
+    /// Initializes the shared values; accesses no bus. `manager` must outlive the link.
+    /// checkUSBDevice() calls `pause` to wait between probes.
     explicit HIDClass(cabslot::HIDManager& manager, Pause pause = sleepFor);
     ~HIDClass();
 
-    /// Starts the device thread and returns. Once per object.
+    /// Starts the device thread and returns. Call it once per object.
     void OpenDevice();
 
-    /// Takes the devices the service knows and makes the one at `deveiceIndex` current, or none.
+    /// Copies the service's device list and makes the device at `deveiceIndex` current, or none.
     /// Does nothing before the device thread has a manager. Any thread.
     void connectHID();
 
-    /// Probes one known device after another, 20 times each, until one has passed the identity
-    /// handshake (true) or all were asked three times (false). Waits busily while there is no
+    /// Probes the known devices one after another, 20 times each, until one passes the identity
+    /// handshake (true) or all were probed three times (false). Busy-waits while there is no
     /// device. Prints a line each round. Not on the device thread.
     bool checkUSBDevice();
 
@@ -64,9 +64,9 @@ private:
 
     std::thread thread_;
     std::atomic<bool> stop_{false};
-    std::recursive_mutex workMutex_; ///< work may raise an event whose observer hands in more
+    std::recursive_mutex workMutex_; ///< work may raise an event whose observer queues more
     std::thread::id deviceThread_;   ///< the running device thread, or none
-    std::vector<std::packaged_task<void()>> work_; ///< handed to it, not yet run
+    std::vector<std::packaged_task<void()>> work_; ///< queued for the device thread
 };
 
 } // namespace cabslot

@@ -1,5 +1,5 @@
-// The part of the device link that tells several matching devices apart by asking them. The
-// programs take the first device that matches and do not need it.
+// The part of the device link that identifies the pedal among several matching devices. The
+// programs use the first device that matches and do not need it.
 #include "device/HIDClass.h"
 #include "device/HIDReports.h"
 #include "device/SharedState.h"
@@ -56,8 +56,8 @@ bool HIDClass::checkUSBDevice() {
     }
 }
 
-// A bad report puts the count at 40 before it is raised here. It then runs past both limits, and
-// the scan stays with the device that has answered, if badly.
+// A bad report sets the count to 40 before it is incremented here. It then passes both limits, and
+// the scan stays with that device: it has answered, though badly.
 void HIDClass::countProbe() {
     ++timer;
     if (timer == probesAfterBadReport || timer == probesPerDevice) {
@@ -75,8 +75,8 @@ void HIDClass::moveToNextDevice() {
     HID_Device = deviceAt(deviceRefs(), deveiceIndex);
 }
 
-// Runs `work` between two ticks of the device thread and waits for its end; here and now when that
-// thread is the caller or does not run.
+// Runs `work` between two ticks of the device thread and waits until it is done. Runs it directly
+// if the caller is that thread or the thread is not running.
 void HIDClass::onDeviceThread(const std::function<void()>& work) {
     std::unique_lock lock(workMutex_);
     if (deviceThread_ == std::thread::id() || deviceThread_ == std::this_thread::get_id())
@@ -96,7 +96,7 @@ void HIDClass::runHandedWork() {
         task();
 }
 
-// What was handed in before the thread's end is still run, by it; what comes later, by its caller.
+// The device thread still runs work queued before it ends; later work runs on the caller's thread.
 void HIDClass::endHandedWork() {
     const std::lock_guard lock(workMutex_);
     deviceThread_ = {};

@@ -21,7 +21,7 @@ bool send(const HIDReport& report) {
 } // namespace
 
 int WriteHid(const std::uint8_t* data, std::int32_t len) {
-    // Kept between calls: behind a partial report's data stand the previous report's bytes.
+    // Kept between calls: after a partial report's data, the previous report's bytes are sent.
     static HIDReport WriteReportBuffer{};
 
     const std::size_t size = len > 0 ? static_cast<std::size_t>(len) : 0;
@@ -37,7 +37,7 @@ int WriteHid(const std::uint8_t* data, std::int32_t len) {
     if (rest == 0)
         return 1;
     fill(WriteReportBuffer, data, rest);
-    // Checked here only: the protocol wants a full report that finds no device to fail silently.
+    // Checked only here: the protocol requires a full report to fail silently without a device.
     if (isDeviceConnent != 1) {
         raiseDeviceEvent(deviceLost);
         return 0;

@@ -8,13 +8,13 @@ namespace cabslot {
 
 namespace {
 
-/// `n` places on from `index`, round the ring; `n` is at most its size.
-std::uint32_t on(std::uint32_t index, std::uint32_t n) {
+/// The index `n` bytes after `index` in the ring; `n` is at most its size.
+std::uint32_t advanced(std::uint32_t index, std::uint32_t n) {
     return index + n < rxBufferSize ? index + n : index + n - rxBufferSize;
 }
 
-/// How many of `n` bytes from `index` on lie before the ring's end; the rest is at its start.
-std::uint32_t beforeEnd(std::uint32_t index, std::uint32_t n) {
+/// How many of the `n` bytes at `index` come before the ring wraps.
+std::uint32_t untilEnd(std::uint32_t index, std::uint32_t n) {
     return std::min(n, rxBufferSize - index);
 }
 
@@ -23,10 +23,10 @@ std::uint32_t beforeEnd(std::uint32_t index, std::uint32_t n) {
 int putRX_buffer(const std::uint8_t* data, std::uint32_t n) {
     if (rxBufferSize - rx_buffer_count < n)
         return 0;
-    const std::uint32_t first = beforeEnd(rx_buffer_writep, n);
+    const std::uint32_t first = untilEnd(rx_buffer_writep, n);
     std::copy_n(data, first, rx_buffer.begin() + rx_buffer_writep);
     std::copy_n(data + first, n - first, rx_buffer.begin());
-    rx_buffer_writep = on(rx_buffer_writep, n);
+    rx_buffer_writep = advanced(rx_buffer_writep, n);
     rx_buffer_count += n;
     return 1;
 }
@@ -34,10 +34,10 @@ int putRX_buffer(const std::uint8_t* data, std::uint32_t n) {
 int getRX_buffer(std::uint32_t n, std::uint8_t* out) {
     if (rx_buffer_count < n)
         return 0;
-    const std::uint32_t first = beforeEnd(rx_buffer_readp, n);
+    const std::uint32_t first = untilEnd(rx_buffer_readp, n);
     std::copy_n(rx_buffer.begin() + rx_buffer_readp, first, out);
     std::copy_n(rx_buffer.begin(), n - first, out + first);
-    rx_buffer_readp = on(rx_buffer_readp, n);
+    rx_buffer_readp = advanced(rx_buffer_readp, n);
     rx_buffer_count -= n;
     return 1;
 }

@@ -1,7 +1,7 @@
-// A timer that fires on a grid: at its start plus one interval, two intervals, and so on.
+// A timer with fixed ticks: its start plus one interval, plus two intervals, and so on.
 //
-// It reads no clock; the caller passes in the time. Missed ticks are skipped, and a late one does
-// not move the grid.
+// It reads no clock; the caller passes in the time. Missed ticks are skipped, and a late tick does
+// not delay later ones.
 #pragma once
 
 #include <chrono>
@@ -18,7 +18,7 @@ public:
     /// The next tick.
     TimePoint due() const { return due_; }
 
-    /// True when a tick is due; the next one is then the first on the grid after `now`.
+    /// True if a tick is due; the next one is then the first after `now`.
     bool fire(TimePoint now) {
         if (now < due_)
             return false;

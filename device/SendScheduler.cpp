@@ -15,7 +15,7 @@ constexpr std::int32_t idleStep = commandIdle;
 void buildFrame() {
     switch (SendStep) {
     case schedulerStart:
-        // Any value but 0 sends; the length field is still 0, so AA 55 00 00 FF FF leaves, once.
+        // Any value but 0 sends; the length field is still 0, so AA 55 00 00 FF FF is sent, once.
         datelen = 16;
         SendStep = requestStep;
         break;

@@ -1,13 +1,13 @@
-// What leaves on which 10 ms tick.
+// Decides what is sent on each 10 ms tick.
 //
 // `SendStep` goes 1000 -> 239 -> 233 <-> 237: one frame without a command, one request for all
-// data, then an upload frame on every second tick while there is an upload. It is never reset, not
-// even when a device goes and another comes.
+// data, then an upload frame on every second tick while an upload runs. It is never reset, not even
+// when a device is removed and another found.
 #pragma once
 
 namespace cabslot {
 
-/// One tick: builds the frame that is due, if any, and sends it once. A failure is ignored: there
+/// One tick: builds the frame that is due, if any, and sends it once. Failures are ignored: there
 /// is no retry. Device thread.
 void runSendScheduler();
 

@@ -1,4 +1,4 @@
-// An array of up to four short texts, one a slot, that two threads may read and write.
+// Up to four short texts, one per slot, that two threads may read and write.
 #pragma once
 
 #include "base/Pedal.h"
@@ -12,7 +12,7 @@
 
 namespace cabslot {
 
-/// A growing array of UTF-8 texts with a lock inside: readers get copies, writers replace whole
+/// A growing array of UTF-8 texts with its own lock: readers get copies, writers replace whole
 /// entries and allocate nothing. It holds up to four texts of up to 16 characters each.
 class SlotTexts {
 public:
@@ -22,15 +22,15 @@ public:
 
     std::size_t count() const;
 
-    /// The text at `index`; `index` must be below count(), anything else stops the process.
+    /// The text at `index`, which must be below count(): anything else aborts the process.
     std::string at(std::size_t index) const;
 
-    /// Makes `codes`, each byte taken as the character of that code (0 to 255), the text at
-    /// `index`. `index` may be count(), which appends; a larger one, or one above 3, stops the
-    /// process. Codes beyond the sixteenth are left out.
+    /// Sets the text at `index` to `codes`, each byte being the code of one character (0 to 255).
+    /// `index` may be count(), which appends; a larger one, or one above 3, aborts the process.
+    /// Codes after the sixteenth are ignored.
     void setCharacters(std::size_t index, std::span<const std::uint8_t> codes);
 
-    /// The same for a name field: a 0 byte in it shows nothing. Other padding stays.
+    /// The same for a name field: 0 bytes in it are left out. Other padding stays.
     void setName(std::size_t index, std::span<const std::uint8_t> field);
 
 private:

@@ -61,23 +61,16 @@ struct IRFileRules {
     }
 };
 
-/// The IR's name, from the parts between the extensions.
-inline std::string nameByPieces(std::string_view path) {
-    constexpr std::string_view extension = ".wav";
-    std::string_view file = path.substr(path.rfind('/') + 1);
-    std::vector<std::string> pieces(1);
-    for (; !file.empty(); file.remove_prefix(file.starts_with(extension) ? extension.size() : 1)) {
-        if (file.starts_with(extension))
-            pieces.emplace_back();
-        else
-            pieces.back() += file.front();
-    }
-    if (pieces.size() < 3)
-        return pieces.front();
-    std::string name;
-    for (std::size_t i = 0; i + 1 < pieces.size(); ++i)
-        name.append(pieces[i]).append(extension);
-    return name;
+/// The IR's name: up to the only extension, or up to the end of the last of several.
+inline std::string nameIn(std::string_view path) {
+    const std::string_view file = path.substr(path.rfind('/') + 1);
+    std::vector<std::size_t> extensions;
+    for (std::size_t i = 0; i < file.size(); ++i)
+        if (file.substr(i).starts_with(".wav"))
+            extensions.push_back(i);
+    if (extensions.size() > 1)
+        return std::string(file.substr(0, extensions.back() + 4));
+    return std::string(extensions.empty() ? file : file.substr(0, extensions[0]));
 }
 
 } // namespace cabslot::fuzz

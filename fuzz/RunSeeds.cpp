@@ -2,13 +2,10 @@
 #include "fuzz/Fuzzing.h"
 #include "tests/support/Files.h"
 
-extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) __attribute__((weak));
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-int main(int argc, char** argv) {
+int main(int /*argc*/, char** argv) {
     cabslot::fuzz::everyInput = true;
-    if (LLVMFuzzerInitialize != nullptr)
-        LLVMFuzzerInitialize(&argc, &argv);
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
         const std::string path = entry.path().string();

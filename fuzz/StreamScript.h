@@ -8,13 +8,13 @@ namespace cabslot::fuzz {
 
 /// A script's steps: their number, then what is named here. `text` is a count byte and so many
 /// bytes. makeSeeds.py writes scripts by the same numbers.
-enum class ScriptStep {
+enum ScriptStep : std::uint8_t {
     strayBytes,  ///< text: added as they are
     frame,       ///< text: a good frame around command and payload
     filledFrame, ///< L (two bytes), fill: a good frame of that L; may be longer than is received
     spoiltFrame, ///< text, place, mask: a frame with one byte changed
     wrap,        ///< count: puts a good frame around the stream's last bytes
-    count,
+    scriptSteps,
 };
 
 inline constexpr std::size_t longestFilled = 1100; // some way beyond the longest that is received
@@ -29,19 +29,7 @@ inline Bytes frameAround(View body) {
     return frame;
 }
 
-inline Bytes filled(Input& script) {
-    const std::size_t length = script.number16() % longestFilled;
-    return frameAround(Bytes(length, script.byte()));
-}
-
-inline Bytes spoilt(Input& script) {
-    Bytes frame = frameAround(script.counted());
-    const std::size_t place = script.byte() % frame.size();
-    frame[place] ^= static_cast<std::uint8_t>(script.byte() | 1);
-    return frame;
-}
-
-inline void wrap(Bytes& stream, std::size_t count) {
+inline void wrapEnd(Bytes& stream, std::size_t count) {
     const Bytes body(stream.end() - static_cast<std::ptrdiff_t>(std::min(count, stream.size())),
                      stream.end());
     stream.resize(stream.size() - body.size());
@@ -49,20 +37,21 @@ inline void wrap(Bytes& stream, std::size_t count) {
 }
 
 inline void addStep(Input& script, Bytes& stream) {
-    switch (static_cast<ScriptStep>(script.byte() % static_cast<int>(ScriptStep::count))) {
-    case ScriptStep::strayBytes:
+    const int step = script.byte() % scriptSteps;
+    if (step == strayBytes)
         return append(stream, script.counted());
-    case ScriptStep::frame:
-        return append(stream, frameAround(script.counted()));
-    case ScriptStep::filledFrame:
-        return append(stream, filled(script));
-    case ScriptStep::spoiltFrame:
-        return append(stream, spoilt(script));
-    case ScriptStep::wrap:
-        return wrap(stream, script.byte());
-    case ScriptStep::count:
-        return;
+    if (step == wrap)
+        return wrapEnd(stream, script.byte());
+    if (step == filledFrame) {
+        const std::size_t length = script.number16() % longestFilled;
+        return append(stream, frameAround(Bytes(length, script.byte())));
     }
+    Bytes added = frameAround(script.counted());
+    if (step == spoiltFrame) {
+        const std::size_t place = script.byte() % added.size();
+        added[place] ^= static_cast<std::uint8_t>(script.byte() | 1);
+    }
+    append(stream, added);
 }
 
 /// Follows the script to its end, or until the stream has at least `limit` bytes.

@@ -56,7 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Input input(data, size);
     const std::string path = input.text();
     const IRFileRules rules(input.rest());
-    const std::string name = nameByPieces(path);
+    const std::string name = nameIn(path);
     cabslot::QNIRFile file;
     const bool opened = file.openBytes(rules.content, path);
     demand(opened == rules.opens(name), "just good files are opened");

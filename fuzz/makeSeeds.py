@@ -5,8 +5,10 @@ time.
 
     fuzz/makeSeeds.py FOLDER
 """
+import binascii
 import itertools
 import pathlib
+import shutil
 import struct
 import sys
 
@@ -32,20 +34,15 @@ def factory(number, samples=b"\x12\x34\x56\xff"):
     return (b"VadelIR" + bytes([number])).ljust(512, b"U") + samples
 
 
-def ir(content, name=b"Cab.wav"):
-    return text(name) + content
-
-
-def ir_files():
+def ir_contents():
     floats = struct.pack("<10f", 1, -1, 0.5, -0.5, 1.5, -3, 300, -300, float("nan"), float("-inf"))
     ordinary = struct.pack("<10f", *(0.09 * i - 0.4 for i in range(10)))  # none beyond full scale
     for bits, channels in itertools.product((8, 16, 24, 32), (1, 2)):
         for rate in (44100, 48000, 88200, 96000):
-            yield ir(wav(rate, channels, bits, floats))
+            yield wav(rate, channels, bits, floats)
         frame = bits // 8 * channels
-        yield ir(wav(bits=bits, channels=channels, samples=ordinary[:2 * frame + bits // 16],
-                     size=3 * frame))  # ends inside a sample
-        yield ir(wav(48000, channels, 32, ordinary))
+        yield wav(44100, channels, bits, ordinary[:2 * frame + bits // 16], size=3 * frame)  # ends inside one
+        yield wav(48000, channels, 32, ordinary)
     good = wav()
     odd = [wav(96000, 2, 8, bytes(range(256)) * 16), wav(size=0xFFFFFFFF), wav(samples=b""),
            wav(channels=3), wav(48000, channels=6), wav(channels=0), wav(channels=0xFFFF, bits=0xFFFF),
@@ -57,9 +54,26 @@ def ir_files():
     for kind in (good, wav(riff=b"RIFX"), wav(form=b"AVI ")):
         odd += [kind, kind.replace(b"fmt ", b"fmt_"), kind.replace(b"data", b"dat_")]
     odd += [factory(number) for number in (0, 15, 29, 30, 255)]
-    odd += [factory(3, bytes(range(256)) * 12)] + [factory(3)[:n] for n in (8, 12, 511, 512, 514)]
-    yield from map(ir, odd)
-    yield from (ir(good, name) for name in names())
+    odd += [factory(3)[:size] for size in (8, 12, 511, 512, 514)]
+    yield from odd + [factory(3, bytes(range(256)) * 12)]
+
+
+def ir_file():
+    yield from (text(b"Cab.wav") + content for content in ir_contents())
+    yield from (text(name) + wav() for name in names())
+
+
+def inspect_files():
+    for index, content in enumerate(list(ir_contents())[::3]):
+        yield (bytes([index * 37 & 0xFF]) + text(b"a.wav") + struct.pack("<H", len(content)) + content +
+               (text(b"b.wav") + content if index % 2 else text(b"\x1b\xff.wav") + wav()))
+
+
+def dry_phrase():
+    for rate, channels, bits in itertools.product((100, 441, 44100), (1, 2), (8, 16, 24, 32)):
+        yield wav(rate, channels, bits, b"\x01\x20\x30\x3f" * 250)
+    yield from (wav(100, samples=bytes(400)), wav(100, samples=b"\1" * 98), wav(10, bits=8, samples=b"x" * 900),
+                wav(100, 1, 32, b"\0\0\xc0\x7f\0\0\0\x3f" * 99).replace(b"\1\0", b"\3\0", 1), b"")  # floats
 
 
 def names():
@@ -71,24 +85,15 @@ def names():
     yield from (b"x" + letter + b".wav" for letter in (
         b"\x80", b"\xc0\xaf", b"\xff", b"\xf5\x80\x80\x80",  # no leads
         b"\xe0\x80\xaf", b"\xf0\x80\x80\xaf",  # spelt too long
-        b"\xed\xa0\x80", b"\xf4\x90\x80\x80",  # a surrogate, too large a code
-        b"\xe2\x82", b"\xc3", b"\xe2\x82("))  # not all there
+        # a surrogate, too large a code, three that are not all there
+        b"\xed\xa0\x80", b"\xf4\x90\x80\x80", b"\xe2\x82", b"\xc3", b"\xe2\x82("))
 
 
 # --- Streams -------------------------------------------------------------------------------------
 
-def crc(data):
-    value = 0
-    for byte in data:
-        value ^= byte << 8
-        for _ in range(8):
-            value = (value << 1 ^ (0x1021 if value & 0x8000 else 0)) & 0xFFFF
-    return value ^ 0xFFFF
-
-
 def frame(body):
     covered = struct.pack("<H", len(body)) + body
-    return b"\xaa\x55" + covered + struct.pack(">H", crc(covered))
+    return b"\xaa\x55" + covered + struct.pack(">H", binascii.crc_hqx(covered, 0) ^ 0xFFFF)
 
 
 def step(name, *arguments):
@@ -114,16 +119,13 @@ def header(length):
 EMPTY, CONFIRMED, ASKED = step("frame", b""), step("frame", b"\xf8"), step("frame", b"\xef")
 
 SCRIPTS = [
-    b"", CONFIRMED, ASKED, EMPTY + ASKED, step("frame", b"\xefx"),
-    step("frame", b"\x42unknown") + CONFIRMED,
+    b"", CONFIRMED, ASKED, EMPTY + ASKED, step("frame", b"\xefx"), step("frame", b"\x42?") + CONFIRMED,
     stray(b"\1\2\3\4\5") + CONFIRMED, stray(b"\xaa") + CONFIRMED, stray(b"\xaa\x54") + CONFIRMED,
-    stray(b"\xaa\xaa\xaa\x55\xaa\x55") + CONFIRMED,
-    header(1019) + CONFIRMED, header(65535) + ASKED,
+    stray(b"\xaa\xaa\xaa\x55\xaa\x55") + CONFIRMED, header(1019) + CONFIRMED, header(65535) + ASKED,
     # bad frames with good ones inside, and what is left behind them
     header(20) + CONFIRMED + stray(b"\x11" * 15), header(30) + ASKED + CONFIRMED + stray(b"\xaa\x11" * 9),
     header(9) + CONFIRMED + stray(b"\1\xaa\x55\1") + ASKED, header(1018) + filled(600, 0x33) + ASKED * 80,
-    header(40) + header(20) + CONFIRMED * 6,
-    CONFIRMED + ASKED + step("wrap", 14) + ASKED,  # frames inside a good one
+    header(40) + header(20) + CONFIRMED * 6, CONFIRMED + ASKED + step("wrap", 14) + ASKED,
     step("spoiltFrame", b"\xf8", 6, 1) + CONFIRMED, step("spoiltFrame", b"\xf8", 5, 1) + CONFIRMED,
     step("spoiltFrame", b"\xf8\xaa\x55", 2, 4) + CONFIRMED * 2, step("spoiltFrame", b"", 5, 1) + EMPTY,
     stray(frame(b"\xf8payload")[:9]) + CONFIRMED * 2, stray(frame(b"\xf8payload")[:3]),
@@ -136,7 +138,7 @@ PIECES = [text(plan) for plan in (
     b"", b"\x40", b"\x7e", b"\x3e", b"\x3f", b"\x7f", b"\xff", b"\xc0\x3f\x05\x80\x06\x7e")]
 
 
-def streams():
+def receive_stream():
     for script, pieces in itertools.product(SCRIPTS, (PIECES[1], PIECES[7])):
         yield b"\0\0" + pieces + script
     yield from (struct.pack("<H", 10239 - i * 77) + pieces + (filled(516, 0xE9) + CONFIRMED) * 3
@@ -146,18 +148,16 @@ def streams():
 # --- Reports -------------------------------------------------------------------------------------
 
 def report(stream, *bits, length=None):
-    choice = sum(bits) | (0x10 if length is not None else 0)
-    odd = b"" if length is None else bytes([length])
-    return bytes([choice]) + odd + text(bytes([len(stream)]) + stream)
+    start = [sum(bits)] if length is None else [sum(bits) | 0x10, length]
+    return bytes(start) + text(bytes([len(stream)]) + stream)
 
 
-def report_rows():
-    """Situation bits, then choices; the bits are in input_reports.cpp."""
+def input_reports():
+    """Situation bits, then choices; the bits are in Bus.h."""
     other, nobody, identity, version, model_a = 0x04, 0x08, 0x20, 0x40, 0x80
     come, go, run = b"\x03", b"\x0b", b"\x02"
     names = frame(b"\xf7\0\0\1" + bytes(11) + b"Names" * 13)
-    told = report(names[:63]) + report(names[63:]) + run + b"\x03"
-    told += report(frame(b"\xf8")) + run + b"\x01"
+    told = report(names[:63]) + report(names[63:]) + run + b"\3" + report(frame(b"\xf8")) + run + b"\1"
     hands = [report(b"", identity, version, model_a), report(b"", identity, model_a),
              report(b"", identity), report(b"V"), report(b"\0\0\0\0\0VEX_Tombro")]
     for situation in range(8):
@@ -175,7 +175,7 @@ def report_rows():
 
 # --- Presets -------------------------------------------------------------------------------------
 
-def presets():
+def preset_image():
     data = bytes(range(256)) * 6
     good = struct.pack("<III", 2048, 1, 0).ljust(508, b"r") + struct.pack("<I", sum(data)) + data
     broken = [good[:2047], good + b"x", b"", good[:4] + b"\2" + good[5:], good[:-1] + b"\0",
@@ -188,7 +188,7 @@ def presets():
 
 # --- The memory of slots -------------------------------------------------------------------------
 
-def slot_records():
+def slot_record():
     def texts(*words):
         return b"".join(struct.pack("<I", len(word)) + word for word in words)
     start, good = b"cabslot1" + struct.pack("<q", 1 << 30), texts(b"usb", b"Cab", b"/irs/Cab.wav")
@@ -200,23 +200,9 @@ def slot_records():
     yield from (bytes([1, 0]) + start[:length] for length in (0, 8, 15))
 
 
-TARGETS = {
-    "ir_file": ir_files,
-    "input_reports": report_rows,
-    "preset_image": presets,
-    "receive_stream": streams,
-    "slot_record": slot_records,
-}
-
-
-def main():
-    for target, seeds in TARGETS.items():
-        folder = pathlib.Path(sys.argv[1], target)
-        folder.mkdir(parents=True, exist_ok=True)
-        for old in folder.iterdir():
-            old.unlink()
-        for index, seed in enumerate(seeds()):
-            (folder / f"{index:03}").write_bytes(seed)
-
-
-main()
+for seeds in (ir_file, input_reports, preset_image, receive_stream, slot_record, inspect_files, dry_phrase):
+    folder = pathlib.Path(sys.argv[1], seeds.__name__)
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir(parents=True)
+    for index, seed in enumerate(seeds()):
+        (folder / f"{index:03}").write_bytes(seed)

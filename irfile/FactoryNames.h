@@ -1,4 +1,4 @@
-// The names of the pedal's own IRs.
+// The names of the pedal's factory IRs.
 #pragma once
 
 #include <array>
@@ -10,8 +10,8 @@ namespace cabslot {
 inline constexpr std::size_t factoryNameCount = 30;
 inline constexpr std::size_t factoryNameSize = 15; ///< characters of every name, spaces included
 
-/// Names of the factory IRs, by the index that a factory IR file carries. A row is exactly what the
-/// pedal shows: ten characters of cabinet, five of speakers.
+/// The factory IRs' names, indexed by the number in a factory IR file. Each is exactly what the
+/// pedal shows: ten characters for the cabinet, five for the speakers.
 extern const std::array<std::string_view, factoryNameCount> FileNameBuff;
 
 } // namespace cabslot

@@ -13,15 +13,15 @@ namespace cabslot {
 static_assert(FLT_EVAL_METHOD == 0, "single precision has to be computed in single precision");
 static_assert(std::numeric_limits<float>::is_iec559);
 
-// The loops below fill a local array and copy it: these could overlap the source as far as the
-// compiler knows, and it would read and write point by point.
+// The loops below fill a local array and copy it: for all the compiler knows, these could overlap
+// the source, and it would read and write point by point.
 constinit thread_local std::array<float, irWorkCount> EnterBufferF{};
 constinit thread_local std::array<float, irPointCount> ResampOut{};
 
 namespace {
 
-// The ratios are the true ones rounded to three decimals, and the caps lie a few points above the
-// last point that 1024 output points read (1114, 2047 and 2228): the pedal's own tool has them so.
+// As in the pedal's own tool, the ratios are rounded to three decimals, and the caps lie a few
+// points above the last point that 1024 output points need (1114, 2047 and 2228).
 constexpr std::array<IRRate, 4> rateTable = {{
     {44100, 1024, 0.0f},
     {48000, 1120, std::bit_cast<float>(0x3F8B4396u)}, // 1.088
@@ -29,14 +29,14 @@ constexpr std::array<IRRate, 4> rateTable = {{
     {96000, 2240, std::bit_cast<float>(0x400B53F8u)}, // 2.177
 }};
 
-/// Where an output point lies: `fraction` of the way from input point `index` to the next one.
+/// The position of an output point: `fraction` of the way from input point `index` to the next.
 struct Position {
     std::uint32_t index;
     float fraction;
 };
 using Positions = std::array<Position, irPointCount>;
 
-/// The positions depend on the ratio alone. A rate that is not resampled has the ratio 0.
+/// The positions depend only on the ratio. A rate that is not resampled has the ratio 0.
 constexpr Positions positionsAt(float ratio) {
     Positions positions{};
     float fraction = 0.0f;
@@ -50,7 +50,7 @@ constexpr Positions positionsAt(float ratio) {
     return positions;
 }
 
-/// Row by row those of rateTable.
+/// One row per row of rateTable.
 constexpr std::array<Positions, rateTable.size()> positionTable = {
     positionsAt(rateTable[0].ratio), positionsAt(rateTable[1].ratio),
     positionsAt(rateTable[2].ratio), positionsAt(rateTable[3].ratio)};

@@ -51,7 +51,7 @@ Utf8Character firstCharacter(std::string_view text) {
     return {code, length};
 }
 
-/// False for characters that would garble a message: controls, blanks, text direction marks, tags.
+/// False for characters that would garble a message: controls, blanks, direction marks, tags.
 bool isVisible(char32_t code) {
     struct Range {
         char32_t first, last;
@@ -74,12 +74,12 @@ constexpr bool isCombining(char32_t code) {
     return code >= 0x0300 && code <= 0x036F;
 }
 
-/// The character at `position` as it can be shown to the user; empty when it cannot.
+/// The character at `position` in a form that can be shown; empty if it cannot be shown.
 std::string_view showable(std::string_view name, std::size_t position) {
     const Utf8Character character = firstCharacter(name.substr(position));
     if (character.length == 0 || !isVisible(character.code))
         return {};
-    // An accent that is stored apart from its letter (macOS does so) is shown on the letter.
+    // A combining accent (macOS stores them so) is shown on its letter.
     const std::size_t before = isCombining(character.code) && position > 0 ? 1 : 0;
     return name.substr(position - before, character.length + before);
 }
@@ -92,7 +92,7 @@ std::string_view irNameFromPath(std::string_view path) {
     const std::size_t last = file.rfind(wavExtension);
     if (first == last) // the only one, or none
         return file.substr(0, first);
-    // The pedal's own tool has it so: with two or more the extension stays, "a.wav.wav" gives
+    // With two or more, the name keeps its extension, as in the pedal's own tool: "a.wav.wav" gives
     // "a.wav.wav".
     return file.substr(0, last + wavExtension.size());
 }

@@ -1,4 +1,4 @@
-// The IR name that a WAV file's path gives.
+// Derives the IR name from a WAV file's path.
 #pragma once
 
 #include <string>
@@ -6,12 +6,12 @@
 
 namespace cabslot {
 
-/// The file name up to its first ".wav": "/irs/Deep.wav" gives "Deep", "Deep.WAV" all of itself.
-/// A file name that holds ".wav" more than once gives all of itself up to the end of the last one.
+/// The file name up to its first ".wav": "/irs/Deep.wav" gives "Deep", "Deep.WAV" gives "Deep.WAV".
+/// If ".wav" occurs more than once, the name extends to the end of the last one.
 std::string_view irNameFromPath(std::string_view path);
 
-/// Why the pedal cannot take `name`, in words for the user; empty when every character lies in the
-/// printable ASCII range (0x20 to 0x7E). `name` is UTF-8, or whatever bytes the file system holds.
+/// Why the pedal cannot take `name`, as a clause for the user; empty if every character is
+/// printable ASCII (0x20 to 0x7E). `name` is UTF-8, or whatever bytes the file system holds.
 std::string whyNameRefused(std::string_view name);
 
 } // namespace cabslot

@@ -17,32 +17,32 @@ constexpr std::string_view waveType = "WAVE";
 constexpr std::string_view fmtTag = "fmt ";
 constexpr std::string_view dataTag = "data";
 
-// Of a long recording only the start is used, and in nearly every file it lies within so many
-// bytes. Where it does not, all of the file is read.
+// Only the start of a long recording is used, and in nearly every file it lies within this many
+// bytes. Where it does not, the whole file is read.
 constexpr std::uint32_t usualPart = 1 << 20;
 
-constexpr std::size_t wavNameSize = 10; // characters of a file name that the pedal gets
+constexpr std::size_t wavNameSize = 10; // characters of a file name that are sent
 constexpr std::int8_t blank = 0x20;
 
-/// A file's bytes as text, to search and compare in.
+/// A file's bytes as text, for searching and comparing.
 std::string_view asText(std::span<const std::uint8_t> file) {
     return {reinterpret_cast<const char*>(file.data()), file.size()};
 }
 
-/// Where `tag` first stands in `file`, or null. The bytes are searched, not the list of chunks, as
-/// the pedal's own tool does: a tag inside an earlier chunk counts. One that ends with the file's
-/// last byte does not.
+/// The first `tag` in `file`, or null. As in the pedal's own tool, this searches the bytes, not the
+/// list of chunks, so a tag inside an earlier chunk counts. A tag that ends with the file's last
+/// byte does not count.
 const std::uint8_t* findTag(std::span<const std::uint8_t> file, std::string_view tag) {
     const std::size_t position = asText(file.first(file.size() - 1)).find(tag);
     return position == std::string_view::npos ? nullptr : &file[position];
 }
 
-/// Whether `size` bytes from `start` on lie within `file`.
+/// Whether `file` holds `size` bytes from `start` on.
 bool holds(std::span<const std::uint8_t> file, const std::uint8_t* start, std::size_t size) {
     return static_cast<std::size_t>(start - file.data()) + size <= file.size();
 }
 
-/// Why a file that starts so is no WAV file; empty when it is one.
+/// Why a file with this header is not a WAV file; empty if it is one.
 std::string whyNoWav(const RIFF_HEADER& header) {
     if (header.tag() != riffTag)
         return "it is not a WAV file: it does not begin with \"RIFF\"";
@@ -84,7 +84,7 @@ bool QNIRFile::open(const std::string& path, Extent extent) {
         if (extent == Extent::start)
             return refuse("it is long, and its samples are not within its first megabyte");
     }
-    return false; // not reached: the second time the file is whole
+    return false; // not reached: the second pass reads the whole file
 }
 
 bool QNIRFile::openBytes(std::span<const std::uint8_t> bytes, const std::string& path) {
@@ -107,7 +107,7 @@ bool QNIRFile::examine(std::span<const std::uint8_t> file, const std::string& pa
     return IsFileOpenSuccess;
 }
 
-/// Whether all that GetIRDataBuffer() can want is in memory.
+/// Whether everything that GetIRDataBuffer() may need is in memory.
 bool QNIRFile::holdsItsPoints() const {
     const WAVE_FORMAT wav = format();
     const std::size_t sampleSize = wav.bitsPerSample / 8u;
@@ -132,7 +132,7 @@ bool QNIRFile::refuse(std::string why) {
     return false;
 }
 
-/// Refuses with `why`, unless the file is no WAV file at all: then that is the better reason.
+/// Refuses with `why`, unless the file is not a WAV file at all, which is then the better reason.
 bool QNIRFile::refuseWav(std::string why) {
     std::string noWav = whyNoWav(riffheader);
     return refuse(noWav.empty() ? std::move(why) : std::move(noWav));
@@ -187,8 +187,8 @@ bool QNIRFile::findChunks() {
 }
 
 void QNIRFile::setWavName(std::string_view name) {
-    // A shorter name leaves the end of the one before it standing: an object is fresh
-    // for every load, and then these bytes are blanks.
+    // A shorter name leaves the end of the previous one in place, which does not matter: each load
+    // uses a new object, in which these bytes are blanks.
     std::copy_n(name.begin(), std::min(name.size(), wavNameSize), CharFileNane.begin());
     CharFileNane[wavNameSize] = 0;
 }

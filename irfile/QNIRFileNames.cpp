@@ -9,11 +9,11 @@ namespace cabslot {
 
 namespace {
 
-// What SendFileName holds: 15 bytes that are sent, a 0 byte, and blanks that nobody reads.
+// SendFileName holds the 15 bytes that are sent, a 0 byte, and blanks that nobody reads.
 constexpr std::size_t endOfName = QNIRFile::nameFieldSize;
 constexpr std::uint8_t blank = 0x20;
 
-/// Shows the name in SendFileName as that of `slot`.
+/// Makes the name in SendFileName the display name of `slot`.
 void showSentName(std::int64_t slot) {
     IRNameArr.setName(static_cast<std::size_t>(slot), {SendFileName.data(), endOfName});
 }
@@ -37,7 +37,7 @@ void QNIRFile::sendIsInternalIR(std::int64_t slot) const {
     const auto index = static_cast<std::size_t>(slot);
     const std::uint8_t flag = _isInteralIR ? 1 : 0;
     const std::uint8_t text[] = {static_cast<std::uint8_t>('0' + flag)};
-    // The text goes first: a slot that is not there stops the process before anything is written.
+    // The text comes first: for a slot that does not exist it aborts before anything is written.
     isInternalIRArray2.setCharacters(index, text);
     isInternalIRArray[index] = flag;
     SendisInternalIR = flag;
@@ -50,7 +50,7 @@ std::array<std::uint8_t, QNIRFile::nameFieldSize> QNIRFile::nameField() const {
     return field;
 }
 
-/// SendFileName as the loaded file's name fills it: the name with the 0 that ends it, then blanks.
+/// SendFileName for the loaded file: the name with its terminating 0, then blanks.
 std::array<std::uint8_t, 20> QNIRFile::sendField() const {
     std::array<std::uint8_t, 20> field{};
     field.fill(blank);

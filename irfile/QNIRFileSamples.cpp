@@ -46,11 +46,11 @@ bool QNIRFile::GetIRDataBuffer(std::span<std::uint32_t, irPointCount> destinatio
     return true;
 }
 
-/// Decodes the first channel into `points` and fills up with 0, or leaves them untouched.
+/// Decodes the first channel into `points`, padded with 0; on failure leaves them untouched.
 bool QNIRFile::decode(std::span<std::uint32_t> points) {
     const WAVE_FORMAT wav = format();
-    // The pedal's own tool has it so: more than two channels decode to silence, whatever their
-    // depth.
+    // As in the pedal's own tool, files with more than two channels decode to silence, whatever
+    // their depth.
     if (wav.channelCount > 2) {
         std::ranges::fill(points, 0);
         return true;

@@ -1,4 +1,4 @@
-// The list of chunks of a RIFF file.
+// Walks the list of chunks in a RIFF file.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace cabslot {
 
-/// The tag, such as "LIST", of the chunk whose content byte `position` belongs to; empty when a
-/// chunk starts there or the list ends before. `file` begins with the RIFF header.
+/// The tag, such as "LIST", of the chunk that contains byte `position`; empty if a chunk starts
+/// there or the list ends before it. `file` begins with the RIFF header.
 std::string chunkAround(std::span<const std::uint8_t> file, std::size_t position);
 
 } // namespace cabslot

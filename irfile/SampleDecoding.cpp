@@ -17,26 +17,26 @@ constexpr std::uint16_t floatBits = 32;
 std::uint32_t floatPoint(float sample) {
     const std::int32_t value = scaleToInteger(belowFullScale(sample));
     const auto point = static_cast<std::uint32_t>(value);
-    // Only negative samples are cut to 24 bits: 2.0 and more leave higher bits set. The pedal's own
-    // conversion does so; the bits above 23 are never sent.
+    // As in the pedal's own conversion, only negative samples are masked to 24 bits: 2.0 and more
+    // leave higher bits set. The bits above 23 are never sent.
     return value < 0 ? (point & sampleMask) | signBit : point;
 }
 
-/// The point of the little-endian sample `sample`.
+/// Converts one little-endian sample to a point.
 template<std::uint16_t bits>
 std::uint32_t pointOf(std::uint32_t sample) {
     if constexpr (bits == floatBits)
         return floatPoint(std::bit_cast<float>(sample));
-    else // 8-bit samples too: the pedal's own conversion leaves their offset of 128 in
+    else // as the pedal's own conversion, keeps the 8-bit offset of 128
         return sample << (sampleBits - bits);
 }
 
-/// Decodes the first channel of as many frames as `points` has; samples that are not there are 0.
+/// Decodes the first channel into `points`, one per frame; missing samples are 0.
 template<std::uint16_t bits, std::size_t channels>
 void decodeFrames(SampleBytes samples, std::span<std::uint32_t> points) {
     constexpr std::size_t width = bits / 8;
     constexpr std::size_t frameSize = width * channels;
-    // A frame counts as held when its first sample is there; the file may end behind that.
+    // A frame counts if its first sample is there; the file may end after that.
     const std::size_t held =
         std::min(points.size(), (samples.size() + frameSize - width) / frameSize);
     const std::uint8_t* sample = samples.data();
@@ -45,7 +45,7 @@ void decodeFrames(SampleBytes samples, std::span<std::uint32_t> points) {
         sample += frameSize;
     }
     std::ranges::fill(points.subspan(held), 0);
-    if (held < points.size() && frameSize * held < samples.size()) // it ends within this sample
+    if (held < points.size() && frameSize * held < samples.size()) // cut within this sample
         points[held] = pointOf<bits>(littleEndian(samples.subspan(frameSize * held)));
 }
 

@@ -6,11 +6,11 @@
 namespace cabslot {
 
 inline constexpr std::uint32_t sampleMask = 0xFFFFFF; ///< the bits of a sample
-inline constexpr std::uint32_t signBit = 0x800000;    ///< set in a negative one
-inline constexpr float fullScale = 8388608.0f;        ///< what 1.0 is, as a sample
+inline constexpr std::uint32_t signBit = 0x800000;    ///< set in a negative sample
+inline constexpr float fullScale = 8388608.0f;        ///< 1.0 as a sample
 inline constexpr unsigned sampleBits = 24;
 
-/// The sample as a signed number, -8388608 to 8388607; the bits above it do not count.
+/// The sample as a signed number, -8388608 to 8388607; ignores the bits above it.
 constexpr std::int32_t signedSample(std::uint32_t sample) {
     return static_cast<std::int32_t>((sample & sampleMask) ^ signBit) -
            static_cast<std::int32_t>(signBit);

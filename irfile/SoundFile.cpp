@@ -12,7 +12,7 @@ constexpr std::uint32_t rate = 44100;
 constexpr unsigned sampleSize = 3;
 constexpr unsigned bits = 8 * sampleSize;
 constexpr float fullScale = 1 << (bits - 1);
-constexpr std::uint32_t headerSize = 36; // what the RIFF size counts beside the samples
+constexpr std::uint32_t headerSize = 36; // counted in the RIFF size in addition to the samples
 constexpr std::uint32_t formatSize = 16;
 
 void append(std::vector<std::uint8_t>& bytes, std::string_view tag) {

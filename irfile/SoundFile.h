@@ -1,4 +1,4 @@
-// A sound as a WAV file.
+// Writes samples as a WAV file.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 
 namespace cabslot {
 
-/// A WAV file of `samples` (44100 Hz, full scale 1.0, fewer than 2^30): mono, 24 bits. What lies
-/// beyond full scale is cut.
+/// Returns a WAV file, mono, 24 bits, of `samples` (44100 Hz, full scale 1.0, fewer than 2^30).
+/// Values beyond full scale are clipped.
 std::vector<std::uint8_t> soundFile(std::span<const float> samples);
 
 } // namespace cabslot

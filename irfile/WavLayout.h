@@ -1,4 +1,4 @@
-// The layout of the two kinds of file, and the views through which a WAV file is read.
+// The layout of both file formats, and views for reading a WAV file.
 //
 //   WAV file             offset  size  field
 //   start                0       4     "RIFF"
@@ -19,8 +19,8 @@
 //                        8       504   not read
 //                        512     3072  1024 samples of 24 bits
 //
-// All integers are little-endian. A view is no copy: it points into a file that is in memory, which
-// must outlive it and hold as many bytes from there on as the layout says.
+// All integers are little-endian. A view does not copy: it points into a file in memory, which must
+// outlive it and hold all the bytes of the layout from there on.
 #pragma once
 
 #include "base/LittleEndian.h"
@@ -55,7 +55,7 @@ inline constexpr std::size_t factorySampleSize = 3;
 
 /// The format record of a WAV file.
 struct WAVE_FORMAT {
-    std::uint16_t formatTag = 0; ///< never consulted: 32-bit files are float, all others integer
+    std::uint16_t formatTag = 0; ///< ignored: 32-bit files are float, all others integer
     std::uint16_t channelCount = 0;
     std::uint32_t sampleRate = 0; ///< Hz
     std::uint32_t byteRate = 0;
@@ -63,7 +63,7 @@ struct WAVE_FORMAT {
     std::uint16_t bitsPerSample = 0;
 };
 
-/// What the three views share: a 4-character tag and a size. Only a present view may be read.
+/// The base of the three views: a 4-character tag and a size. Only a present view may be read.
 class TaggedView {
 public:
     TaggedView() = default;
@@ -106,7 +106,7 @@ public:
     }
 };
 
-/// The "data" chunk; size() is what the file claims, which may be more than it holds.
+/// The "data" chunk; size() is the file's claim, which may exceed what it holds.
 class DATA_BLOCK : public TaggedView {
 public:
     using TaggedView::TaggedView;

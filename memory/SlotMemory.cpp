@@ -33,7 +33,7 @@ std::string memoryFolder() {
     return state.empty() ? state : textOf(pathOf(state) / "cabslot" / "memory");
 }
 
-/// The pedal by one name, whatever the working folder is.
+/// One name for the pedal, independent of the working folder.
 std::string uniquePedalName(const std::string& pedal) {
     if (!pedal.starts_with(socketPrefix))
         return pedal;
@@ -42,7 +42,7 @@ std::string uniquePedalName(const std::string& pedal) {
     return std::string(socketPrefix) + textOf(path.lexically_normal());
 }
 
-/// The start of its files' names: a socket's path may hold anything and be long.
+/// The start of the pedal's file names: a socket's path may contain anything and be long.
 std::string fileNameOf(const std::string& pedal) {
     if (!pedal.starts_with(socketPrefix))
         return pedal;
@@ -51,7 +51,7 @@ std::string fileNameOf(const std::string& pedal) {
     return "unix-" + std::to_string(hash);
 }
 
-/// Makes the folder, for its owner alone, unless it is there; returns why that failed.
+/// Creates the folder, accessible only to its owner, unless it exists; returns why that failed.
 std::string makeFolder(const std::string& folder) {
     std::error_code error;
     const fs::path path = pathOf(folder);

@@ -32,7 +32,7 @@ public:
     }
 };
 
-/// Takes values from the front. Reading past the end gives nothing and clears `good`.
+/// Reads values from the front. Reading past the end returns nothing and clears `good`.
 class Reader {
 public:
     explicit Reader(std::span<const std::uint8_t> bytes) : rest_(bytes) {}

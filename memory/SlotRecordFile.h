@@ -1,4 +1,4 @@
-// The file that keeps one slot's record. All integers are little-endian.
+// The file format of one slot's record. All integers are little-endian.
 //
 //   8 bytes  "cabslot1"
 //   8        time, in seconds since 1970
@@ -15,12 +15,11 @@
 
 namespace cabslot {
 
-inline constexpr std::uint32_t longestRecordFile = 64 * 1024; ///< bytes; no longer one is read
+inline constexpr std::uint32_t longestRecordFile = 64 * 1024; ///< bytes; more is never read
 
 std::vector<std::uint8_t> recordFile(std::string_view pedal, const SlotRecord& record);
 
-/// The record in `file`, or nothing when a byte of the file is not as recordFile() wrote it for
-/// `pedal`.
+/// The record in `file`, or nothing if any byte differs from what recordFile() writes for `pedal`.
 std::optional<SlotRecord> readRecordFile(std::span<const std::uint8_t> file,
                                          std::string_view pedal);
 

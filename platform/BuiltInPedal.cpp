@@ -30,7 +30,7 @@ public:
 
     void close() override { open_ = false; }
 
-    // What the pedal has to say by now.
+    // Collects the pedal's pending replies.
     std::vector<simulator::Report> takeReports() {
         auto reports = pedal_.takeReports(Clock::now());
         return open_ ? std::move(reports) : std::vector<simulator::Report>{};

@@ -1,5 +1,5 @@
-// The simulated pedal inside the program: the HID service hands reports straight to the pedal's
-// behaviour and back. No socket, no thread of its own.
+// The simulated pedal inside the program: the HID service passes reports directly to and from the
+// pedal's code, without a socket or another thread.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -13,8 +13,8 @@ class BuiltInDevice;
 
 class BuiltInPedal final : public HIDManager {
 public:
-    /// A pedal that keeps its slots in `stateFolder`. Null, with the reason in `why`, when that
-    /// folder cannot be used.
+    /// A pedal that keeps its slots in `stateFolder`. Null, with the reason in `why`, if the folder
+    /// cannot be used.
     static std::unique_ptr<BuiltInPedal> make(const std::string& stateFolder, std::string& why);
 
     ~BuiltInPedal() override;
@@ -32,8 +32,8 @@ private:
     bool announced_ = false;
 };
 
-/// Where the built-in pedal keeps its slots: cabslot/pedal in the user's state folder. Empty when
-/// there is none.
+/// The folder where the built-in pedal keeps its slots: cabslot/pedal in the user's state folder.
+/// Empty if there is no state folder.
 std::string builtInPedalFolder();
 
 } // namespace cabslot

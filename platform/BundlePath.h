@@ -1,12 +1,12 @@
-// Where the programs' files are, found from the running program, so that nothing is configured. It
-// is the same in the build tree and when installed.
+// Where the programs' files are, located from the running program, so that nothing needs
+// configuring. The layout is the same in the build tree and when installed.
 #pragma once
 
 #include <string>
 
 namespace cabslot {
 
-/// The folder above the running program's, without a slash at its end.
+/// The parent of the running program's folder, without a trailing slash.
 std::string installPrefix();
 
 /// The bundle's folder, `share/cabslot` in the prefix. Resources are in its Contents/Resources.

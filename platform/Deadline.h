@@ -1,4 +1,4 @@
-// A deadline as system calls take it.
+// Converts deadlines to the form that system calls take.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -10,8 +10,8 @@
 
 namespace cabslot {
 
-/// From now until `deadline`; nothing when it has passed, a second at most. As fine as the clock: a
-/// wait in whole milliseconds ends up to one late.
+/// The time from now until `deadline`; 0 if it has passed, one second at most. As precise as the
+/// clock: a wait in whole milliseconds would end up to one late.
 inline timespec timeUntil(HIDManager::TimePoint deadline) {
     using namespace std::chrono;
     const nanoseconds left = std::clamp<nanoseconds>(deadline - HIDManager::TimePoint::clock::now(),
@@ -21,7 +21,7 @@ inline timespec timeUntil(HIDManager::TimePoint deadline) {
             .tv_nsec = static_cast<long>((left - whole).count())}; // long: 32 bits on Windows
 }
 
-/// Milliseconds from now until `deadline`, rounded up; 0 when it has passed, 1000 at most.
+/// Milliseconds from now until `deadline`, rounded up; 0 if it has passed, 1000 at most.
 inline int millisecondsUntil(HIDManager::TimePoint deadline) {
     using namespace std::chrono;
     const auto left = ceil<milliseconds>(deadline - HIDManager::TimePoint::clock::now());

@@ -1,5 +1,5 @@
-// Why the pedal's device node stays closed, and what a user is told who may not open it. Each
-// system has its own source file for it.
+// Why the pedal's device node cannot be opened, and what to tell a user who may not open it. Each
+// system has its own source file for this.
 #pragma once
 
 #include <string>
@@ -8,20 +8,20 @@ namespace cabslot {
 
 struct NodeRefusal {
     bool notPermitted = false;
-    std::string systemText{}; ///< unless that is the reason: the system's own words
+    std::string systemText{}; ///< for any other reason: the system's message
 };
 
-/// Opens the node once more to learn why hidapi could not: hidapi itself does not say so in a form
-/// that can be relied on.
+/// Opens the node once more to find out why hidapi could not: hidapi itself does not report this
+/// reliably.
 NodeRefusal whyNodeStaysClosed(const std::string& path);
 
-/// Whether a write that failed with this errno tells for certain that the device is gone.
+/// Whether a write that failed with this errno proves that the device is gone.
 bool meansLost(int error);
 
-/// The end of "this user may not open it, ...": what is missing, or what to do first.
+/// Completes the sentence "this user may not open it, ...": what is missing, or what to do first.
 std::string whyNotPermitted();
 
-/// The command for a terminal that puts it right.
+/// The terminal command that grants permission.
 std::string commandThatPermits();
 
 } // namespace cabslot

@@ -28,7 +28,7 @@ std::string quotedForShell(const std::string& text) {
     return quoted + "'";
 }
 
-// The rule beside this program, or else as it is called in the sources.
+// The rule next to this program, or else its name in the sources.
 std::string rulePath() {
     std::error_code failed;
     const std::filesystem::path beside =
@@ -38,7 +38,7 @@ std::string rulePath() {
     return std::string("packaging/") + ruleFile;
 }
 
-// Whether udev finds the rule by itself, as after the package was installed.
+// Whether udev itself finds the rule, as after installing the package.
 bool ruleIsInstalled() {
     return std::any_of(ruleFolders.begin(), ruleFolders.end(), [](const char* folder) {
         std::error_code failed;

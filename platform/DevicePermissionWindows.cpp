@@ -1,5 +1,5 @@
-// Permission on Windows: every user may open a HID device that the system keeps for nobody else, so
-// there is nothing to permit; but another program may hold the pedal for itself.
+// Permission on Windows: every user may open a HID device that the system has not reserved, so
+// there is nothing to grant; but another program may have exclusive access to the pedal.
 #include "platform/DevicePermission.h"
 
 #include "base/PathText.h"
@@ -34,7 +34,7 @@ std::string whyNotPermitted() {
 }
 
 bool meansLost(int /*error*/) {
-    return false; // hidapi leaves errno alone here: failures in a row tell
+    return false; // hidapi does not set errno here: repeated failures decide
 }
 
 } // namespace cabslot

@@ -21,7 +21,7 @@ bool isSocket(std::string_view choice) {
     return choice.starts_with(socketPrefix) && choice.size() > socketPrefix.size();
 }
 
-// Stands for a service that cannot be had: no device ever comes.
+// Used when a service is not available: no device ever comes.
 class AbsentHIDManager final : public HIDManager {
 public:
     explicit AbsentHIDManager(std::string why) : why_(std::move(why)) {}
@@ -45,7 +45,7 @@ std::unique_ptr<HIDManager> makeBuiltInPedal() {
     std::string why;
     if (auto pedal = BuiltInPedal::make(folder, why))
         return pedal;
-    return std::make_unique<AbsentHIDManager>("the simulated pedal cannot be had: " + why);
+    return std::make_unique<AbsentHIDManager>("the simulated pedal is not available: " + why);
 }
 
 } // namespace

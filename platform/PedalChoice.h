@@ -1,4 +1,4 @@
-// Which pedal a program talks to: the value of --pedal or of the variable CABSLOT_PEDAL.
+// Selects the pedal that a program uses, from --pedal or the variable CABSLOT_PEDAL.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -11,7 +11,7 @@ namespace cabslot {
 inline constexpr const char* pedalVariable = "CABSLOT_PEDAL";
 inline constexpr const char* defaultPedal = "usb";
 
-/// The choices, as the programs' help tells them.
+/// The choices, as the programs' help lists them.
 inline constexpr const char* pedalHelp = R"(Pedals:
   usb         the pedal on USB (the default)
   sim         a simulated pedal inside the program; it remembers its slots
@@ -19,11 +19,11 @@ inline constexpr const char* pedalHelp = R"(Pedals:
 
 )";
 
-/// Empty if `choice` is one of these, else what is wrong with it and what would be right.
+/// Empty if `choice` is valid, else what is wrong with it and what would be right.
 std::string whatIsWrongWithPedal(const std::string& choice);
 
-/// The service for a good `choice`; never null. One that cannot be had never has a device, and its
-/// whyNoDevice() says why.
+/// The service for a valid `choice`; never null. One that is not available never has a device, and
+/// its whyNoDevice() says why.
 std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice);
 
 } // namespace cabslot

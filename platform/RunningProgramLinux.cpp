@@ -11,7 +11,7 @@ std::filesystem::path runningProgram() {
     std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failed);
     if (!failed)
         return program;
-    // Where /proc is not mounted, the name that the program was started by leads to it.
+    // Without /proc, use the name by which the program was started.
     // NOLINTNEXTLINE(performance-no-int-to-ptr): the kernel gives pointers as numbers
     const auto* startedAs = reinterpret_cast<const char*>(::getauxval(AT_EXECFN));
     return startedAs == nullptr ? program : std::filesystem::canonical(startedAs, failed);

@@ -19,7 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr auto sendTimeout = 1s; // a pedal that takes nothing for so long has refused the report
+constexpr auto sendTimeout = 1s; // a pedal that reads nothing this long has refused the report
 constexpr auto lookInterval = 500ms;
 constexpr const char* secondDeviceSuffix = ".2";
 
@@ -27,7 +27,7 @@ bool isFinal(int error) {
     return error != EAGAIN && error != EWOULDBLOCK && error != EINTR;
 }
 
-// Tells the end of a connection from an empty packet, which reads the same.
+// Distinguishes a closed connection from an empty packet, which read() reports alike.
 bool hasPeerClosed(int socket) {
     pollfd state = {.fd = socket, .events = POLLRDHUP, .revents = 0};
     return ::poll(&state, 1, 0) != 0;
@@ -111,7 +111,7 @@ std::string SocketHIDManager::connectTo(const std::string& path) {
     std::copy(path.begin(), path.end(), std::begin(address.sun_path));
 
     FileDescriptor fd(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    // The socket API takes every address family through this one cast.
+    // The socket API takes every address family through this cast.
     if (!fd ||
         ::connect(fd.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
         return whyNotConnected(path, errno);
@@ -123,13 +123,13 @@ void SocketHIDManager::waitForEvents(TimePoint deadline) {
     if (Clock::now() >= nextLook_)
         lookForDevices();
     announceNewDevices();
-    polled_.clear(); // keeps its memory
+    polled_.clear(); // keeps its capacity
     for (const auto& device : devices_)
         polled_.push_back({.fd = device->socket(), .events = POLLIN, .revents = 0});
     const timespec wait = timeUntil(deadline);
     if (::ppoll(polled_.data(), polled_.size(), &wait, nullptr) <= 0)
         return;
-    // From the back, since a device that is gone leaves the list.
+    // Backwards, since a lost device is removed from the list.
     for (std::size_t i = polled_.size(); i-- > 0;) {
         if (polled_[i].revents != 0)
             takeReports(std::shared_ptr(devices_[i]), deadline);
@@ -144,11 +144,11 @@ void SocketHIDManager::announceNewDevices() {
     }
 }
 
-// Reads what has arrived. Stops at the deadline, so that a pedal that sends without a pause does
-// not keep the timers from running.
+// Reads what has arrived. Stops at the deadline, so that a pedal that sends without a pause cannot
+// keep the timers from running.
 void SocketHIDManager::takeReports(const std::shared_ptr<SocketDevice>& device,
                                    TimePoint deadline) {
-    std::array<std::uint8_t, 2 * hidReportSize> packet{}; // more than a report: a long one shows
+    std::array<std::uint8_t, 2 * hidReportSize> packet{}; // larger, to detect long reports
     do {
         const ssize_t size = ::recv(device->socket(), packet.data(), packet.size(), MSG_DONTWAIT);
         if (size < 0 && !isFinal(errno))

@@ -1,5 +1,5 @@
 // The HID service over Unix SOCK_SEQPACKET sockets: one packet is one 64-byte report, either way,
-// without a report ID. Connecting is plugging in; the peer's closing is unplugging.
+// without a report ID. A connection is a plugged-in pedal; the peer's closing it unplugs the pedal.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -18,15 +18,15 @@ class SocketDevice;
 class SocketHIDManager final : public HIDManager {
 public:
     /// Connects to the socket at `path`, and to `path`.2 for a second device, as soon as they
-    /// answer: it tries when it is opened and twice a second from then on.
+    /// answer: tries on open() and twice a second from then on.
     explicit SocketHIDManager(const std::string& path);
 
-    /// Uses a socket that is connected already; owns it from now on.
+    /// Uses a socket that is already connected and takes ownership of it.
     explicit SocketHIDManager(int connectedSocket);
 
     ~SocketHIDManager() override;
 
-    /// A socket's device matches whatever is asked for. Always true.
+    /// A socket's device matches any request. Always true.
     bool open(const HIDMatching& matching, const HIDCallbacks& callbacks) override;
     void waitForEvents(TimePoint deadline) override;
     std::vector<HIDDeviceRef> copyDevices() const override;
@@ -42,7 +42,7 @@ private:
 
     std::vector<std::string> paths_;
     HIDCallbacks callbacks_;
-    TimePoint nextLook_{}; ///< not before then
+    TimePoint nextLook_{}; ///< when to try to connect again
     bool hadDevice_ = false;
     std::vector<std::shared_ptr<SocketDevice>> connected_; ///< not announced yet
     std::vector<std::shared_ptr<SocketDevice>> devices_;   ///< announced

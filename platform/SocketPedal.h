@@ -1,4 +1,4 @@
-// A pedal behind a socket, where the system has such sockets.
+// A pedal behind a Unix socket, on systems that have them.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -8,10 +8,10 @@
 
 namespace cabslot {
 
-/// Empty, or why there are no Unix sockets to find a pedal behind.
+/// Empty, or why there are no Unix sockets on this system.
 std::string whyNoSockets();
 
-/// The service over the socket at `path`; null where whyNoSockets() says why.
+/// The service for the socket at `path`; null if whyNoSockets() is not empty.
 std::unique_ptr<HIDManager> makeSocketPedal(const std::string& path);
 
 } // namespace cabslot

@@ -7,7 +7,7 @@
 
 namespace cabslot {
 
-/// Stands for one device of the inner service and notes what is sent to it.
+/// Wraps one device of the inner service and logs what is sent to it.
 class TracedDevice final : public HIDDevice {
 public:
     TracedDevice(HIDDeviceRef inner, TracingHIDManager& trace)

@@ -1,4 +1,4 @@
-// A HID service that writes down every report that passes through it, for a bug report.
+// A HID service that logs every report that passes through it, for a bug report.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -15,9 +15,9 @@ class TracedDevice;
 
 class TracingHIDManager final : public HIDManager {
 public:
-    /// Passes everything on to `inner`. Each report becomes one line in `out`, written on the
-    /// device thread and flushed at once: seconds since open(), direction, bytes in hex. `out` must
-    /// outlive this object; look at its state afterwards to learn whether all was written.
+    /// Forwards everything to `inner`. Each report becomes one line in `out`, written on the device
+    /// thread and flushed at once: seconds since open(), direction, bytes in hex. `out` must
+    /// outlive this object; check its state afterwards to learn whether everything was written.
     TracingHIDManager(std::unique_ptr<HIDManager> inner, std::ostream& out);
     ~TracingHIDManager() override;
 

@@ -61,7 +61,7 @@ std::vector<UsbFinding> findOnUsb(const HIDMatching& wanted) {
         const std::string path = one->path;
         const bool known = std::any_of(found.begin(), found.end(),
                                        [&](const UsbFinding& old) { return old.path == path; });
-        if (known) // hidapi lists a node once for each of its usages
+        if (known) // hidapi lists a node once per usage
             continue;
         UsbFinding& finding = found.emplace_back();
         finding.path = path;

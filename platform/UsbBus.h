@@ -1,9 +1,9 @@
-// The pedal on USB: where it is, whether it can be used, and if not, why.
+// Finds the pedal on USB and tells whether it can be used, and if not, why.
 //
-// The HID service takes the opened devices out of the findings; the doctor command shows the
+// The HID service takes the opened devices from the findings; the doctor command shows the
 // verdict.
 //
-// Thread: hidapi keeps global state without a lock; one thread of the process at a time.
+// Thread: hidapi has global state without a lock; only one thread of the process at a time.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -22,50 +22,50 @@ struct UsbHandleCloser {
 };
 using UsbHandle = std::unique_ptr<hid_device_, UsbHandleCloser>;
 
-/// From the best news to the worst.
+/// Best first.
 enum class UsbStatus {
     ok,
     notPermitted,
     failing,
     otherRelease,
-    noPedal,   ///< no node, so of a verdict only
-    noService, ///< hidapi does not start; stands alone, for no node
+    noPedal,   ///< there is no node; only in a verdict
+    noService, ///< hidapi does not start; then the only finding
 };
 
-/// One hidraw node of a device with the right vendor and product.
+/// A hidraw node of a device with the right vendor and product.
 struct UsbFinding {
     std::string path; ///< such as /dev/hidraw0
     std::uint16_t release = 0;
     UsbStatus status = UsbStatus::failing;
-    std::string systemText; ///< failing: the system's own words
+    std::string systemText; ///< failing: the system's message
     UsbHandle handle;       ///< ok: the device, open
 };
 
-/// Starts hidapi, once or more. False: the USB service cannot be had.
+/// Starts hidapi; may be called again. False: the USB service is not available.
 bool joinUsb();
 
-/// The nodes with the wanted vendor and product, of any release, each path once. Opens nothing:
-/// the status is otherRelease or still open (failing). Takes milliseconds.
+/// The nodes with the wanted vendor and product, of any release, each path once. Opens nothing: the
+/// status is otherRelease, or failing until openOnUsb() runs. Takes milliseconds.
 std::vector<UsbFinding> findOnUsb(const HIDMatching& wanted);
 
-/// Opens the node if its status is failing, and sets the status to what comes of it.
+/// If the status is failing, tries to open the node and updates the status.
 void openOnUsb(UsbFinding& finding);
 
-/// Finds the nodes and opens those that match in all three.
+/// Finds the nodes and opens those that match in vendor, product and release.
 std::vector<UsbFinding> inspectUsb(const HIDMatching& wanted);
 
-/// The findings in one sentence.
+/// The findings summed up in one sentence.
 struct UsbVerdict {
     UsbStatus status = UsbStatus::noPedal;
-    std::string path; ///< of the finding that decided; empty without one
+    std::string path; ///< of the deciding finding; empty if there is none
     std::uint16_t release = 0;
-    std::string message; ///< what was found and what a person can do
+    std::string message; ///< what was found and what the user can do
     std::string fix;     ///< notPermitted: the one command that helps; else empty
 };
 
 UsbVerdict verdictOn(const std::vector<UsbFinding>& findings, const HIDMatching& wanted);
 
-/// Gives back what hidapi holds for the process. Every handle must be closed by then.
+/// Releases hidapi's global state. Every handle must be closed before.
 void leaveUsb();
 
 } // namespace cabslot

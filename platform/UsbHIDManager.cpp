@@ -19,7 +19,7 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-// A look reads a few small files for each hidraw node: far less than a tick.
+// A scan reads a few small files for each hidraw node: far less than a tick.
 constexpr auto lookInterval = 500ms;
 constexpr auto lookIntervalForMore = 1s; // while a device is announced
 constexpr int turnOfEach = 1;            // ms, with several open devices
@@ -34,8 +34,8 @@ public:
     explicit UsbDevice(UsbFinding finding)
         : path_(std::move(finding.path)), handle_(std::move(finding.handle)) {}
 
-    // The kernel waits up to five seconds for a pedal that takes nothing; hidraw has no way to ask
-    // for less.
+    // The kernel waits up to five seconds for a pedal that accepts nothing; hidraw has no way to
+    // shorten that.
     bool SetReport(const HIDReport& report) override {
         if (!handle_)
             return false;
@@ -57,8 +57,8 @@ public:
 
     void close() override { handle_.reset(); }
 
-    // Bytes read, 0 when the time is over, -1 when the device cannot be read. An interrupted wait
-    // looks like the latter, but not twice.
+    // Bytes read, 0 on timeout, -1 if the device cannot be read. An interrupted wait looks like the
+    // latter, but not twice.
     int read(std::span<std::uint8_t> buffer, int milliseconds) {
         int size = ::hid_read_timeout(handle_.get(), buffer.data(), buffer.size(), milliseconds);
         for (int i = 1; size < 0 && i < interruptedTries; ++i)
@@ -70,7 +70,7 @@ public:
 
     const std::string& path() const { return path_; }
     bool isOpen() const { return handle_ != nullptr; }
-    // One failed read or write proves nothing: a signal may have ended it.
+    // A single failed read or write proves nothing: a signal may have interrupted it.
     bool isLost() const { return lost_; }
 
 private:
@@ -126,7 +126,7 @@ bool UsbHIDManager::isKnown(const std::string& path) const {
                        [&](const Device& device) { return device->path() == path; });
 }
 
-// Only the bus tells of a closed device that it was unplugged.
+// For a closed device, only a scan of the bus shows that it was unplugged.
 void UsbHIDManager::removeClosedBut(const std::vector<UsbFinding>& there) {
     for (std::size_t i = devices_.size(); i-- > 0;) {
         const Device device = devices_[i];
@@ -151,7 +151,7 @@ void UsbHIDManager::announce(const Device& device) {
     callbacks_.matching(callbacks_.context, 0, this, device);
 }
 
-// One turn: a single device is waited for until the deadline, several get a short wait each.
+// One iteration: waits until the deadline for a single device, briefly for each of several.
 void UsbHIDManager::listen(TimePoint deadline) {
     const int left = millisecondsUntil(deadline);
     const auto open = std::count_if(devices_.begin(), devices_.end(),
@@ -159,7 +159,7 @@ void UsbHIDManager::listen(TimePoint deadline) {
     if (open == 0)
         std::this_thread::sleep_for(std::chrono::milliseconds(left));
     const int turn = open > 1 ? std::min(left, turnOfEach) : left;
-    // From the back, since a device that is gone leaves the list.
+    // Backwards, since a lost device is removed from the list.
     for (std::size_t i = devices_.size(); i-- > 0;)
         readFrom(Device(devices_[i]), turn);
 }
@@ -167,7 +167,7 @@ void UsbHIDManager::listen(TimePoint deadline) {
 void UsbHIDManager::readFrom(const Device& device, int milliseconds) {
     if (!device->isOpen())
         return;
-    std::array<std::uint8_t, hidReportSize + 1> report{}; // one more: a long report shows
+    std::array<std::uint8_t, hidReportSize + 1> report{}; // one more, to detect long reports
     const int size = device->read(report, milliseconds);
     if (size > 0)
         callbacks_.report(callbacks_.context, 0, device, HIDReportType::input, 0, report.data(),

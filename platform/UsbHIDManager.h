@@ -1,7 +1,7 @@
 // The HID service over USB: hidapi on hidraw nodes.
 //
-// hidapi does not tell when devices come and go. They are found by looking, twice a second while
-// none is announced and once a second afterwards; a loss shows in failing reads or writes.
+// hidapi does not report when devices come and go. New ones are found by polling, twice a second
+// while none is announced and once a second afterwards; failing reads or writes reveal a loss.
 #pragma once
 
 #include "device/HIDManager.h"
@@ -20,7 +20,7 @@ class UsbHIDManager final : public HIDManager {
 public:
     UsbHIDManager();
 
-    /// Closes every device; the device thread must have ended. References to devices may remain.
+    /// Closes every device; the device thread must have ended. References to them may remain.
     ~UsbHIDManager() override;
 
     bool open(const HIDMatching& matching, const HIDCallbacks& callbacks) override;
@@ -45,7 +45,7 @@ private:
     HIDMatching matching_{};
     HIDCallbacks callbacks_;
     std::vector<Device> devices_; ///< announced; the link may have closed some
-    TimePoint nextLook_{};        ///< not before then
+    TimePoint nextLook_{};        ///< when to scan again
     bool hadDevice_ = false;
 
     mutable std::mutex whyMutex_;

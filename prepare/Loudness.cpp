@@ -20,10 +20,10 @@ namespace {
 using Spectrum = std::vector<std::complex<double>>;
 
 constexpr std::size_t noiseLength = 44100;
-constexpr std::size_t transformSize = 1 << 16; // noise and the longest IR together
+constexpr std::size_t transformSize = 1 << 16; // holds the noise and the longest IR
 constexpr double noiseLevel = 0.1;             // RMS; -20 dBFS
 
-/// White noise through a filter of three poles and zeros that falls by 3 dB an octave.
+/// White noise through a filter with three poles and zeros that falls by 3 dB per octave.
 Signal pinkNoise() {
     Signal noise(noiseLength);
     std::uint32_t state = 1; // a linear congruential generator: the same noise everywhere

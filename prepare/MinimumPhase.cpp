@@ -14,8 +14,8 @@ namespace {
 using Spectrum = std::vector<std::complex<double>>;
 
 constexpr std::size_t smallestTransform = 1 << 16;
-constexpr std::size_t timesLonger = 16; // than the signal, so that the cepstrum hardly wraps round
-constexpr double quietestRatio = 1e-6;  // of the highest magnitude; a notch of 0 has no logarithm
+constexpr std::size_t timesLonger = 16; // than the signal, so that the cepstrum hardly aliases
+constexpr double quietestRatio = 1e-6;  // of the highest magnitude; 0 has no logarithm
 
 Spectrum transformed(const Spectrum& values, bool inverse) {
     Spectrum result(values.size());
@@ -47,7 +47,7 @@ Signal minimumPhase(const Signal& signal, std::size_t length) {
     std::ranges::copy(signal, padded.begin());
 
     Spectrum cepstrum = transformed(logMagnitudes(transformed(padded, false)), true);
-    // Folded onto its first half, the cepstrum belongs to the minimum phase.
+    // Folding the cepstrum onto its first half makes the phase minimum.
     for (std::size_t i = 0; i < size; ++i) {
         const double factor = i == 0 || i == size / 2 ? 1 : i < size / 2 ? 2 : 0;
         cepstrum[i] = cepstrum[i].real() * factor / count;

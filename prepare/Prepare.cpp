@@ -15,9 +15,9 @@ namespace cabslot {
 
 namespace {
 
-constexpr std::size_t leadIn = 8;       // points that stay before the onset
+constexpr std::size_t leadIn = 8;       // points kept before the onset
 constexpr double inaudible = 1e-4;      // of the peak; -80 dB
-constexpr double audibleChange = 0.005; // dB; less is not worth a sentence
+constexpr double audibleChange = 0.005; // dB; smaller changes are not reported
 
 std::string millisecondsText(std::size_t points) {
     return fixedText(static_cast<double>(points) * 1000 / pointsPerSecond, 1) + " ms";
@@ -27,8 +27,8 @@ std::string gainText(double gain) {
     return (gain > 0 ? "+" : "") + fixedText(gain, 1) + " dB";
 }
 
-/// The channel that is asked for, or the mean of all, as far as the file is in memory. Samples that
-/// are no number count as 0.
+/// The requested channel, or the mean of all, as far as the file is in memory. NaN and infinite
+/// samples count as 0.
 Signal channelOf(const QNIRFile& file, Channel channel) {
     const std::uint16_t count = channel == Channel::mean ? file.channelCount() : 1;
     Signal sum;
@@ -42,7 +42,7 @@ Signal channelOf(const QNIRFile& file, Channel channel) {
     return sum;
 }
 
-/// One file on its way through the steps.
+/// Applies the steps to one file.
 class Preparation {
 public:
     Preparation(const QNIRFile& file, const Block& plain, const PrepareOptions& options)
@@ -50,7 +50,7 @@ public:
 
     PreparedIR run() {
         takeIn();
-        makeMinimumPhase(); // of all: a response that has lost its start is another one
+        makeMinimumPhase(); // of the whole signal: a missing start would change the response
         trim();
         cut();
         setLevel();
@@ -60,7 +60,7 @@ public:
 private:
     void say(const std::string& sentence) { steps_.push_back(sentence); }
 
-    // Afterwards signal_ is at 44.1 kHz.
+    // Sets signal_, at 44.1 kHz.
     void takeIn() {
         const double rate = file_.sampleRate();
         if (rate == pointsPerSecond) {
@@ -105,8 +105,8 @@ private:
         say("Faded out over the last " + millisecondsText(length) + ".");
     }
 
-    /// Drops what is below `level` at the end, such as where a resampler's filter rings out; at
-    /// least `kept` points stay.
+    /// Removes points below `level` from the end, such as a resampling filter's ringing; keeps at
+    /// least `kept` points.
     void dropEnd(std::size_t kept, double level) {
         while (signal_.size() > kept && std::abs(signal_.back()) < level)
             signal_.pop_back();
@@ -122,7 +122,7 @@ private:
             factor = highest;
         else if (options_.level == LevelGoal::loudness)
             factor = std::pow(10, (options_.loudness - loudnessOf(signal_)) / 20);
-        // As it is may reach full scale; whatever is made louder keeps below.
+        // A kept level may reach full scale; the other goals stay within usualPeak.
         const double limit = options_.level == LevelGoal::keep
                                  ? (double{fullScale} - 1) / double{fullScale} / peak
                                  : highest;
@@ -158,7 +158,7 @@ private:
     std::vector<std::string> steps_;
 };
 
-/// The plain block as a file, with the points that the file fills.
+/// The plain block as a file, with as many points as the file fills.
 PreparedIR unchanged(const QNIRFile& file, const Block& plain) {
     const std::size_t count = std::min<std::size_t>(
         irPointCount, file.sampleRate() == pointsPerSecond ? file.decodedPoints() : irPointCount);

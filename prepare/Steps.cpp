@@ -13,8 +13,8 @@ namespace cabslot {
 namespace {
 
 constexpr double onsetLevel = 0.01;   // of the peak; -40 dB
-constexpr double leadIn = 8;          // points before the signal, in which the filter rises
-constexpr std::size_t padding = 4096; // zeros behind, for the filter to ring in
+constexpr double leadIn = 8;          // zeros before the signal, for the filter to rise in
+constexpr std::size_t padding = 4096; // zeros after the signal, for the filter to ring in
 
 } // namespace
 

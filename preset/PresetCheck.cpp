@@ -28,7 +28,7 @@ std::string lengthRemark(std::size_t length) {
 } // namespace
 
 PresetFinding examinePreset(const std::string& path) {
-    FileBytes file = readFile(path, presetSize + 1); // one byte more shows what is too long
+    FileBytes file = readFile(path, presetSize + 1); // one more, to detect a longer file
     if (file.bytes)
         return examinePresetBytes(file.span());
     PresetFinding unreadable;
@@ -68,7 +68,7 @@ std::string presetVerdict(const PresetFinding& found) {
         return "its layout is of version " + std::to_string(record.PresetVersion) +
                "; only version " + std::to_string(presetLayoutVersion) + " is known";
     case presetNotSaved:
-        break; // no file is found so
+        break; // reading never ends with this
     }
     return "unknown";
 }

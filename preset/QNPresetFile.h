@@ -1,6 +1,6 @@
-// One preset in memory: read from a file, saved to a file, its data area copied in and out.
+// A preset in memory: loaded from a file, saved to a file, its data area copied in and out.
 //
-// An object holds its image itself and shares nothing; use it from one thread at a time.
+// Each object has its own image and shares nothing; use it from one thread at a time.
 #pragma once
 
 #include "preset/PresetCheck.h"
@@ -13,30 +13,30 @@ namespace cabslot {
 
 class QNPresetFile {
 public:
-    /// Reads and checks the file as examinePreset() does and writes the PresetError to `Errormsg`,
-    /// which must not be null. False unless that is presetGood; the image is then as before.
+    /// Reads and checks the file like examinePreset() and writes the PresetError to `Errormsg`,
+    /// which must not be null. False unless that is presetGood; the image is then unchanged.
     bool ReadFileToPresetPath(const std::string& path, std::int32_t* Errormsg);
 
-    /// Stamps device, size, version and checksum into the image and replaces the file at `path` by
-    /// it, or makes it; see replaceFile() for what becomes of the old file. When that fails,
-    /// returns false, writes presetNotSaved to `Errormsg`, and whyNotSaved() has the reason; the
-    /// file is as before, the image keeps the stamps. A success writes no `Errormsg`.
+    /// Writes device, size, version and checksum into the image, then replaces or creates the file
+    /// at `path`; see replaceFile() for what happens to the old file. On failure, returns false,
+    /// sets `Errormsg` to presetNotSaved and whyNotSaved() to the reason; the file is unchanged,
+    /// the image keeps the four values. On success, leaves `Errormsg` alone.
     bool SavePresetToFilePath(const std::string& path, std::int32_t* Errormsg);
 
-    /// Copies the first `Len` bytes of the data area out. More than 1536: false, copies nothing.
+    /// Copies the first `Len` bytes of the data area out. Above 1536: false, copies nothing.
     bool ReadPresetBufferPresetData(std::uint8_t* destination, std::uint32_t Len) const;
 
-    /// Copies `Len` bytes in, to the start of the data area. More than 1536: false, copies nothing.
-    /// Leaves the checksum alone: saving brings it up to date.
+    /// Copies `Len` bytes to the start of the data area. Above 1536: false, copies nothing. Leaves
+    /// the checksum alone: saving updates it.
     bool WritePresetBufferPresetData(const std::uint8_t* source, std::uint32_t Len);
 
-    /// Why the last read failed, in words to follow "PATH: ".
+    /// Why the last read failed, to print after "PATH: ".
     const std::string& whyNotRead() const { return whyNotRead_; }
 
-    /// Why the last save failed, in words to follow "PATH cannot be written: ".
+    /// Why the last save failed, to print after "PATH cannot be written: ".
     const std::string& whyNotSaved() const { return whyNotSaved_; }
 
-    /// The image that is held ("new": in the newest layout).
+    /// The image ("new": in the newest layout).
     PresetBuffUnion NewPreset;
 
 private:

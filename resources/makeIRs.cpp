@@ -1,7 +1,7 @@
 // Writes the two IR files that ship with the programs: makeIRs BLANK.wav DEMO.wav
 //
-// The blank one is silence; uploading it clears a slot. The demo one is a made-up guitar cabinet to
-// try things out with: a few damped resonances behind the roll-off of a 12-inch speaker.
+// The blank IR is silence; uploading it clears a slot. The demo IR is a made-up guitar cabinet to
+// try things out: a few damped resonances and the roll-off of a 12-inch speaker.
 
 #include <algorithm>
 #include <cmath>
@@ -27,10 +27,10 @@ void append(std::string& bytes, std::uint32_t value, unsigned width) {
         bytes += static_cast<char>(value >> (8 * i) & 0xFF);
 }
 
-/// A WAV file of `channels` (as many as the format says, all of one length, -1.0 to below 1.0).
+/// A WAV file of `channels` (as many as the format says, of equal length, -1.0 to below 1.0).
 std::string wavFile(const WavFormat& format, const std::vector<Signal>& channels) {
     constexpr std::uint32_t formatSize = 16;
-    constexpr std::uint32_t headerSize = 36; // all after the RIFF size and before the samples
+    constexpr std::uint32_t headerSize = 36; // everything between the RIFF size and the samples
     const unsigned sampleSize = format.bits / 8;
     const unsigned frameSize = sampleSize * format.channels;
     const auto frames = static_cast<std::uint32_t>(channels.front().size());
@@ -58,19 +58,19 @@ std::string wavFile(const WavFormat& format, const std::vector<Signal>& channels
 constexpr double demoRate = 48000;
 constexpr std::size_t demoFrames = 2000;
 
-/// A damped sine: what one mode of the cabinet does after a click.
+/// A damped sine: one mode of the cabinet.
 struct Resonance {
     double frequency; // Hz
     double decay;     // seconds until it has fallen to 1/e
     double level;
 };
 
-// The box and the cone's own resonance below, its break-up in the middle, the presence above.
+// The resonances of the box and the cone, the cone's break-up, the presence.
 constexpr Resonance modes[] = {{92, 0.0090, 0.07},    {215, 0.0048, 0.13},  {430, 0.0026, -0.14},
                                {890, 0.0016, 0.20},   {1650, 0.0010, 0.40}, {2550, 0.0007, 0.95},
                                {3400, 0.0005, -0.60}, {4300, 0.0004, 0.55}};
 
-/// The sum of all modes, each `detune` times as high.
+/// The sum of all modes, with every frequency multiplied by `detune`.
 Signal resonances(double detune) {
     Signal signal(demoFrames, 0.0);
     for (const Resonance& mode : modes)

@@ -1,8 +1,8 @@
 // Writes the two dry phrases that ship with the programs: makePhrases CLEAN.wav DRIVEN.wav
 //
 // A guitar without an amplifier, made by plucked-string synthesis (Karplus and Strong, 1983): a
-// burst of noise in a delay line as long as a period, which a low-pass filter damps. The driven
-// phrase has a soft clipper behind it, as an amplifier in front of a cabinet has.
+// burst of noise in a delay line one period long, damped by a low-pass filter. The driven phrase
+// then passes a soft clipper, like an amplifier in front of a cabinet.
 
 #include "irfile/SoundFile.h"
 
@@ -23,12 +23,12 @@ using Signal = std::vector<double>;
 constexpr double rate = 44100; // Hz
 constexpr double pi = std::numbers::pi;
 
-// Peaks. A cabinet's IR adds some 13 dB, and the driven phrase is denser: through one, both come to
-// about -16 LUFS.
+// Peak levels. A cabinet's IR adds some 13 dB, and the driven phrase is denser: through an IR, both
+// are at about -16 LUFS.
 constexpr double cleanPeak = 0.14;
 constexpr double drivenPeak = 0.035;
 
-/// A string that is struck, and damped again.
+/// A string that is struck, then damped.
 struct Note {
     double start;  // seconds
     double length; // seconds until it is damped
@@ -40,14 +40,14 @@ double frequencyOf(int pitch) {
     return 440 * std::exp2((pitch - 69) / 12.0);
 }
 
-/// The delay line's first contents: noise, darkened as a finger does, less of what a string that is
-/// struck at an eighth of its length does not have.
+/// The delay line's initial content: noise, low-passed as by a finger, without the harmonics that a
+/// string struck at an eighth of its length lacks.
 Signal pluck(std::size_t period, std::mt19937& random) {
     constexpr double softness = 0.55;
     Signal burst(period);
     double before = 0;
     for (double& sample : burst) {
-        // Not a distribution of the standard library: each of those gives other numbers.
+        // Not a standard distribution: their numbers differ between libraries.
         const double noise = static_cast<double>(random()) / 2147483648.0 - 1;
         before += (1 - softness) * (noise - before);
         sample = before;
@@ -59,9 +59,9 @@ Signal pluck(std::size_t period, std::mt19937& random) {
 }
 
 void add(const Note& note, Signal& signal, std::mt19937& random) {
-    constexpr double ring = 0.9975;   // kept from period to period
-    constexpr double damped = 0.7;    // the same, under the palm
-    constexpr double averaging = 0.5; // samples that the damping filter delays by
+    constexpr double ring = 0.9975;   // the gain per period
+    constexpr double damped = 0.7;    // the same, palm-muted
+    constexpr double averaging = 0.5; // the damping filter's delay in samples
     const double wanted = rate / frequencyOf(note.pitch) - averaging;
     const auto period = static_cast<std::size_t>(wanted - 0.1);
     const double rest = wanted - static_cast<double>(period); // 0.1 to 1.1 samples
@@ -90,7 +90,7 @@ Signal play(std::span<const Note> notes, double seconds) {
     return signal;
 }
 
-/// One string after the other, as a stroke goes over them.
+/// Strikes one string after another.
 void strum(std::vector<Note>& notes, double start, double length, std::span<const int> chord,
            double level) {
     constexpr double betweenStrings = 0.012;
@@ -103,7 +103,7 @@ void strum(std::vector<Note>& notes, double start, double length, std::span<cons
 constexpr double cleanSeconds = 8;
 constexpr double drivenSeconds = 7;
 
-/// Two broken chords, a strummed one, a short line.
+/// Two arpeggios, a strummed chord, a short line.
 Signal cleanPhrase() {
     constexpr double eighth = 0.25;
     std::vector<Note> notes;
@@ -150,7 +150,7 @@ Signal drivenPhrase() {
     return play(notes, drivenSeconds);
 }
 
-/// A one-pole low-pass filter, one sample a call.
+/// A one-pole low-pass filter, one sample per call.
 class LowPass {
 public:
     explicit LowPass(double cutoff) : share_(1 - std::exp(-2 * pi * cutoff / rate)) {}
@@ -161,8 +161,8 @@ private:
     double state_ = 0;
 };
 
-/// Less bass before the clipper keeps it tight; it clips one half earlier than the other, which
-/// leaves a constant that is taken away again; the fizz behind it is damped.
+/// Cuts the bass before the clipper to keep it tight; clips asymmetrically and removes the
+/// resulting DC offset; damps the fizz after the clipper.
 void drive(Signal& signal) {
     constexpr double gain = 4;
     constexpr double bias = 0.2;
@@ -175,7 +175,7 @@ void drive(Signal& signal) {
     }
 }
 
-/// Brings the peak to its level, and the end to silence, so that the phrase can be looped.
+/// Sets the peak level and fades the end to silence, so that the phrase can be looped.
 void finish(Signal& signal, double peakLevel) {
     const auto length = static_cast<std::size_t>(0.15 * rate);
     for (std::size_t i = 0; i < length; ++i)

@@ -53,7 +53,7 @@ std::string faultHelp() {
     return text + R"(
 Exit status:
   0    ended by Ctrl-C (SIGINT or SIGTERM) or, on USB, unplugged
-  1    the socket, the USB port or the folder cannot be had
+  1    the socket, the USB port or the folder is not available
   2    wrong usage
 
 Examples:
@@ -68,7 +68,7 @@ void addOptions(CLI::App& app, Arguments& arguments) {
     app.add_flag("--usb", arguments.usb,
                  "On a virtual USB port instead (module vhci-hcd, root): plugged in until it ends");
     app.add_option("--state", arguments.state,
-                   "Keep the slots in this folder (made if need be); memory only without it")
+                   "Keep the slots in this folder, created if necessary; in memory without it")
         ->type_name("DIR");
     app.add_option("--confirm-delay", arguments.confirmDelay,
                    "From an import's last frame to its confirmation, 1500 if not given")
@@ -83,8 +83,8 @@ void addOptions(CLI::App& app, Arguments& arguments) {
         ->check(CLI::Range(1U, 1000000000U).description(""));
     app.add_flag("--second-device", arguments.secondDevice,
                  "A second pedal at PATH.2 that sends its data unasked, ten times a second");
-    app.set_version_flag("--version", "cabslot-sim " CABSLOT_VERSION, "Show the version and end");
-    app.set_help_flag("-h,--help", "Show this help and end");
+    app.set_version_flag("--version", "cabslot-sim " CABSLOT_VERSION, "Show the version and exit");
+    app.set_help_flag("-h,--help", "Show this help and exit");
     app.get_formatter()->column_width(26);
     app.footer(faultHelp());
     app.final_callback([&arguments] {
@@ -104,7 +104,7 @@ PedalOptions optionsOf(const Arguments& arguments) {
     return options;
 }
 
-/// One write per line: lines of two threads do not mix, and a pipe gets them at once.
+/// One write per line, so that lines of two threads do not mix and a pipe gets each at once.
 void printLine(const std::string& line) {
     std::fputs((line + "\n").c_str(), stdout);
     std::fflush(stdout);
@@ -115,15 +115,15 @@ int fail(const std::string& why) {
     return exitFailure;
 }
 
-/// SIGINT and SIGTERM are taken by sigwait() in the main thread; call it before any thread starts.
+/// Blocks SIGINT and SIGTERM for sigwait() in the main thread; call it before any thread starts.
 sigset_t blockEndSignals() {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGINT);
     sigaddset(&signals, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    // When the reader of the log goes (`| head`), the program must not end without removing its
-    // sockets.
+    // If the reader of the log exits (`| head`), the program must still remove its sockets before
+    // it ends.
     std::signal(SIGPIPE, SIG_IGN);
     return signals;
 }
@@ -141,7 +141,7 @@ void serveUntilSignal(const std::vector<PedalServer*>& servers, const sigset_t& 
         thread.join();
 }
 
-/// Until a signal comes or the pedal vanishes.
+/// Returns when a signal arrives or the pedal vanishes.
 int serveOnUsb(PedalServer& pedal, const sigset_t& signals) {
     std::string why;
     cabslot::FileDescriptor bus = plugIntoVirtualPort(why);
@@ -150,7 +150,7 @@ int serveOnUsb(PedalServer& pedal, const sigset_t& signals) {
     const cabslot::FileDescriptor stop(::signalfd(-1, &signals, SFD_CLOEXEC));
     int ends[2];
     if (!stop || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
-        return fail("the system gives no descriptors");
+        return fail("no descriptors are available");
     pedal.adopt(ends[0]);
     UsbPedal cable(std::move(bus), cabslot::FileDescriptor(ends[1]));
     printLine("plugged in");
@@ -204,8 +204,7 @@ int run(int argc, char** argv) {
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& wrong) {
-        std::fprintf(stderr, "cabslot-sim: %s (cabslot-sim --help shows what is right)\n",
-                     wrong.what());
+        std::fprintf(stderr, "cabslot-sim: %s (see cabslot-sim --help)\n", wrong.what());
         return exitUsage;
     }
     return simulate(arguments);

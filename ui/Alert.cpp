@@ -15,7 +15,7 @@ namespace {
 constexpr int textWidth = 360;
 constexpr int iconSize = 40;
 
-// Covers the window while an alert is open, and goes with it.
+// Dims the window while an alert is open; destroyed with the alert.
 class Dimmer final : public QWidget {
 public:
     explicit Dimmer(QWidget& window) : QWidget(&window) {

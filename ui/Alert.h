@@ -1,5 +1,5 @@
-// The window's alert: it hangs from the window's top edge, and the window is dimmed behind it.
-// Main thread.
+// The window's alert: a sheet at the window's top edge, with the window dimmed behind it. Main
+// thread.
 #pragma once
 
 #include <QDialog>
@@ -14,18 +14,17 @@ namespace cabslot {
 class Alert final : public QDialog {
     Q_OBJECT
 public:
-    /// `detail` says what happened, `reason`, which may be empty, what is behind it in the
-    /// program's own words.
+    /// `detail` says what happened; `reason`, which may be empty, is the program's own explanation.
     Alert(QWidget& window, const QString& detail, const QString& button, const QString& reason);
 
     QString title() const;
     QString detail() const;
     QPushButton* button() const { return button_; }
 
-    /// Shows it as a sheet: modal for its window, not waited for.
+    /// Shows it as a sheet, modal for its window, and returns.
     void openAsSheet();
 
-    /// Shows it and waits until it is closed; the whole application takes nothing else meanwhile.
+    /// Shows it and waits until it is closed; meanwhile it blocks the whole application.
     void runModal();
 
 private:

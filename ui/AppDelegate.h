@@ -1,5 +1,5 @@
-// The application's shell: gives the main window its look when launching has finished, puts the
-// main view into it, and ends the process when it is closed. Main thread.
+// The application delegate: styles the main window after launching, adds the main view to it, and
+// ends the process when it is closed. Main thread.
 #pragma once
 
 #include "ui/MainWindow.h"
@@ -16,20 +16,20 @@ namespace cabslot {
 class AppDelegate final : public QObject {
     Q_OBJECT
 public:
-    /// Makes the main view's controller, and with it the device link; starts nothing.
+    /// Creates the main view's controller, and with it the device link; starts nothing.
     explicit AppDelegate(const Surroundings& surroundings);
 
-    /// Dresses `window`, which must have been set, and takes the main view in: the device thread
-    /// starts here.
+    /// Styles `window`, which must have been set, and adds the main view to it, which starts the
+    /// device thread.
     void applicationDidFinishLaunching();
 
-    void applicationWillTerminate(); ///< does nothing; the process's end closes the link
+    void applicationWillTerminate(); ///< does nothing; the link closes when the process ends
 
-    /// Ends the process with status 0 at once, without an orderly termination: the device
+    /// Ends the process with status 0 immediately, without an orderly termination: the device
     /// thread never stops by itself.
     void applicationShouldTerminateAfterLastWindowClosed();
 
-    QPointer<MainWindow> window; ///< the main window; somebody else's
+    QPointer<MainWindow> window; ///< the main window; not owned
     std::unique_ptr<RootViewController> rootVC;
 
 private:

@@ -1,10 +1,10 @@
-// cabslot: the window as a program.
+// The entry point of cabslot, the window.
 #pragma once
 
 namespace cabslot {
 
-/// Runs the window until it ends the process, which it also does, with status 1, without a display;
-/// returns the exit status otherwise: 2 for wrong usage.
+/// Runs the window until it ends the process, with status 1 if there is no display. Returns only
+/// after --help or --version (0) and after wrong usage (2).
 int runApplication(int argc, char** argv);
 
 } // namespace cabslot

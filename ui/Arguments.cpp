@@ -31,8 +31,8 @@ Examples:
 
 std::optional<int> readArguments(int argc, const char* const* argv, std::string& pedal) {
     CLI::App app(description, "cabslot");
-    app.set_version_flag("--version", "cabslot " CABSLOT_VERSION, "Show the version and end");
-    app.set_help_flag("-h,--help", "Show this help and end");
+    app.set_version_flag("--version", "cabslot " CABSLOT_VERSION, "Show the version and exit");
+    app.set_help_flag("-h,--help", "Show this help and exit");
     app.footer(std::string(pedalHelp) + footer);
     pedal = defaultPedal;
     app.add_option("--pedal", pedal, "The pedal to use: usb, sim or unix:PATH; usb if not given")
@@ -44,7 +44,7 @@ std::optional<int> readArguments(int argc, const char* const* argv, std::string&
     } catch (const CLI::Success& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& wrong) {
-        std::fprintf(stderr, "cabslot: %s (cabslot --help shows what is right)\n", wrong.what());
+        std::fprintf(stderr, "cabslot: %s (see cabslot --help)\n", wrong.what());
         return wrongUsage;
     }
     return std::nullopt;

@@ -1,4 +1,4 @@
-// cabslot's arguments, read before there is a display, so that --help needs none.
+// Parses cabslot's arguments before there is a display, so that --help needs none.
 #pragma once
 
 #include <optional>
@@ -6,9 +6,9 @@
 
 namespace cabslot {
 
-/// Reads the arguments and CABSLOT_PEDAL; `pedal` is then a choice that makeHIDManager() takes.
-/// Returns the status to end with at once, if that is what is to be done: 0 after --help or
-/// --version, 2 after wrong usage, which has been told on standard error.
+/// Parses the arguments and CABSLOT_PEDAL; `pedal` is then a choice that makeHIDManager() accepts.
+/// Returns an exit status if the program should end: 0 after --help or --version, 2 after wrong
+/// usage, which it has reported on standard error.
 std::optional<int> readArguments(int argc, const char* const* argv, std::string& pedal);
 
 } // namespace cabslot

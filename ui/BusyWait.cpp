@@ -17,10 +17,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto refreshInterval = 40ms; // an upload frame leaves every 20 ms
+constexpr auto refreshInterval = 40ms; // an upload frame is sent every 20 ms
 
-// What a person does, as it reaches a widget. A window hands these on to its widgets, where they
-// are stopped, so that one widget can be let through.
+// User input as it reaches a widget. It is stopped there, not at the window, so that a single
+// widget can be let through.
 bool isInput(QEvent::Type type) {
     switch (type) {
     case QEvent::MouseButtonPress:
@@ -88,7 +88,7 @@ void BusyWait::showProgress() {
 
 bool BusyWait::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Close) {
-        // It reaches the window's handle first and, when that lets it pass, the widget.
+        // The event reaches the window's handle first, then the widget if the handle accepts it.
         if (watched == &window_ || watched == window_.windowHandle())
             closeRequested_ = true;
         event->ignore();

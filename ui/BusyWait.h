@@ -1,5 +1,5 @@
-// How the window waits while a slot's upload is under way: it blocks whoever called, but goes on
-// painting. Input made meanwhile is thrown away; a wish to close is remembered.
+// How the window waits during a slot's upload: it blocks the caller but keeps painting. Input
+// meanwhile is discarded; a request to close the window is remembered.
 #pragma once
 
 #include "upload/SlotUpload.h"
@@ -18,34 +18,34 @@ namespace cabslot {
 class BusyWait final : public QObject, public UploadWait {
     Q_OBJECT
 public:
-    /// Passes so much time; the window must go on painting in it.
+    /// Waits this long; the window must keep painting meanwhile.
     using Pause = std::function<void(std::chrono::milliseconds)>;
 
-    /// How far the upload is.
+    /// The upload's progress.
     struct State {
-        unsigned frame;       ///< that is being sent, 1 to 7; 0 when all are sent
-        std::int64_t seconds; ///< that the pedal's confirmation has been waited for
+        unsigned frame;       ///< being sent, 1 to 7; 0 when all have been sent
+        std::int64_t seconds; ///< spent waiting for the pedal's confirmation
         bool closing;         ///< closeRequested()
     };
     using Progress = std::function<void(const State& state)>;
 
     enum class Counter { silent, aloud };
 
-    /// `window` is the one whose closing is remembered. With the counter aloud, each poll for the
-    /// confirmation prints its number on standard output.
+    /// Remembers requests to close `window`. With the counter aloud, each poll for the confirmation
+    /// prints its number on standard output.
     BusyWait(const QWidget& window, Pause pause, Progress progress, Counter counter);
     ~BusyWait() override;
 
     bool waitForUpload() override;
     bool waitForConfirmation(std::uint32_t poll) override;
 
-    /// A widget with this property still gets input, such as the window's own close button.
+    /// A widget with this property still gets input, for example the window's close button.
     static constexpr const char* worksWhileBusy = "worksWhileBusy";
 
-    /// Somebody wanted to close the window during the wait.
+    /// The user tried to close the window during the wait.
     bool closeRequested() const { return closeRequested_; }
 
-    /// Passes the time in an event loop.
+    /// Waits in an event loop.
     static void paintFor(std::chrono::milliseconds time);
 
 protected:

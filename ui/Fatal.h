@@ -1,5 +1,5 @@
-// Programming errors that stop the process: an outlet that is not connected, a window that is not
-// there.
+// Programming errors that abort the process: an outlet that is not connected, a window that does
+// not exist.
 #pragma once
 
 #include <QPointer>
@@ -19,7 +19,7 @@ inline constexpr const char* nilOutlet =
     std::abort();
 }
 
-/// The object behind a pointer that must not be null.
+/// Dereferences a pointer that must not be null.
 template<class T>
 T& unwrapped(T* pointer, const char* what = nilUnwrapped) {
     if (pointer == nullptr)
@@ -27,7 +27,7 @@ T& unwrapped(T* pointer, const char* what = nilUnwrapped) {
     return *pointer;
 }
 
-/// The widget behind a weak outlet that must be connected.
+/// Dereferences a weak outlet that must be connected.
 template<class T>
 T& outlet(const QPointer<T>& pointer) {
     return unwrapped(pointer.data(), nilOutlet);

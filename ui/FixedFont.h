@@ -1,4 +1,4 @@
-// The system's font of fixed pitch, of any size. Each system has its own source file for it.
+// The system's fixed-pitch font, in any size. Each system has its own source file for this.
 #pragma once
 
 #include <QFont>

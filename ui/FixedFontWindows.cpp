@@ -2,10 +2,10 @@
 
 namespace cabslot {
 
-// What Windows names as its fixed font is a typewriter's, too thin to be read beside the others.
+// Windows' own fixed font, a typewriter's, is too thin to read next to the other fonts.
 QFont fixedFont() {
     QFont font("Consolas");
-    font.setStyleHint(QFont::TypeWriter); // where it is missing
+    font.setStyleHint(QFont::TypeWriter); // if Consolas is missing
     return font;
 }
 

@@ -11,7 +11,7 @@ namespace cabslot {
 
 namespace {
 
-constexpr qreal grid = 16; // the glyphs are laid out on 16 by 16 units
+constexpr qreal grid = 16; // the glyphs are designed on 16 by 16 units
 constexpr qreal stroke = 1.6;
 
 QPainterPath cross() {

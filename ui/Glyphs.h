@@ -1,4 +1,4 @@
-// The few icons of the window, drawn in the text's colour: sharp at any scale, right on any
+// The window's few icons, drawn in the text colour: sharp at any scale and visible on any
 // desktop.
 #pragma once
 

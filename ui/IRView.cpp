@@ -16,7 +16,7 @@ namespace {
 
 constexpr int spacing = 12;
 
-constexpr int findingLines = 4; // further ones are scrolled to
+constexpr int findingLines = 4; // the rest can be scrolled to
 
 QLabel* makeLabel(const char* objectName, const char* role) {
     auto* label = new QLabel;
@@ -28,7 +28,7 @@ QLabel* makeLabel(const char* objectName, const char* role) {
     return label;
 }
 
-// With a height of its own, so that the plots do not move from file to file.
+// With a fixed height, so that the plots do not move from file to file.
 QScrollArea* scrolled(QLabel* label) {
     auto* area = new QScrollArea;
     area->setWidget(label);
@@ -84,7 +84,7 @@ IRView::IRView(QWidget* parent) : QWidget(parent) {
     layout->addWidget(card_, 1);
     findings_ = makeLabel("findings", "findings");
     layout->addWidget(scrolled(findings_));
-    // Without plots the words stay at the top.
+    // Without plots, the text stays at the top.
     QSizePolicy keepsItsPlace = card_->sizePolicy();
     keepsItsPlace.setRetainSizeWhenHidden(true);
     card_->setSizePolicy(keepsItsPlace);

@@ -1,5 +1,5 @@
-// An IR as it will sound: its name, waveform and frequency response, and what is odd about it. Or
-// why there is nothing to show.
+// Shows how an IR will sound: its name, waveform, frequency response and findings, or why there is
+// nothing to show.
 #pragma once
 
 #include "analysis/IRSummary.h"
@@ -20,7 +20,7 @@ public:
 
     void showIR(const IRSummary& summary);
 
-    /// `title` is shown in the name's place; `reason` is one or more sentences.
+    /// Shows `title` in place of the name; `reason` is one or more sentences.
     void showReason(const QString& title, const QString& reason);
 
 private:

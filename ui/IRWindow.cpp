@@ -14,7 +14,7 @@ namespace {
 constexpr int margin = 24;
 constexpr int spacing = 12;
 constexpr QSize firstSize = {680, 680};
-constexpr double screenShare = 0.9; // the window's frame needs the rest
+constexpr double screenShare = 0.9; // leaves space for the window's frame
 
 } // namespace
 

@@ -1,5 +1,5 @@
-// The larger view of an IR in a slot, which can be heard in it. A window of its own beside the main
-// one, which stays usable; Esc closes it, L or Space listens.
+// The larger view of a slot's IR, which can be played there. A separate window, which does not
+// block the main one; Esc closes it, L or Space starts and stops listening.
 #pragma once
 
 #include "analysis/IRSummary.h"
@@ -18,7 +18,7 @@ public:
     /// Deletes itself when it is closed.
     IRWindow(Listening& listening, QWidget* parent);
 
-    /// Shows `summary` under the slot's name, in place of what was shown before.
+    /// Shows `summary` under the slot's name and replaces what was shown before.
     void setSummary(const QString& slot, const IRSummary& summary);
 
 protected:

@@ -43,7 +43,7 @@ ListenBar::ListenBar(Listening& listening, QWidget* parent)
     words_->setProperty("role", "detail");
     words_->setTextFormat(Qt::PlainText);
     words_->setWordWrap(true);
-    words_->setMinimumHeight(words_->fontMetrics().lineSpacing()); // nothing moves when it speaks
+    words_->setMinimumHeight(words_->fontMetrics().lineSpacing()); // or text would move the rest
     phrase_->addItems({"Clean", "Driven", "My own…"});
 
     auto* layout = new QVBoxLayout(this);
@@ -100,7 +100,7 @@ void ListenBar::choosePhrase(int index) {
     listening_->setPhrase(choice);
 }
 
-// Cancelled, it stays with what was chosen before.
+// If cancelled, keeps the previous choice.
 void ListenBar::chooseOwnPhrase() {
     const QString file = QFileDialog::getOpenFileName(
         this, "A dry phrase of your own", listening_->ownPhrase(),

@@ -1,5 +1,5 @@
-// The switch that lets an IR be heard, with the choice of phrase and level. Where no sound can be
-// played the switch is off and a line says why.
+// The switch for listening to an IR, with the choice of phrase and level. If no sound can be
+// played, the switch is disabled and a line says why.
 #pragma once
 
 #include "ui/Listening.h"
@@ -18,14 +18,14 @@ namespace cabslot {
 class ListenBar final : public QWidget {
     Q_OBJECT
 public:
-    /// `listening` is used while it lives. When the bar goes or is hidden, it is heard no more.
+    /// `listening` may be destroyed before the bar. Hiding or destroying the bar stops its sound.
     explicit ListenBar(Listening& listening, QWidget* parent = nullptr);
     ~ListenBar() override;
 
-    /// What is heard when the switch is on; none: silence.
+    /// What plays while the switch is on; none: silence.
     void setIR(const std::optional<Samples>& ir);
 
-    void toggle(); ///< as a press of the switch; nothing while that is disabled
+    void toggle(); ///< like pressing the switch; does nothing while it is disabled
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -36,13 +36,13 @@ private:
     void chooseOwnPhrase();
     void refresh();
 
-    QPointer<Listening> listening_; ///< goes first when the program ends
+    QPointer<Listening> listening_; ///< destroyed first when the program ends
     std::optional<Samples> ir_;
     QPushButton* switch_;
     QComboBox* phrase_;
     QCheckBox* asItIs_;
     QLabel* words_;
-    QTimer lookAgain_; ///< while there is no sound device
+    QTimer lookAgain_; ///< runs while there is no sound device
 };
 
 } // namespace cabslot

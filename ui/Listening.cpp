@@ -67,7 +67,7 @@ void Listening::stop(const QObject* who) {
         stop();
 }
 
-// Where sound has failed, the switch goes off.
+// If sound has failed, turns the switch off.
 void Listening::react() {
     if (!listener_.status().why.empty())
         stop();

@@ -1,5 +1,5 @@
-// The window's one place of listening: at most one view is heard at a time, and what was chosen
-// (the phrase, the level) holds for all of them and for the next run. Main thread.
+// The window's listening state: at most one view plays at a time; the chosen phrase and level apply
+// to all views and to the next run. Main thread.
 #pragma once
 
 #include "audition/Listener.h"
@@ -11,39 +11,39 @@
 
 namespace cabslot {
 
-/// The sound module beside the running program; see loadSound().
+/// The sound module of the running program; see loadSound().
 SoundLibrary* installedSound(std::string& why);
 
 class Listening final : public QObject {
     Q_OBJECT
 public:
-    /// `bundle` is where the phrases are. Nothing is loaded before look() or start().
+    /// `bundle` contains the phrases. Nothing is loaded before look() or start().
     Listening(Listener::Load load, const std::string& bundle);
 
-    void look(); ///< finds out, in the background, whether there is a sound device
+    void look(); ///< looks for a sound device in the background
 
-    /// Lets `who` be heard with `ir`, and nobody else.
+    /// Plays `ir` for `who`, and for nobody else.
     void start(const QObject* who, const std::optional<Samples>& ir);
 
-    /// The IR of `who` is another one now, or none; not heard unless it was started.
+    /// Changes or removes the IR of `who`; it plays only if `who` was started.
     void setIR(const QObject* who, const std::optional<Samples>& ir);
 
-    void stop();                   ///< ends the sound, whoever is heard
-    void stop(const QObject* who); ///< the same, if that is `who`
+    void stop();                   ///< stops the sound, whoever started it
+    void stop(const QObject* who); ///< the same, if `who` started it
 
-    bool isOn(const QObject* who) const { return who_ == who; } ///< `who` is heard, or will be
+    bool isOn(const QObject* who) const { return who_ == who; } ///< `who` is playing or about to
     Listener::Status status() const { return listener_.status(); }
 
     enum class Choice { clean, driven, own };
     Choice phrase() const { return phrase_; }
-    QString ownPhrase() const { return ownPhrase_; } ///< a path; empty before one was chosen
+    QString ownPhrase() const { return ownPhrase_; } ///< a path; empty until one is chosen
     void setPhrase(Choice phrase, const QString& own = {});
 
     Level level() const { return level_; }
     void setLevel(Level level);
 
 signals:
-    void changed(); ///< any of the above
+    void changed(); ///< emitted when any of the above changes
 
 private:
     void react();
@@ -54,7 +54,7 @@ private:
     Choice phrase_ = Choice::clean;
     QString ownPhrase_;
     Level level_ = Level::matched;
-    Listener listener_; ///< the last: its thread reports to the rest
+    Listener listener_; ///< declared last: its thread uses the rest
 };
 
 } // namespace cabslot

@@ -19,7 +19,7 @@ QFont scaled(QFont font, qreal scale) {
     return font;
 }
 
-/// `amount` (0 to 1) of `top` over `bottom`.
+/// Mixes `amount` (0 to 1) of `top` into `bottom`.
 QColor mixed(const QColor& top, const QColor& bottom, qreal amount) {
     const auto channel = [amount](int above, int below) {
         return static_cast<int>(above * amount + below * (1 - amount));

@@ -1,4 +1,4 @@
-// How the window looks: one style sheet, its colours mixed from the desktop's palette.
+// The window's style: one style sheet with colours mixed from the desktop's palette.
 #pragma once
 
 #include <QColor>
@@ -10,18 +10,18 @@ class QWidget;
 
 namespace cabslot {
 
-/// Every colour of the window by its name, mixed from the desktop's palette.
+/// The window's colours by name, mixed from the desktop's palette.
 struct Colours {
     QColor window; ///< behind everything
     QColor base;   ///< behind the rows and in pictures
     QColor text;
-    QColor muted;    ///< text of less weight
-    QColor disabled; ///< text of what cannot be pressed
-    QColor problem;  ///< text that says what is wrong
+    QColor muted;    ///< less important text
+    QColor disabled; ///< text of disabled controls
+    QColor problem;  ///< error text
     QColor line;     ///< between rows, and a plot's grid
     QColor frame;    ///< around a plot
     QColor edge;     ///< around buttons and the card
-    QColor hover;    ///< under the pointer
+    QColor hover;    ///< control under the pointer
     QColor pressed;
     QColor button;
     QColor accent; ///< the desktop's highlight: signals, progress, focus
@@ -30,15 +30,15 @@ struct Colours {
 };
 Colours coloursOf(const QPalette& palette);
 
-/// The sheet for the whole window. Widgets are told apart by their property "role": heading, card,
-/// line, row, number, name, detail, secondary (a button of less weight), status, reason (in a
+/// The style sheet for the whole window. It selects widgets by their property "role": heading,
+/// card, line, row, number, name, detail, secondary (a less important button), status, reason (in a
 /// sheet).
 QString styleSheetFor(const QPalette& palette);
 
-/// Sets a property that the sheet looks at (target, busy, problem), and has it look again.
+/// Sets a property used by the style sheet (target, busy, problem) and restyles the widget.
 void setLook(QWidget& widget, const char* property, bool value);
 
-QFont nameFont();   ///< a fixed pitch: the names' columns are part of them
+QFont nameFont();   ///< fixed pitch: names are laid out in columns
 QFont detailFont(); ///< smaller than the desktop's
 
 } // namespace cabslot

@@ -1,7 +1,7 @@
-// Work for the main thread, in order, one block at a time.
+// Queues work for the main thread and runs it in order, one block at a time.
 //
-// Blocks wait while one runs, also when that one has an event loop of its own (an alert), and while
-// the queue is held (a slot's upload).
+// Blocks wait while another one runs, even if that one runs an event loop (an alert), and while the
+// queue is held (a slot's upload).
 #pragma once
 
 #include <QObject>
@@ -15,10 +15,10 @@ namespace cabslot {
 class MainQueue final : public QObject {
     Q_OBJECT
 public:
-    /// Any thread. The block runs later on the thread that made the queue, unless it goes first.
+    /// Any thread. The block runs later on the queue's thread, if the queue still exists by then.
     void post(std::function<void()> block);
 
-    /// Main thread. Calls nest: each hold() wants its release().
+    /// Main thread. Calls nest: each hold() needs its release().
     void hold() { ++holds_; }
     void release();
 

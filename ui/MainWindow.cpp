@@ -18,7 +18,7 @@ MainWindow::MainWindow() : ui_(std::make_unique<Ui::Main>()) {
     ui_->setupUi(this);
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_StyledBackground);
-    setFocusPolicy(Qt::ClickFocus); // nothing is marked until somebody uses the keyboard
+    setFocusPolicy(Qt::ClickFocus); // nothing is marked until the user presses a key
     setFocus();
     ui_->titleBar->setAttribute(Qt::WA_StyledBackground);
     ui_->minimiseButton->setIcon(glyphIcon(Glyph::minimise));
@@ -28,7 +28,7 @@ MainWindow::MainWindow() : ui_(std::make_unique<Ui::Main>()) {
     connect(ui_->minimiseButton, &QToolButton::clicked, this, &QWidget::showMinimized);
     connect(ui_->zoomButton, &QToolButton::clicked, this, &QWidget::showMaximized);
     connect(new QShortcut(QKeySequence::Quit, this), &QShortcut::activated, this, &QWidget::close);
-    dress();
+    applyStyle();
 }
 
 MainWindow::~MainWindow() = default;
@@ -42,7 +42,7 @@ void MainWindow::setTitleBarTransparent(bool transparent) {
     setLook(*ui_->titleBar, "transparent", transparent);
 }
 
-// The strip keeps its height and its buttons their places without the text.
+// Without the text, the strip keeps its height and its buttons stay in place.
 void MainWindow::setTitleVisible(bool visible) {
     ui_->titleText->setText(visible ? windowTitle() : QString());
 }
@@ -89,12 +89,12 @@ QAbstractButton* MainWindow::zoomButton() const {
 void MainWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
-        dress();
+        applyStyle();
 }
 
-// Setting the sheet changes the palette in its turn, at once and again when the widgets are shown.
-// The same sheet is not set twice: every widget would be dressed anew.
-void MainWindow::dress() {
+// Setting the style sheet changes the palette in turn, at once and again when the widgets are
+// shown. So the same sheet is not set twice: that would restyle every widget.
+void MainWindow::applyStyle() {
     const QString sheet = styleSheetFor(QGuiApplication::palette());
     if (sheet != styleSheet())
         setStyleSheet(sheet);
@@ -103,7 +103,7 @@ void MainWindow::dress() {
 void MainWindow::mousePressEvent(QMouseEvent* event) {
     if (!movable_ || event->button() != Qt::LeftButton)
         return;
-    // Without a window manager nobody moves the window for us.
+    // Without a window manager, the window moves itself.
     if (windowHandle() == nullptr || !windowHandle()->startSystemMove())
         grabbedAt_ = event->globalPosition().toPoint() - pos();
 }

@@ -1,4 +1,4 @@
-// The main window: a strip with the window's buttons, and the content below or under it.
+// The main window: a title strip with the window's buttons, and the content below or under it.
 #pragma once
 
 #include <QPoint>
@@ -21,17 +21,17 @@ public:
     MainWindow();
     ~MainWindow() override;
 
-    void center(); ///< in the middle of its screen
+    void center(); ///< centres it on its screen
     void setTitleBarTransparent(bool transparent);
     void setTitleVisible(bool visible);
-    void setMovableByBackground(bool movable); ///< by any place that is no control
-    void setFullSizeContent();                 ///< the content reaches under the strip
+    void setMovableByBackground(bool movable); ///< anywhere but on a control
+    void setFullSizeContent();                 ///< extends the content under the strip
 
     QWidget* contentView() const;
 
-    /// Takes `view` in, at the content's upper left corner and in its own frame: as large as its
-    /// form asks for with this desktop's font. The window gets that size when it is shown, around
-    /// the centre that it has, and keeps it.
+    /// Adds `view` at the content's upper left corner, as large as its form needs with this
+    /// desktop's font. The window gets that fixed size when it is shown, around its current
+    /// centre.
     void addToContent(QWidget* view);
 
     QAbstractButton* closeButton() const;
@@ -45,11 +45,11 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    void dress();
+    void applyStyle();
 
     std::unique_ptr<Ui::Main> ui_;
     bool movable_ = false;
-    std::optional<QPoint> grabbedAt_; ///< in the window, while it is moved by hand
+    std::optional<QPoint> grabbedAt_; ///< position in the window while the user drags it
 };
 
 } // namespace cabslot

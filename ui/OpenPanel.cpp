@@ -32,8 +32,8 @@ const QString onlyWav = QStringLiteral("WAV files (*.[Ww][Aa][Vv])");
 const QString onlyWavIsTaken = QStringLiteral("Only WAV files (.wav) can be loaded.");
 
 constexpr QSize firstSize = {1020, 680};
-constexpr double screenShare = 0.9;             // the window's frame needs the rest
-const QList<int> firstShares = {150, 330, 500}; // places, files, the preview
+constexpr double screenShare = 0.9;             // leaves space for the window's frame
+const QList<int> firstShares = {150, 330, 500}; // widths of places, files and preview
 
 QString firstFolder() {
     const QString last = QSettings().value(lastFolderKey).toString();
@@ -48,7 +48,7 @@ public:
           listen_(new ListenBar(listening)) {
         setAttribute(Qt::WA_DeleteOnClose);
         setWindowModality(Qt::NonModal);
-        setOption(DontUseNativeDialog); // it can neither show an IR nor play it
+        setOption(DontUseNativeDialog); // the native one can neither show an IR nor play it
         setFileMode(ExistingFile);
         setNameFilter(onlyWav);
         setOption(HideNameFilterDetails);
@@ -68,8 +68,8 @@ public:
 
     bool prepares() const { return prepare_->isChecked(); }
 
-    /// Also a name that is typed must be a WAV file's. Folders are entered, and what is not there
-    /// is told, by the panel itself.
+    /// A typed name must also be a WAV file's. The panel itself opens folders and reports a missing
+    /// file.
     void accept() override {
         const QStringList files = selectedFiles();
         if (!files.isEmpty() && QFileInfo(files.first()).isFile() && !isWavName(files.first()))
@@ -98,13 +98,13 @@ private:
                key == Qt::Key_PageDown;
     }
 
-    /// From the name an arrow leads to the first file, or on from the selected one.
+    /// In the name field, an arrow key selects the first file, or the one next to the selected one.
     bool goIntoList(QEvent& event) {
         for (QAbstractItemView* list : lists_) {
             if (!list->isVisible())
                 continue;
             const bool selected = list->selectionModel()->hasSelection();
-            list->setFocus(); // before anything is selected: the name would not follow
+            list->setFocus(); // before anything is selected, or the name would not follow
             if (selected)
                 QCoreApplication::sendEvent(list, &event);
             else
@@ -135,7 +135,7 @@ private:
     }
 
     void takeKeys() {
-        // Names are long, and of a file the preview tells more than its size and date.
+        // Names are long, and the preview says more about a file than its size and date.
         auto* tree = findChild<QTreeView*>("treeView");
         for (int column = 1; column < tree->header()->count(); ++column)
             tree->hideColumn(column);
@@ -164,7 +164,7 @@ private:
         const Preview preview = previewOf(path, prepares());
         if (!preview.summary)
             return refuse(path, preview.whyNot);
-        listen_->setIR(preview.summary->samples); // first: its thread has more to do
+        listen_->setIR(preview.summary->samples); // first, because its thread has more to do
         ir_->showIR(*preview.summary);
     }
 
@@ -184,8 +184,8 @@ private:
     IRView* ir_;
     QCheckBox* prepare_;
     ListenBar* listen_;
-    QString shown_;                   ///< the path of what is shown
-    QList<QAbstractItemView*> lists_; ///< of which one is visible
+    QString shown_;                   ///< the path of the file shown
+    QList<QAbstractItemView*> lists_; ///< one of them is visible
     QLineEdit* name_ = nullptr;
 };
 
@@ -199,7 +199,7 @@ void showOpenPanel(QWidget* window, const QString& title, Listening& listening,
             const QString path = panel->chosenPath(answer);
             if (!path.isEmpty())
                 QSettings().setValue(lastFolderKey, QFileInfo(path).absolutePath());
-            // Later, when the panel and its pop-ups are gone from the screen.
+            // Deferred until the panel and its pop-ups have left the screen.
             QMetaObject::invokeMethod(
                 window, [=, prepares = panel->prepares()] { closed(answer, path, prepares); },
                 Qt::QueuedConnection);

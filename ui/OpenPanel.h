@@ -1,4 +1,4 @@
-// The panel that offers WAV files, and shows and plays the one that is pointed at.
+// The panel for choosing a WAV file, which shows and plays the selected one.
 #pragma once
 
 #include <QString>
@@ -11,16 +11,15 @@ namespace cabslot {
 
 class Listening;
 
-/// The answer that means a file was chosen.
+/// The answer when a file was chosen.
 inline constexpr int panelOK = 1;
 
 using PanelClosed = std::function<void(int answer, const QString& path, bool prepares)>;
 
-/// Shows the panel beside `window`, which stays usable, and returns. `closed` runs once, on the
-/// main thread, with the answer, the path (empty unless a file was chosen) and whether the file is
-/// to be prepared. It opens in the
-/// folder that a file was last chosen from, in this run or an earlier one. Listening in it ends
-/// when it is closed, before `closed` runs.
+/// Shows the panel beside `window`, without blocking it, and returns. `closed` runs once, on the
+/// main thread, with the answer, the path (empty unless a file was chosen) and whether to prepare
+/// the file. The panel opens in the folder of the last chosen file, from this run or an earlier
+/// one. Closing it ends listening before `closed` runs.
 void showOpenPanel(QWidget* window, const QString& title, Listening& listening, PanelClosed closed);
 
 } // namespace cabslot

@@ -12,7 +12,7 @@ namespace cabslot {
 
 namespace {
 
-constexpr double labelScale = 0.85; // of the window's text
+constexpr double labelScale = 0.85; // of the window's text size
 
 QColor colourOf(Ink ink, const Colours& colours) {
     switch (ink) {
@@ -37,8 +37,8 @@ void draw(QPainter& painter, const Line& line, const QColor& colour) {
     painter.drawLine(QPointF(line.from.x, line.from.y), QPointF(line.to.x, line.to.y));
 }
 
-// The outline is drawn line by line: the outline of a curve that fills its area, as that of noise
-// does, crosses itself so often that one stroke of it would take ten times as long as all else.
+// The outline is drawn line by line: where a curve fills its area, as with noise, its outline
+// crosses itself so often that a single stroke would take ten times as long as everything else.
 void draw(QPainter& painter, const Area& area, const QColor& colour) {
     QPolygonF polygon;
     polygon.reserve(static_cast<qsizetype>(area.corners.size()));

@@ -1,4 +1,4 @@
-// Pictures in the window, in the colours of its palette.
+// Draws pictures in the window, in the colours of its palette.
 #pragma once
 
 #include "analysis/Plots.h"
@@ -13,14 +13,14 @@ namespace cabslot {
 
 void paintPicture(QPainter& painter, const Picture& picture, const QPalette& palette);
 
-/// Shows a plot as large as it is itself.
+/// Shows a plot that fills the widget.
 class PlotView final : public QWidget {
 public:
     using Plot = std::function<Picture(const PlotSize&)>;
 
     explicit PlotView(QWidget* parent = nullptr);
 
-    /// `described` is what somebody is told who does not see it.
+    /// `described` is read aloud by screen readers.
     void setPlot(Plot plot, const QString& described);
 
     QSize minimumSizeHint() const override;

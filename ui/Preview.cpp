@@ -11,7 +11,7 @@ namespace cabslot {
 
 namespace {
 
-// As the pedal shows it: a 0 byte shows nothing.
+// The name as the pedal shows it: 0 bytes are left out.
 std::string shownName(const QNIRFile& file) {
     std::string name;
     std::ranges::copy_if(file.nameField(), std::back_inserter(name),

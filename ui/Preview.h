@@ -1,4 +1,4 @@
-// What a file that is pointed at would put into the pedal.
+// Previews what the selected file would put into the pedal.
 #pragma once
 
 #include "analysis/IRSummary.h"
@@ -10,15 +10,15 @@
 namespace cabslot {
 
 struct Preview {
-    std::optional<IRSummary> summary; ///< of the block that would be sent; none if it is refused
-    QString whyNot;                   ///< then: a sentence
+    std::optional<IRSummary> summary; ///< of the block that would be sent; none if refused
+    QString whyNot;                   ///< why the file is refused: a sentence
 };
 
-/// Looks at the start of the file (some megabytes at most) and touches nothing that is sent. When
-/// it `prepares`, the block is the one that preparing the file gives.
+/// Reads the start of the file (some megabytes at most) and changes nothing that is sent. If it
+/// `prepares`, the block is that of the prepared file.
 Preview previewOf(const QString& path, bool prepares);
 
-/// Only WAV files can be opened, whatever case the extension has.
+/// Whether the name ends with .wav, in any case: only such files can be opened.
 bool isWavName(const QString& path);
 
 } // namespace cabslot

@@ -1,4 +1,4 @@
-// Construction, loading, and the reaction to the device link's events.
+// Construction, loading, and handling of the device link's events.
 #include "ui/RootViewController.h"
 
 #include "base/VisibleText.h"
@@ -22,7 +22,7 @@ namespace cabslot {
 namespace {
 
 QString defaultName(std::size_t slot) {
-    // The one exception to defaultSlotName(): users know the window's third name without a blank.
+    // The only exception to defaultSlotName(): the window shows the third name without a blank.
     return QString::fromStdString(slot == 3 ? "User3" : defaultSlotName(slot));
 }
 
@@ -64,24 +64,24 @@ void RootViewController::loadView() {
     rows_ = {ui_->row1, ui_->row2, ui_->row3, ui_->row4};
     for (std::size_t i = 0; i < slotCount; ++i)
         *labels()[i] = rows_[i]->nameLabel();
-    viewDidLoad(); // before the rows are set up, which takes as long as the pedal's answer
+    viewDidLoad(); // first, because the rows take as long as the pedal's answer
     for (SlotRow* row : rows_)
         setUpRow(*row);
-    // Space for a reason of two lines, so that the window keeps its size.
+    // Reserves space for a reason of two lines, so that the window keeps its size.
     ui_->status->setMinimumHeight(2 * ui_->status->fontMetrics().lineSpacing());
     updateControls();
     catchUp();
 }
 
-// The device thread runs before anyone observes it. On a busy machine the first events, and without
-// a pedal they are the only ones, can be over by then.
+// The device thread starts before it has an observer. On a busy machine the first events, which
+// without a pedal are the only ones, may be over by then.
 void RootViewController::catchUp() {
     if (hidClass.KVOValue() == deviceLost || IRNameArr.count() == slotCount)
         observeValue();
 }
 
-// Every way to start an upload asks isReady() first: buttons are disabled when it says no, keys and
-// drops are looked at here.
+// Every way to start an upload checks isReady() first: it disables the buttons, and keys and drops
+// are checked here.
 void RootViewController::setUpRow(SlotRow& row) {
     row.picture()->setListening(listening_);
     connect(row.addButton(), &QPushButton::clicked, this, [this, &row] { add(row.addButton()); });
@@ -123,7 +123,7 @@ void RootViewController::observeValue() {
     mainQueue_.post([this] { react(); });
 }
 
-// Looks at the value as it is now: several events may have come since this one was queued.
+// Uses the current value: several events may have happened since this one was queued.
 void RootViewController::react() {
     if (hidClass.KVOValue() == deviceLost)
         tellDisconnect();
@@ -141,8 +141,8 @@ void RootViewController::showSlotNames() {
     updateControls();
 }
 
-// The protocol cannot ask what a slot holds. A slot that still has the name it was given from here
-// most likely holds the IR that it was given with it.
+// The protocol cannot query a slot's content. A slot that still has the name it was loaded with
+// most likely still holds the same IR.
 void RootViewController::showRemembered(std::int64_t index) {
     if (!memory_)
         return;
@@ -201,7 +201,7 @@ void RootViewController::showReady() {
     showStatus(ready);
 }
 
-// Says on standard error and in the status line what is wrong; an alert that follows has it too.
+// Reports the problem on standard error and in the status line; a following alert shows it too.
 void RootViewController::refuse(const QString& why) {
     QString text = QString::fromStdString(visibleText(why.toStdString()));
     std::fprintf(stderr, "cabslot: %s\n", text.toUtf8().constData());

@@ -1,5 +1,5 @@
-// The main view: four slots with a name, an add and a delete button each; the owner of the
-// program's one device link and the observer of its events.
+// The main view: four slots with a name, an add and a delete button each. It owns the program's
+// only device link and observes its events.
 //
 // Everything runs on the main thread, except observeValue().
 #pragma once
@@ -34,47 +34,47 @@ namespace cabslot {
 class Alert;
 class SlotRow;
 
-/// What the main view needs from around it.
+/// What the main view needs from outside.
 struct Surroundings {
-    HIDManager& manager; ///< outlives the view
-    std::string bundle;  ///< the bundle's path, for the blank IR
-    std::string pedal{}; ///< as --pedal takes it: whose slots are remembered; empty: none are
+    HIDManager& manager; ///< must outlive the view
+    std::string bundle;  ///< the bundle's path, for the blank IR and the phrases
+    std::string pedal{}; ///< the --pedal choice whose slots are remembered; empty: none
     std::function<void(int status)> endProcess; ///< ends the process at once
-    BusyWait::Pause pause = BusyWait::paintFor; ///< passes a second between two polls
-    Listener::Load sound = installedSound;      ///< what IRs are listened to with
+    BusyWait::Pause pause = BusyWait::paintFor; ///< waits between two polls
+    Listener::Load sound = installedSound;      ///< loads the sound module
 };
 
 class RootViewController final : public QObject {
     Q_OBJECT
 public:
-    /// Makes the device link, which makes it the process's `object`; does not start it.
+    /// Creates the device link, which becomes the process's `object`; does not start it.
     explicit RootViewController(Surroundings surroundings);
     ~RootViewController() override;
 
-    /// The view; the first call loads it and starts the device link. Whoever takes it in owns it.
+    /// The view; the first call loads it and starts the device link. The caller takes ownership.
     QWidget* view();
 
-    /// Shows the open panel for the slot whose add button `sender` is, by its tag 1 to 4.
+    /// Shows the open panel for the slot of the add button `sender`, which has the tags 1 to 4.
     void add(QObject* sender);
-    /// Clears the slot whose delete button `sender` is, by its tag 5 to 8.
+    /// Clears the slot of the delete button `sender`, which has the tags 5 to 8.
     void del(QObject* sender);
 
     void addIR(std::int64_t index); ///< shows the open panel for slot 1 to 4
     void delIR(std::int64_t index); ///< clears slot 1 to 4, at once
 
-    /// Loads a file into slot `index`; does not return before the pedal has confirmed it, or 600
-    /// polls are over, or the file was refused. True when the pedal has confirmed. When it
-    /// `prepares`, the block is the one that preparing the file gives.
+    /// Loads a file into slot `index`; returns when the pedal has confirmed it (true), or when 600
+    /// polls are over or the file was refused (false). If it `prepares`, the block is that of the
+    /// prepared file.
     bool importFile(std::int64_t index, const QString& path, bool prepares = false);
 
-    /// Loads WAV files that were dropped on slot `index` into it and the next ones, one after
-    /// another. Unless all can be loaded, none is, and the reasons are shown.
+    /// Loads dropped WAV files one after another, into slot `index` and the next ones. Unless all
+    /// can be loaded, loads none and shows the reasons.
     void importDropped(std::int64_t index, const QList<QUrl>& files);
 
-    /// The error sheet over the main window, with `hitString` as its detail text. Returns at once.
+    /// Shows the error sheet over the main window, with `hitString` as its detail, and returns.
     void alterIRError(const QString& hitString);
 
-    /// For each assignment of KVOValue, on any thread: queues one reaction.
+    /// Called on every assignment of KVOValue, on any thread: queues one reaction.
     void observeValue();
 
     QPointer<QLabel> User1Label; ///< shows the name of User 1
@@ -105,11 +105,11 @@ private:
     void remember(std::int64_t index, const UploadResult& result, const QString& path);
     void showRemembered(std::int64_t index);
     void showProgress(std::int64_t index, const BusyWait::State& state);
-    void tellEnd(const UploadResult& result, const QString& done);
+    void showResult(const UploadResult& result, const QString& done);
     void refuse(const QString& why);
     void showStatus(const QString& text, bool problem = false);
     void showReady();
-    SlotRow* rowOf(std::int64_t index); ///< null for any but 1 to 4
+    SlotRow* rowOf(std::int64_t index); ///< null unless 1 to 4
 
     Surroundings surroundings_;
     std::unique_ptr<Ui::RootViewController> ui_;
@@ -119,13 +119,13 @@ private:
     std::optional<SlotMemory> memory_;
     std::array<SlotRow*, slotCount> rows_{};
     bool uploading_ = false;
-    QPointer<Alert> sheet_;     ///< while one is open
+    QPointer<Alert> sheet_;     ///< the open sheet, if any
     bool disconnected_ = false; ///< the disconnect alert is open
     QString series_;            ///< "2 of 3: " while several files are loaded
-    QString problem_;           ///< the last reason shown, for the sheet that follows
+    QString problem_;           ///< the last reason shown, for a sheet that follows
 
 public:
-    /// The device link. It is declared last and so destroyed first, since its thread uses the queue
+    /// The device link. Declared last and so destroyed first, because its thread uses the queue
     /// above.
     HIDClass hidClass;
 };

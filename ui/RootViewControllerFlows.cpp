@@ -1,4 +1,4 @@
-// The import and the delete flow.
+// The import and delete flows.
 #include "ui/RootViewController.h"
 
 #include "base/Pedal.h"
@@ -29,7 +29,7 @@ constexpr int firstDeleteTag = static_cast<int>(slotCount) + 1;
 
 const QString fileError = "File Error!! Please check the file or file name for errors.";
 
-// One line on standard output, at once also when that is a pipe.
+// Prints one line on standard output and flushes it, for pipes.
 void print(const QString& line) {
     std::printf("%s\n", line.toUtf8().constData());
     std::fflush(stdout);
@@ -41,11 +41,11 @@ QString slotName(std::int64_t index) {
 
 std::uint32_t importNumber(std::int64_t index) {
     if (index < 0 || index > std::numeric_limits<std::uint32_t>::max())
-        fatalError("a slot number that is no unsigned 32-bit number");
+        fatalError("a slot number that does not fit into 32 bits");
     return static_cast<std::uint32_t>(index);
 }
 
-// The slot 1 to 4 that the tag of the button stands for, when tags count from `firstTag`.
+// Converts the button's tag to a slot, 1 to 4; tags count from `firstTag`.
 std::optional<std::int64_t> slotOf(QObject* sender, int firstTag) {
     const int slot =
         unwrapped(qobject_cast<QAbstractButton*>(sender)).property("tag").toInt() - firstTag + 1;
@@ -56,12 +56,12 @@ std::optional<std::int64_t> slotOf(QObject* sender, int firstTag) {
 
 IRSource sourceOf(const QString& path, bool prepares) {
     IRSource source{.path = path.toStdString()};
-    if (prepares) // of a file that is refused no bytes come, and the upload says why
+    if (prepares) // a refused file gives no bytes, and the upload says why
         source.bytes = prepareFile(source.path, {}).wav;
     return source;
 }
 
-/// Why the file cannot be loaded; empty when it can. Touches nothing that is sent.
+/// Why the file cannot be loaded; empty if it can. Changes nothing that is sent.
 QString whyNotDropped(const QUrl& url) {
     if (!url.isLocalFile())
         return url.toString() + ": it is not a file on this computer.";
@@ -75,7 +75,7 @@ QString whyNotDropped(const QUrl& url) {
     return file.fileName() + ": " + QString::fromStdString(ir.whyRefused()) + ".";
 }
 
-/// Why not all files can be loaded, from slot `index` on; empty when they can.
+/// Why not all files can be loaded, from slot `index` on; empty if they can.
 QString whyNotDropped(std::int64_t index, const QList<QUrl>& files) {
     const qsizetype free = static_cast<qsizetype>(slotCount) - index + 1;
     if (files.size() > free)
@@ -114,7 +114,7 @@ void RootViewController::panelClosed(std::int64_t index, int answer, const QStri
                                      bool prepares) {
     if (answer != panelOK)
         return print("取消"); // cancelled
-    if (isReady()) // an alert may have come up, or another upload begun, since it was opened
+    if (isReady())            // an alert or another upload may have started since it was opened
         importFile(index, path, prepares);
 }
 
@@ -131,7 +131,7 @@ bool RootViewController::importFile(std::int64_t index, const QString& path, boo
     remember(index, result, path);
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
     labelOf(index).setText(name);
-    tellEnd(result, "“" + name.trimmed() + "” is in " + slotName(index) + ".");
+    showResult(result, "“" + name.trimmed() + "” is in " + slotName(index) + ".");
     print("选中了文件 Optional(\"" + path + "\")"); // the chosen file
     return result.end == UploadEnd::confirmed;
 }
@@ -147,7 +147,7 @@ void RootViewController::importDropped(std::int64_t index, const QList<QUrl>& fi
         const bool confirmed = importFile(index + i, files[i].toLocalFile());
         series_.clear();
         if (!confirmed || !view_->window()->isVisible())
-            return; // the pedal is gone, or the window is to be closed
+            return; // the pedal is gone, or the window is about to close
     }
 }
 
@@ -156,7 +156,7 @@ void RootViewController::delIR(std::int64_t index) {
         index, BusyWait::Counter::silent, [&](const UploadOptions& options, UploadWait& waiting) {
             return clearSlot(importNumber(index), surroundings_.bundle, options, waiting);
         });
-    // A clear whose blank samples cannot be used ends without a word: the slot keeps what it has.
+    // If the blank samples cannot be used, a clear ends silently: the slot keeps its content.
     if (result.end == UploadEnd::samplesRefused)
         return;
     if (result.end == UploadEnd::fileRefused) {
@@ -167,7 +167,7 @@ void RootViewController::delIR(std::int64_t index) {
     remember(index, result, {});
     // The view's own default name, not the pedal's: "User3" has no blank.
     labelOf(index).setText(IRName.at(index - 1));
-    tellEnd(result, slotName(index) + " is cleared.");
+    showResult(result, slotName(index) + " is cleared.");
 }
 
 void RootViewController::alterIRError(const QString& hitString) {
@@ -182,11 +182,11 @@ void RootViewController::alterIRError(const QString& hitString) {
     sheet_->openAsSheet();
 }
 
-// What an upload has around it: nothing else happens meanwhile, and what was wanted meanwhile is
-// seen to afterwards.
+// What surrounds every upload: it blocks all other actions, and handles afterwards what was
+// requested meanwhile.
 UploadResult RootViewController::uploadSlot(std::int64_t index, BusyWait::Counter counter,
                                             const Upload& upload) {
-    listening_.stop(); // before the first report leaves
+    listening_.stop(); // before the first report is sent
     QWidget* const window = view_->window();
     const QPointer<QWidget> focus = window->focusWidget();
     BusyWait waiting(
@@ -220,8 +220,8 @@ void RootViewController::setUploading(std::int64_t index, bool uploading) {
     }
 }
 
-// After a clear it is the blank IR's flat line: that is what the pedal was given, and it is known
-// to be silent. Empty means not known.
+// After a clear, this is the flat line of the blank IR, which was sent and is known to be silent.
+// An empty picture means that the content is unknown.
 void RootViewController::showPicture(std::int64_t index, const QNIRFile& file) {
     const std::string name = IRNameArr.at(static_cast<std::size_t>(index - 1));
     unwrapped(rowOf(index))
@@ -236,7 +236,7 @@ void RootViewController::showProgress(std::int64_t index, const BusyWait::State&
         ui_->progress->showFrame(state.frame);
     else
         ui_->progress->showWaiting();
-    // A pedal that is gone is only told here: the upload runs to its end, then comes the alert.
+    // A lost pedal is only mentioned here: the upload runs to its end, then the alert appears.
     const bool gone = isDeviceConnent == 0;
     QString text = series_;
     if (gone)
@@ -257,8 +257,8 @@ void RootViewController::showProgress(std::int64_t index, const BusyWait::State&
     showStatus(text, gone);
 }
 
-// An upload that was not confirmed in time is no alert here: the pedal may well have stored it.
-void RootViewController::tellEnd(const UploadResult& result, const QString& done) {
+// No alert for an upload that was not confirmed in time: the pedal may well have stored it.
+void RootViewController::showResult(const UploadResult& result, const QString& done) {
     if (result.end == UploadEnd::confirmed)
         showStatus(series_ + done);
     else

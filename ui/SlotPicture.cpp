@@ -13,7 +13,7 @@ namespace cabslot {
 namespace {
 
 constexpr QSize pictureSize = {112, 34};
-constexpr int margin = 6; // around the waveform
+constexpr int margin = 6; // pixels around the waveform
 constexpr double corner = 7;
 constexpr double focusWidth = 2;
 
@@ -21,7 +21,7 @@ constexpr double focusWidth = 2;
 
 SlotPicture::SlotPicture(QWidget* parent) : QAbstractButton(parent) {
     setFixedSize(pictureSize);
-    setFocusPolicy(Qt::TabFocus); // the focus is marked for those who use keys
+    setFocusPolicy(Qt::TabFocus); // shows the focus only to keyboard users
     setAttribute(Qt::WA_Hover);
     connect(this, &QAbstractButton::clicked, this, &SlotPicture::openView);
     clear();

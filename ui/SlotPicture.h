@@ -1,5 +1,5 @@
-// A slot's small waveform in its row: of what was last loaded into it from this computer. Where
-// that is not known it says so and is no button: what the pedal holds cannot be asked for. A click
+// A slot's small waveform in its row: that of the IR last loaded from this computer. If that is
+// unknown it says so and is disabled, because the pedal cannot be asked for its content. A click
 // opens the larger view.
 #pragma once
 
@@ -20,16 +20,16 @@ class SlotPicture final : public QAbstractButton {
 public:
     explicit SlotPicture(QWidget* parent = nullptr);
 
-    /// What the slot is called in the larger view and to a screen reader.
+    /// The slot's name for the larger view and for screen readers.
     void setSlotName(const QString& name);
 
-    /// Before the first summary.
+    /// Call it before the first summary.
     void setListening(Listening& listening) { listening_ = &listening; }
 
-    /// From now on `summary` is shown, also in the larger view if that is open.
+    /// Shows `summary`, also in the larger view if that is open.
     void setSummary(IRSummary summary);
 
-    /// From now on nothing is known of the slot.
+    /// Marks the slot's content as unknown.
     void clear();
 
     QSize sizeHint() const override;
@@ -43,7 +43,7 @@ private:
     QString slotName_;
     QPointer<Listening> listening_;
     std::optional<IRSummary> summary_;
-    QPointer<IRWindow> view_; ///< while it is open; it belongs to the window
+    QPointer<IRWindow> view_; ///< the open view, if any; owned by the window
 };
 
 } // namespace cabslot

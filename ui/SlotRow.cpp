@@ -17,7 +17,7 @@ namespace cabslot {
 
 namespace {
 
-constexpr int nameColumns = 18; // sixteen characters and some air
+constexpr int nameColumns = 18; // sixteen characters and some space
 
 QLabel* makeLabel(const char* role, QWidget* parent) {
     auto* label = new QLabel(parent);
@@ -44,7 +44,7 @@ SlotRow::SlotRow(QWidget* parent)
     detail_->hide();
     add_->setIcon(glyphIcon(Glyph::load));
     for (QPushButton* button : {add_, delete_})
-        button->setFocusPolicy(Qt::TabFocus); // the focus is marked for those who use keys
+        button->setFocusPolicy(Qt::TabFocus); // shows the focus only to keyboard users
     layOut();
 }
 
@@ -111,7 +111,7 @@ void SlotRow::dragLeaveEvent(QDragLeaveEvent* /*event*/) {
 void SlotRow::dropEvent(QDropEvent* event) {
     setLook(*this, "target", false);
     event->acceptProposedAction();
-    // Later, not now: the program that the files came from waits for this call to end.
+    // Deferred, because the program that the files came from waits for this call to return.
     QMetaObject::invokeMethod(
         this, [this, files = event->mimeData()->urls()] { emit filesDropped(files); },
         Qt::QueuedConnection);

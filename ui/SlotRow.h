@@ -1,5 +1,5 @@
-// One slot's row in the window: its number, name, picture and two buttons. Files can be dropped on
-// it. Main thread.
+// One slot's row in the window: its number, name, picture and two buttons. It accepts dropped
+// files. Main thread.
 #pragma once
 
 #include <QFrame>
@@ -18,7 +18,7 @@ class SlotRow final : public QFrame {
 public:
     explicit SlotRow(QWidget* parent = nullptr);
 
-    /// 1 to 4; 0 until it is set, once. Gives the parts their names, tags and keys.
+    /// 1 to 4; 0 until it is set, once. Setting it names the widgets and sets their tags and keys.
     int slot() const { return slot_; }
     void setSlot(int slot);
 
@@ -27,17 +27,17 @@ public:
     QPushButton* addButton() const { return add_; }       ///< its tag is the slot's number
     QPushButton* deleteButton() const { return delete_; } ///< its tag is the slot's number + 4
 
-    /// The line below the name: where its picture comes from. Empty: nothing is known.
+    /// The line below the name: where the picture comes from. Empty: unknown.
     void setDetail(const QString& text);
 
-    /// Whether the two buttons and drops are taken.
+    /// Enables or disables the two buttons and dropping.
     void setReady(bool ready);
 
-    /// Marks the row as the one that is being loaded.
+    /// Marks the row as the one being loaded.
     void setBusy(bool busy);
 
 signals:
-    /// Told after the drop is over. Whatever was dropped, not only what can be loaded.
+    /// Emitted after the drop has ended. Contains everything dropped, not only loadable files.
     void filesDropped(QList<QUrl> files);
 
 protected:

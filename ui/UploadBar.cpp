@@ -12,7 +12,7 @@ namespace cabslot {
 namespace {
 
 constexpr int barHeight = 4;
-constexpr double movingShare = 0.25;  // of the bar, that goes to and fro
+constexpr double movingShare = 0.25;  // of the bar, for the part that moves to and fro
 constexpr double movingPeriod = 1600; // ms, there and back
 
 } // namespace

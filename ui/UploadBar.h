@@ -1,5 +1,5 @@
-// The bar that shows how far an upload is: it fills over the frames, then a part of it goes to and
-// fro while the pedal's confirmation is awaited. Main thread.
+// The upload's progress bar: it fills while frames are sent, then a part of it moves to and fro
+// until the pedal confirms. Main thread.
 #pragma once
 
 #include <QElapsedTimer>
@@ -12,20 +12,20 @@ class UploadBar final : public QProgressBar {
 public:
     explicit UploadBar(QWidget* parent = nullptr);
 
-    /// Shows the bar with frame 1 to uploadFrameCount being sent.
+    /// Shows the bar while frame 1 to uploadFrameCount is being sent.
     void showFrame(unsigned frame);
 
-    /// Shows the bar with all frames sent. Called again and again, it moves.
+    /// Shows that all frames were sent. The bar moves with repeated calls.
     void showWaiting();
 
-    /// Hides it; its place stays free.
+    /// Hides the bar but keeps its space.
     void showIdle();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QElapsedTimer waiting_; ///< runs while the confirmation is awaited
+    QElapsedTimer waiting_; ///< runs while waiting for the confirmation
 };
 
 } // namespace cabslot

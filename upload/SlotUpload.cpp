@@ -7,7 +7,7 @@ namespace cabslot {
 
 namespace {
 
-// False when the upload was given up.
+// False if the upload was abandoned.
 bool waitUntilUploaded(UploadWait& wait) {
     while (isInportIR.load(std::memory_order_acquire) == 1) {
         if (!wait.waitForUpload())
@@ -55,7 +55,7 @@ UploadResult uploadSlot(std::uint32_t slot, const IRSource& source, Name name,
     const UploadEnd end = upload(options, wait);
     if (end == UploadEnd::givenUp)
         return {end, {}};
-    // Also without a confirmation: the pedal may have stored the IR all the same.
+    // Even without a confirmation: the pedal may have stored the IR anyway.
     file.sendIsInternalIR(index);
     if (options.recorded)
         options.recorded(file);

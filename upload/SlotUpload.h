@@ -1,9 +1,9 @@
-// One slot's upload: stage an IR, request the upload, wait until the frames are built, wait for the
-// pedal's confirmation, record the slot's new state. Each front end passes in how it waits and what
-// it shows meanwhile.
+// Uploads one slot: stages an IR, requests the upload, waits until the frames are built, waits for
+// the pedal's confirmation, records the slot's new state. Each front end passes in how to wait and
+// what to show meanwhile.
 //
-// Main thread; one upload at a time. The device thread must be running, and its IRNameArr must hold
-// the four names (a slot's name is replaced in it).
+// Main thread; one upload at a time. The device thread must be running, and IRNameArr must hold the
+// four names, because the slot's name is replaced in it.
 #pragma once
 
 #include <chrono>
@@ -21,21 +21,21 @@ class UploadWait {
 public:
     virtual ~UploadWait() = default;
 
-    /// Frames are still to be built. False gives the upload up.
+    /// Called while frames are still to be built. False abandons the upload.
     virtual bool waitForUpload() = 0;
 
-    /// The pedal has not confirmed yet; `poll` counts from 0. False gives the upload up.
+    /// Called while the pedal has not confirmed; `poll` counts from 0. False abandons the upload.
     virtual bool waitForConfirmation(std::uint32_t poll) = 0;
 };
 
-/// When `CheckMCUInportIR_Finish` is set to 1, which arms the wait for the confirmation.
+/// When `CheckMCUInportIR_Finish` is set to 1, which starts the wait for the confirmation.
 enum class Arming {
-    afterUpload,   ///< by the caller, after the upload wait: a pedal that confirms sooner is missed
-    withLastFrame, ///< by the device thread, as it builds the last frame: nothing is missed, and a
-                   ///< confirmation that comes before that frame is an older upload's
+    afterUpload,   ///< by the caller, after the upload wait: misses a pedal that confirms sooner
+    withLastFrame, ///< by the device thread with the last frame: misses nothing, and ignores an
+                   ///< earlier confirmation, which belongs to an older upload
 };
 
-/// How long the wait for the confirmation is: so many polls, with this time between two.
+/// The longest wait for the confirmation: this many polls, with this time between two.
 inline constexpr std::uint32_t confirmationPollLimit = 600;
 inline constexpr std::chrono::seconds pollPeriod{1};
 
@@ -43,20 +43,20 @@ struct UploadOptions {
     Arming arming = Arming::afterUpload;
     std::uint32_t confirmationPolls = confirmationPollLimit;
 
-    /// Called, if set, when the slot has been recorded, confirmed or not. The file's block is still
-    /// in irdatabuff.
+    /// If set, called when the slot has been recorded, confirmed or not. irdatabuff still holds the
+    /// file's block.
     std::function<void(const QNIRFile& file)> recorded{};
 };
 
 enum class UploadEnd {
-    confirmed,      ///< the pedal said that it has stored the IR
+    confirmed,      ///< the pedal reported that it has stored the IR
     notConfirmed,   ///< all polls are done; recorded as if confirmed
-    givenUp,        ///< the wait said so; nothing recorded
-    fileRefused,    ///< not a file to load; nothing sent
-    samplesRefused, ///< a file whose samples cannot be used; nothing sent
+    givenUp,        ///< UploadWait returned false; nothing recorded
+    fileRefused,    ///< the file cannot be loaded; nothing sent
+    samplesRefused, ///< its samples cannot be used; nothing sent
 };
 
-/// The file was not sent; UploadResult::whyRefused tells a person why.
+/// The file was not sent; UploadResult::whyRefused holds the reason.
 constexpr bool isRefused(UploadEnd end) {
     return end == UploadEnd::fileRefused || end == UploadEnd::samplesRefused;
 }
@@ -72,11 +72,11 @@ struct IRSource {
     std::vector<std::uint8_t> bytes{}; ///< the file's content; empty: it is read from `path`
 };
 
-/// Loads an IR file into slot 1 to 4, under the name that its file name gives.
+/// Loads an IR file into slot 1 to 4, under the name derived from its path.
 UploadResult loadSlot(std::uint32_t slot, const IRSource& source, const UploadOptions& options,
                       UploadWait& wait);
 
-/// The blank IR in the bundle at `bundlePath`.
+/// The path of the blank IR in the bundle at `bundlePath`.
 std::string blankIRPath(const std::string& bundlePath);
 
 /// Clears slot 1 to 4: loads the blank IR of the bundle at `bundlePath` under the default name.

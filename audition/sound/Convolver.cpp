@@ -10,8 +10,8 @@ namespace {
 
 using Complex = std::complex<double>;
 
-// Overlap-save: each part is transformed with the samples before it that the IR reaches back to.
-// Smaller transforms have more of those, larger ones take longer; this size is the fastest.
+// Overlap-save: each part is transformed with the preceding samples that the IR reaches back to.
+// Smaller transforms contain more of those, larger ones take longer; this size is the fastest.
 constexpr std::size_t transformSize = 8192;
 constexpr std::size_t before = irPointCount - 1;
 constexpr std::size_t partSize = transformSize - before;
@@ -26,7 +26,7 @@ const kissfft<double>& inverse() {
     return transform;
 }
 
-/// The samples from `start` on, which may lie before the first; zeros where there are none.
+/// Sample `i` from `start` on, which may be before the phrase; zero outside it.
 double sampleAt(std::span<const float> phrase, std::size_t start, std::size_t i) {
     const std::size_t position = start + i; // counted from `before` samples before the phrase
     return position < before || position - before >= phrase.size()
@@ -36,8 +36,8 @@ double sampleAt(std::span<const float> phrase, std::size_t start, std::size_t i)
 
 } // namespace
 
-// The IR is real: a part in the real and the next one in the imaginary numbers pass through the
-// convolution side by side, and take one complex transform together.
+// The IR is real, so two parts share one complex transform: one as the real and the next as the
+// imaginary numbers.
 Convolver::Convolver(std::span<const float> phrase) : phraseSize_(phrase.size()) {
     const std::size_t outputs = phrase.size() + before;
     std::vector<Complex> parts(transformSize);
@@ -54,7 +54,7 @@ std::vector<float> Convolver::convolve(const Samples& ir) const {
     Spectrum response(transformSize);
     forward().transform(points.data(), response.data());
     for (Complex& bin : response)
-        bin /= static_cast<double>(transformSize); // which the inverse transform leaves out
+        bin /= static_cast<double>(transformSize); // the inverse transform does not scale
 
     std::vector<float> output(2 * partSize * pairs_.size());
     Spectrum product(transformSize);

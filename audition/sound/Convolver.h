@@ -1,5 +1,5 @@
-// A phrase that can be convolved with one IR after the other: what of the work depends on the
-// phrase alone is done once.
+// A phrase prepared for convolution with one IR after another: the work that depends only on the
+// phrase is done once.
 #pragma once
 
 #include "analysis/Samples.h"
@@ -16,14 +16,14 @@ public:
 
     std::size_t phraseSize() const { return phraseSize_; }
 
-    /// The whole convolution: as many samples as the phrase has, and 1023 more.
+    /// The whole convolution: 1023 samples longer than the phrase.
     std::vector<float> convolve(const Samples& ir) const;
 
 private:
     using Spectrum = std::vector<std::complex<double>>;
 
     std::size_t phraseSize_;
-    std::vector<Spectrum> pairs_; ///< of two neighbouring parts of the phrase each
+    std::vector<Spectrum> pairs_; ///< each of two neighbouring parts of the phrase
 };
 
 } // namespace cabslot

@@ -39,11 +39,11 @@ double loudnessOf(std::span<const float> samples) {
         ebur128_add_frames_float(meter.get(), samples.data(), samples.size()) != EBUR128_SUCCESS ||
         ebur128_loudness_global(meter.get(), &loudness) != EBUR128_SUCCESS)
         return quietest;
-    return std::max(loudness, quietest); // of silence it is minus infinity
+    return std::max(loudness, quietest); // minus infinity for silence
 }
 
-// The gate of EBU R128 is absolute: measured as it is, a quiet rendering would be partly or wholly
-// below it. So it is measured with its peak at full scale.
+// The gate of EBU R128 is absolute: a quiet rendering would be partly or wholly below it. So the
+// loudness is measured with the peak at full scale.
 void setLevel(Rendering& rendering, Level level) {
     const double peak = peakOf(rendering);
     if (peak == 0)

@@ -1,4 +1,4 @@
-// How loud a sound is, and how loud it is made.
+// Measures how loud a sound is, and sets its level.
 #pragma once
 
 #include "audition/Sound.h"
@@ -7,11 +7,11 @@
 
 namespace cabslot {
 
-/// LUFS, integrated, by EBU R128; `quietest` when all is below its gate or shorter than 0.4 s.
+/// Integrated loudness in LUFS, by EBU R128; `quietest` if all is below its gate or under 0.4 s.
 double loudnessOf(std::span<const float> samples);
 
-/// Brings `rendering`, whose samples are as the convolution gave them, to the level. Its peaks stay
-/// below `highestPeak`, also where the loop's end and start sound together.
+/// Sets the level of `rendering`, which holds the unscaled convolution. The peaks stay below
+/// `highestPeak`, even where the end and the start of the loop overlap.
 void setLevel(Rendering& rendering, Level level);
 
 } // namespace cabslot

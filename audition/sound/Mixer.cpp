@@ -15,14 +15,14 @@ float sampleAt(const Rendering* rendering, std::size_t played) {
     const std::size_t loop = rendering->loop;
     if (loop == 0)
         return played < samples.size() ? samples[played] : 0;
-    // From the second time on, the end of the time before is still to be heard.
+    // From the second repetition on, the decay of the previous one is added.
     const std::size_t at = played % loop;
     const std::size_t late = loop + at;
     return samples[at] + (played >= loop && late < samples.size() ? samples[late] : 0);
 }
 
-// The two shares are 1 together: both sides play the same phrase, so their sum keeps the level, and
-// its peaks are no higher than theirs.
+// The shares of both sides add up to 1: they play the same phrase, so their sum keeps the level and
+// its peaks do not exceed theirs.
 float shareOf(std::size_t fade) {
     const double done = static_cast<double>(fade) / static_cast<double>(Mixer::fadeSize);
     return static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * done));
@@ -31,9 +31,9 @@ float shareOf(std::size_t fade) {
 } // namespace
 
 void Mixer::play(std::shared_ptr<const Rendering> next) {
-    std::shared_ptr<const Rendering> goes; // outlives the lock: to free takes long
+    std::shared_ptr<const Rendering> old; // freed after the lock is released: freeing is slow
     const std::lock_guard lock(mutex_);
-    goes = std::move(faded_);
+    old = std::move(faded_);
     std::swap(next_, next);
     pending_ = true;
     silent_ = false;

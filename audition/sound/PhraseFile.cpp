@@ -15,7 +15,7 @@ namespace cabslot {
 
 namespace {
 
-constexpr std::size_t framesAtOnce = 4096;
+constexpr std::size_t samplesAtOnce = 8192; // of all channels: a header may claim 1024 of them
 
 struct CloseSound {
     void operator()(SNDFILE* file) const { sf_close(file); }
@@ -28,9 +28,10 @@ PhraseSamples refused(std::string whyNot) {
     return phrase;
 }
 
-/// The mean of all channels, of `most` frames at most. What is not a number counts as silence.
+/// The mean of all channels, at most `most` frames. NaN and infinite samples count as silence.
 std::vector<float> readMono(SNDFILE& file, std::size_t channels, std::size_t most) {
     std::vector<float> mono;
+    const std::size_t framesAtOnce = std::max<std::size_t>(samplesAtOnce / channels, 1);
     std::vector<float> frames(framesAtOnce * channels);
     while (mono.size() < most) {
         const std::size_t wanted = std::min(framesAtOnce, most - mono.size());
@@ -47,7 +48,7 @@ std::vector<float> readMono(SNDFILE& file, std::size_t channels, std::size_t mos
     return mono;
 }
 
-/// Empty when it cannot be done.
+/// Empty on failure.
 std::vector<float> resampled(std::vector<float> samples, double rate) {
     if (rate == soundRate)
         return samples;
@@ -87,13 +88,12 @@ PhraseSamples readPhrase(const std::string& path) {
     const auto status = std::filesystem::status(path, unknown);
     if (!std::filesystem::exists(status))
         return refused("there is no such file");
-    if (!std::filesystem::is_regular_file(status)) // opening a pipe would wait for a writer
+    if (!std::filesystem::is_regular_file(status)) // opening a pipe would block
         return refused("it is not a file");
     SF_INFO info{};
     const SoundFile file(sf_open(path.c_str(), SFM_READ, &info));
     if (!file)
-        return refused(std::string("it is no sound file that can be read: ") +
-                       sf_strerror(nullptr));
+        return refused(std::string("it is not a readable sound file: ") + sf_strerror(nullptr));
 
     const double rate = info.samplerate;
     PhraseSamples phrase;
@@ -106,7 +106,7 @@ PhraseSamples readPhrase(const std::string& path) {
         return refused("it is silent");
     phrase.samples = resampled(std::move(mono), rate);
     if (phrase.samples.empty())
-        return refused("it cannot be brought from " + std::to_string(info.samplerate) +
+        return refused("it cannot be resampled from " + std::to_string(info.samplerate) +
                        " Hz to 44100 Hz");
     return phrase;
 }

@@ -1,4 +1,4 @@
-// Dry phrases from sound files.
+// Reads dry phrases from sound files.
 #pragma once
 
 #include "audition/Sound.h"
@@ -9,19 +9,19 @@
 
 namespace cabslot {
 
-inline constexpr double shortestPhrase = 0.5; // seconds; loudness cannot be told of less
-inline constexpr double longestPhrase = 30;   // seconds; of a longer file the start is used
+inline constexpr double shortestPhrase = 0.5; // seconds; too short to measure the loudness
+inline constexpr double longestPhrase = 30;   // seconds; only the start of a longer file is used
 
 struct PhraseSamples {
-    std::vector<float> samples; ///< the mean of all channels, at 44100 Hz; empty when refused
-    bool isCut = false;         ///< the file goes on
-    std::string whyNot;         ///< a clause to follow the path and a colon
+    std::vector<float> samples; ///< the mean of all channels, at 44100 Hz; empty if refused
+    bool isCut = false;         ///< the file is longer
+    std::string whyNot;         ///< why it was refused, to print after the path and a colon
 };
 
 /// Reads any format that libsndfile knows, at any rate.
 PhraseSamples readPhrase(const std::string& path);
 
-/// A phrase that renders; `samples` are not empty.
+/// A phrase ready for rendering; `samples` must not be empty.
 std::unique_ptr<Phrase> makePhrase(const PhraseSamples& phrase);
 
 } // namespace cabslot

@@ -11,9 +11,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Uint16 samplesAtOnce = 1024; // 23 ms: fewer are late on a busy machine
-constexpr auto longestFadeOut = 80ms;  // a server that hangs must not hold up Ctrl-C
-constexpr auto longestStillness = 5s;  // a null output starts up to two seconds late
+constexpr Uint16 samplesAtOnce = 1024; // 23 ms: smaller buffers run dry on a busy machine
+constexpr auto longestFadeOut = 80ms;  // a server that hangs must not delay Ctrl-C
+constexpr auto longestStillness = 5s;  // even a null output needs up to two seconds to start
 
 std::string noDevice(const std::string& detail = {}) {
     return "no sound device was found" + (detail.empty() ? "" : " (" + detail + ")") +
@@ -49,11 +49,11 @@ void SdlPlayer::close() {
 std::string SdlPlayer::whyNoDevice() {
     if (device_ != 0)
         return {};
-    close(); // what was found before may be gone by now
+    close(); // an earlier result may be out of date
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
         return noDevice(SDL_GetError());
     connected_ = true;
-    if (SDL_GetNumAudioDevices(0) != 0) // negative: it is not known how many
+    if (SDL_GetNumAudioDevices(0) != 0) // negative: the number is unknown
         return {};
     close();
     return noDevice();

@@ -1,4 +1,4 @@
-// The default output, by SDL 2: PulseAudio, PipeWire, ALSA, WASAPI or what else a system has.
+// The default output, through SDL 2: PulseAudio, PipeWire, ALSA, WASAPI or another system API.
 #pragma once
 
 #include "audition/sound/Mixer.h"

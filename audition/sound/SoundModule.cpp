@@ -1,4 +1,4 @@
-// The one way into the module cabslot-sound.
+// The module cabslot-sound's only exported function.
 #include "audition/sound/PhraseFile.h"
 #include "audition/sound/SdlPlayer.h"
 

@@ -16,12 +16,12 @@ set(CPACK_PACKAGE_NAME cabslot)
 set(CPACK_PACKAGE_CONTACT "The Cabslot developers <cabslot@cabslot.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "load impulse responses into a guitar-cabinet pedal")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"Cabslot puts cabinet impulse responses into the four user slots of a USB
+"Cabslot loads cabinet impulse responses into the four user slots of a USB
 guitar-cabinet simulator: in a window, or from a terminal and scripts with
 cabslotctl. cabslot-sim is a simulated pedal to try both without the hardware.
 .
-WAV files at 44.1, 48, 88.2 and 96 kHz are taken. A udev rule lets the person
-at the screen use the pedal.")
+WAV files at 44.1, 48, 88.2 and 96 kHz are accepted. A udev rule lets the
+user at the screen use the pedal.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION sound)

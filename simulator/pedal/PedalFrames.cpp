@@ -10,7 +10,7 @@ namespace {
 using Bytes = std::span<const std::uint8_t>;
 
 constexpr std::uint8_t syncBytes[] = {0xAA, 0x55};
-constexpr std::size_t bodyOffset = 4; // behind the sync bytes and the length
+constexpr std::size_t bodyOffset = 4; // after the sync bytes and the length
 constexpr std::size_t crcSize = 2;
 constexpr std::size_t shortestFrame = bodyOffset + crcSize;
 
@@ -21,8 +21,8 @@ std::uint8_t highByte(std::size_t value) {
     return static_cast<std::uint8_t>(value >> 8);
 }
 
-/// How many bytes the frame at the start of `bytes` takes, or the least it can take as long as its
-/// length has not come. Nothing when no frame starts there.
+/// The size of the frame at the start of `bytes`, or its minimum while the length has not arrived.
+/// No value if no frame starts there.
 std::optional<std::size_t> frameSize(Bytes bytes) {
     if (bytes[0] != syncBytes[0])
         return std::nullopt;
@@ -87,7 +87,7 @@ std::vector<Frame> FrameParser::feed(Bytes bytes) {
     while (!rest.empty()) {
         const std::optional<std::size_t> size = frameSize(rest);
         if (size && *size > rest.size())
-            break; // the rest of this frame is still to come
+            break; // this frame is not complete yet
         if (size && crcMatches(rest.first(*size))) {
             frames.push_back(decode(rest.first(*size)));
             rest = rest.subspan(*size);

@@ -13,7 +13,7 @@ constexpr std::array<NamedFault, 9> allFaults{{
     {"split", "replies in reports of at most 7 bytes", &Faults::split},
     {"merge", "an unknown frame runs into every reply", &Faults::merge},
     {"wrong-length", "replies in reports of 63 and of 65 bytes", &Faults::wrongLength},
-    {"flood", "100,000 unknown frames behind all data", &Faults::flood},
+    {"flood", "100,000 unknown frames after all data", &Faults::flood},
     {"never-confirm", "imports are stored, never confirmed", &Faults::neverConfirm},
     {"confirm-at-once", "imports are confirmed without delay", &Faults::confirmAtOnce},
     {"confirm-early", "imports are confirmed at their first frame", &Faults::confirmEarly},

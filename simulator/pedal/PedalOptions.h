@@ -1,4 +1,4 @@
-// How a simulated pedal behaves: its pace, and its faults.
+// A simulated pedal's options: its timing and its faults.
 #pragma once
 
 #include <chrono>
@@ -15,23 +15,23 @@ struct Faults {
     bool split = false;         ///< at most 7 bytes of a reply in a report
     bool merge = false;         ///< a report holds one frame's end and the reply's start
     bool wrongLength = false;   ///< replies come in reports of 63 and of 65 bytes
-    bool flood = false;         ///< 100,000 unknown frames behind all data, as fast as they go
-    bool neverConfirm = false;  ///< an import is stored but not confirmed
-    bool confirmAtOnce = false; ///< an import is confirmed without any delay
-    bool confirmEarly = false;  ///< an import is confirmed at its first frame, not at its last
-    /// The first connection to send so many reports is cut right after the last of them, once in a
-    /// server's life; 0: none is.
+    bool flood = false;         ///< 100,000 unknown frames after all data, as fast as possible
+    bool neverConfirm = false;  ///< imports are stored but not confirmed
+    bool confirmAtOnce = false; ///< imports are confirmed without any delay
+    bool confirmEarly = false;  ///< imports are confirmed at their first frame, not the last
+    /// The first connection to send this many reports is cut right after the last of them, once in
+    /// the server's lifetime; 0: never.
     std::size_t vanishAfter = 0;
 };
 
-/// A fault that is switched on by its name.
+/// A fault and the name that switches it on.
 struct NamedFault {
     std::string_view name;
     std::string_view meaning; ///< for a help text
     bool Faults::*member;
 };
 
-/// All faults but vanishAfter, in the order a help text lists them.
+/// All faults except vanishAfter, in the order of the help text.
 std::span<const NamedFault> namedFaults();
 
 /// Switches the fault of that name on. False: there is none.

@@ -14,20 +14,20 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr std::uint8_t allDataCommand = 0xF7;
 constexpr std::uint8_t confirmationCommand = 0xF8;
 
-// The payload of the all-data frame; the bytes that are not listed are 0.
+// The payload of the all-data frame; bytes not listed are 0.
 constexpr std::size_t allDataSize = 78;
 constexpr std::size_t allDataFlagOffset = 2;
 constexpr std::size_t allDataNamesOffset = 14;
 
-// The AA comes last, so that the reply's own sync bytes are seen as AA AA 55.
+// Ends with AA, so that the host sees the reply's own sync bytes as AA AA 55.
 constexpr std::uint8_t strayBytes[] = {0x00, 0x13, 0x55, 0x37, 0xAA};
 
-// A frame that hosts do not know. With its 73 bytes it ends inside a report, whether reports carry
-// 63 bytes or 7, and the reply begins right behind it.
+// A frame that hosts do not know. Its 73 bytes end inside a report, whether reports carry 63 bytes
+// or 7, and the reply begins right after it.
 constexpr std::uint8_t unknownCommand = 0xF1;
 constexpr std::size_t unknownPayloadSize = 67 - 1;
 
-// Each of these fills a report: where a host drops reports, it drops whole frames.
+// Each of these frames fills a report, so a host that drops reports drops whole frames.
 constexpr std::size_t floodFrames = 100000;
 constexpr std::size_t floodPayloadSize = reportCapacity - 7;
 
@@ -65,8 +65,8 @@ std::vector<Report> reply(std::uint8_t command, const Bytes& payload, const Faul
 
 std::vector<Report> allDataReply(const PedalStore& store, const Faults& faults) {
     Bytes payload(allDataSize);
-    // One flag byte stands for four slots, so it can be 1 only while all four hold factory IRs:
-    // a host then never takes an IR of the user's for a factory IR.
+    // One flag byte covers four slots, so it is 1 only while all four hold factory IRs: a host must
+    // never take a user's IR for a factory IR.
     payload[allDataFlagOffset] = store.allFactory() ? 1 : 0;
     auto to = payload.begin() + allDataNamesOffset;
     for (std::size_t i = 0; i < slotCount; ++i)

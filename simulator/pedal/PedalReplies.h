@@ -1,6 +1,6 @@
-// What the pedal sends: its two frames, cut into 64-byte reports, faults included.
+// Builds the pedal's two frames, cut into 64-byte reports, including faults.
 //
-// Byte 0 of a report says how many stream bytes follow, 1 to 63; the bytes behind them are padding.
+// Byte 0 of a report is the number of stream bytes that follow, 1 to 63; the rest is padding.
 #pragma once
 
 #include "simulator/pedal/PedalOptions.h"
@@ -21,7 +21,7 @@ using Report = std::array<std::uint8_t, reportSize>;
 /// The names and the factory flag of all four slots.
 std::vector<Report> allDataReply(const PedalStore& store, const Faults& faults);
 
-/// An import is finished.
+/// Confirms that an import is finished.
 std::vector<Report> confirmationReply(const Faults& faults);
 
 } // namespace cabslot::simulator

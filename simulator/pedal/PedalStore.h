@@ -1,6 +1,6 @@
-// The memory of a pedal: four user slots, kept in a folder or for as long as the object lives.
+// The pedal's memory: four user slots, kept in a folder or only while the object lives.
 //
-// Belongs to one thread, the one that serves the pedal's hosts.
+// Used only by the thread that serves the pedal's hosts.
 #pragma once
 
 #include "simulator/pedal/SlotFile.h"
@@ -22,16 +22,16 @@ public:
     /// The same with other names: `namePrefix` (at most 15 characters) and the slot's number.
     explicit PedalStore(std::string_view namePrefix);
 
-    /// A pedal kept in `folder`, in the files user1.slot to user4.slot. The folder is made if need
-    /// be, with its parents; a slot without a file is a new pedal's. Nothing, with the reason in
-    /// `why`, when the folder cannot be had or a file in it is not a slot's.
+    /// A pedal kept in `folder`, in the files user1.slot to user4.slot. Creates the folder and its
+    /// parents if necessary; a slot without a file is like a new pedal's. Nothing, with the reason
+    /// in `why`, if the folder cannot be used or a file in it is not a slot file.
     static std::optional<PedalStore> open(const std::filesystem::path& folder, std::string& why);
 
     /// `index` is 0 to 3.
     const PedalSlot& slot(std::size_t index) const { return slots_[index]; }
 
     /// Puts `content` into the slot and, with a folder, into its file. False, with the reason in
-    /// `why`, when it cannot be saved; the slot then holds what it held.
+    /// `why`, if it cannot be saved; the slot is then unchanged.
     bool store(std::size_t index, const PedalSlot& content, std::string& why);
 
     /// Every slot holds a factory IR.

@@ -64,14 +64,14 @@ void SimulatedPedal::receiveReport(Bytes report, TimePoint now) {
     }
     const std::vector<Frame> frames = parser_.feed(report.subspan(1, count));
     if (const std::size_t skipped = parser_.takeSkipped(); skipped > 0)
-        say("skipped bytes that are no frame: " + std::to_string(skipped));
+        say("skipped bytes outside frames: " + std::to_string(skipped));
     for (const Frame& frame : frames)
         handle(frame, now);
 }
 
 void SimulatedPedal::handle(const Frame& frame, TimePoint now) {
     if (!frame.command) {
-        say("zero-length frame"); // a host's first sign of life; it wants no answer
+        say("zero-length frame"); // the first frame a host sends; it expects no answer
     } else if (*frame.command == importCommand) {
         handleImport(frame.payload, now);
     } else if (*frame.command != allDataRequestCommand) {
@@ -85,7 +85,7 @@ void SimulatedPedal::handle(const Frame& frame, TimePoint now) {
     }
 }
 
-/// Why this frame is not the next one of an import; empty when it is. A step 0 always begins one.
+/// Why this frame is not the next one of an import; empty if it is. Step 0 always starts an import.
 std::string SimulatedPedal::whyNoImport(Bytes payload) const {
     if (payload.size() <= importDataOffset || payload[stepOffset] > lastStep)
         return "no such step";

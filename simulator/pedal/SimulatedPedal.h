@@ -1,7 +1,7 @@
-// The pedal as one connected host meets it: reports in, reports out.
+// The pedal as seen by one connected host: reports in, reports out.
 //
-// It does no input or output and reads no clock: whoever carries the reports passes in the time.
-// One connection, one SimulatedPedal; the store behind it is shared and holds what outlives a
+// It does no input or output and reads no clock: the caller passes in the time. There is one
+// SimulatedPedal per connection; they share the store, which holds what must survive a
 // connection.
 #pragma once
 
@@ -22,7 +22,7 @@
 
 namespace cabslot::simulator {
 
-/// Gets one line, without its line break, for each event. May be empty: nothing is logged.
+/// Receives one line, without its line break, for each event. If empty, nothing is logged.
 using Log = std::function<void(const std::string&)>;
 
 class SimulatedPedal {
@@ -32,19 +32,19 @@ public:
     /// `store` must outlive the pedal.
     SimulatedPedal(PedalStore& store, const PedalOptions& options, Log log);
 
-    /// Takes one report from the host. One that is not 64 bytes long or counts more than 63 bytes
-    /// is logged and dropped.
+    /// Processes one report from the host. Logs and drops one that is not 64 bytes long or counts
+    /// more than 63 bytes.
     void receiveReport(std::span<const std::uint8_t> report, TimePoint now);
 
-    /// The reports that are to be sent by now, in order; each is handed out once. Call it after
-    /// every receiveReport() and when nextDue() has come.
+    /// Returns the reports that are due, in order, each only once. Call it after every
+    /// receiveReport() and at nextDue().
     std::vector<Report> takeReports(TimePoint now);
 
-    /// When takeReports() will next have something; nothing while only the host can change that.
+    /// When takeReports() will next have a report; no value if that depends only on the host.
     std::optional<TimePoint> nextDue() const;
 
 private:
-    /// The slot that is being received; it takes seven frames.
+    /// The slot that is being received, in seven frames.
     struct Import {
         std::uint8_t slotNumber; // 1 to 4
         std::uint8_t flag;
@@ -64,7 +64,7 @@ private:
     const Log log_;
     FrameParser parser_;
     std::optional<Import> import_;
-    // One a slot, so that a host that uploads without end leaves no heap of confirmations.
+    // One per slot, so that a host that uploads endlessly does not pile up confirmations.
     std::array<std::optional<TimePoint>, slotCount> confirmationDue_;
     std::optional<TimePoint> announcementDue_;
     std::vector<Report> outgoing_;

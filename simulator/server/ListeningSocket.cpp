@@ -21,7 +21,7 @@ FileDescriptor makeSocket() {
     return FileDescriptor(::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
 }
 
-/// The socket calls want the general address type; the address itself is only handed through.
+/// The socket calls take the general address type.
 const sockaddr* general(const sockaddr_un& address) {
     return reinterpret_cast<const sockaddr*>(&address);
 }
@@ -41,13 +41,13 @@ bool makeAddress(const std::string& path, sockaddr_un& address, std::string& why
     return true;
 }
 
-/// Sees to it that nothing stands at the path, as far as that may be done.
+/// Removes a stale socket file at the path; false if anything else is there.
 bool clearPath(const std::string& path, const sockaddr_un& address, std::string& why) {
     struct stat status {};
     if (::lstat(path.c_str(), &status) != 0)
         return errno == ENOENT || refuse(why, path, std::strerror(errno));
     if (!S_ISSOCK(status.st_mode))
-        return refuse(why, path, "there is a file that is no socket");
+        return refuse(why, path, "there is a file that is not a socket");
     const FileDescriptor probe = makeSocket();
     if (!probe)
         return refuse(why, path, std::strerror(errno));

@@ -1,4 +1,4 @@
-// A Unix SOCK_SEQPACKET socket that waits for connections, and the file that stands for it.
+// A Unix SOCK_SEQPACKET socket that waits for connections, and its socket file.
 #pragma once
 
 #include "base/FileDescriptor.h"
@@ -15,15 +15,15 @@ public:
     ListeningSocket& operator=(const ListeningSocket&) = delete;
     ~ListeningSocket() { close(); }
 
-    /// Starts listening. A socket file that nobody answers, left by a program that was killed, is
-    /// replaced. False, with the reason in `why`, when somebody answers, when the path is another
-    /// kind of file or too long, or when the system refuses.
+    /// Starts listening. Replaces the stale socket file of a program that was killed. False, with
+    /// the reason in `why`, if another program is listening there, if the path is too long or
+    /// another kind of file, or if the system refuses.
     bool open(const std::string& path, std::string& why);
 
-    /// Stops listening and removes the socket file, unless another program has put its own there.
+    /// Stops listening and removes the socket file, unless another program has replaced it.
     void close();
 
-    /// The next connection; none when nobody waits or the system refuses (see errno).
+    /// The next connection; none if nobody is waiting or the system refuses (see errno).
     FileDescriptor accept();
 
     int fd() const { return fd_.get(); }
@@ -31,7 +31,7 @@ public:
 private:
     FileDescriptor fd_;
     std::string path_;
-    dev_t device_ = 0; // with inode_: which file this socket made
+    dev_t device_ = 0; // with inode_: identifies the file that this socket created
     ino_t inode_ = 0;
 };
 

@@ -15,27 +15,27 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// Replies that a host has not read yet; a real pedal would hold fewer.
+// Replies that a host has not read yet; a real pedal would buffer fewer.
 constexpr std::size_t maxQueuedReports = 256;
 constexpr std::size_t maxConnections = 32;
-// After the system refused a connection (no descriptors left, say).
+// The pause after the system refused a connection (for example, no descriptors left).
 constexpr milliseconds acceptPause{500};
 
 constexpr short toRead = POLLIN;
 constexpr short toReadAndWrite = POLLIN | POLLOUT;
 
-// The order of the descriptors that are waited for.
+// The order of the polled descriptors.
 constexpr std::size_t stopIndex = 0;
 constexpr std::size_t listenerIndex = 1;
 constexpr std::size_t firstConnectionIndex = 2;
 
-/// Tells the end of a connection from a packet of no bytes: both are received as 0.
+/// Distinguishes a closed connection from an empty packet: recv() returns 0 for both.
 bool otherEndClosed(int fd) {
     pollfd state{fd, POLLRDHUP, 0};
     return ::poll(&state, 1, 0) != 0;
 }
 
-/// False, with errno telling why: not sent.
+/// False, with the reason in errno, if not sent.
 bool sendPacket(int fd, std::span<const std::uint8_t> packet) {
     ssize_t sent = -1;
     do
@@ -73,7 +73,7 @@ void PedalServer::add(FileDescriptor fd) {
 void PedalServer::stop() {
     const int savedErrno = errno;
     const std::uint64_t one = 1;
-    // It can fail only when the event is set already.
+    // This fails only if the event is already set.
     [[maybe_unused]] const ssize_t written = ::write(stopEvent_.get(), &one, sizeof one);
     errno = savedErrno;
 }
@@ -81,14 +81,14 @@ void PedalServer::stop() {
 void PedalServer::run() {
     const bool listens = listener_.fd() >= 0;
     if (!stopEvent_)
-        say("cannot serve: the system gives no event descriptor");
+        say("cannot serve: no event descriptor is available");
     while (stopEvent_ && (listens || !connections_.empty()) && serveOnce()) {
     }
     connections_.clear();
     listener_.close();
 }
 
-/// Waits for something to do and does it. False: it is time to end.
+/// Waits for events and handles them. False: time to end.
 bool PedalServer::serveOnce() {
     const TimePoint before = std::chrono::steady_clock::now();
     std::vector<pollfd> waiting = waitList(before);
@@ -119,7 +119,7 @@ std::vector<pollfd> PedalServer::waitList(TimePoint now) const {
     return list;
 }
 
-/// Milliseconds until something is due, rounded up; -1: nothing is.
+/// Milliseconds until something is due, rounded up; -1 if nothing is.
 int PedalServer::pollTimeout(TimePoint now) const {
     std::optional<TimePoint> next;
     if (now < acceptFrom_)
@@ -156,14 +156,14 @@ void PedalServer::serve(Connection& connection, short events, TimePoint now) {
     }
 }
 
-/// One packet a turn, so that no host keeps the others waiting.
+/// Receives one packet per call, so that no host blocks the others.
 void PedalServer::receive(Connection& connection, TimePoint now) {
     std::array<std::uint8_t, reportSize> bytes{};
     const ssize_t received = ::recv(connection.fd.get(), bytes.data(), bytes.size(),
                                     MSG_DONTWAIT | MSG_TRUNC); // TRUNC: the packet's true length
     if (received < 0) {
-        // A host that left without reading all is reported as ECONNRESET, once, ahead of the
-        // reports that it had sent before.
+        // A host that left without reading everything causes one ECONNRESET, before the reports
+        // that it sent.
         connection.closed = errno != EAGAIN && errno != EINTR && errno != ECONNRESET;
         return;
     }
@@ -189,7 +189,7 @@ void PedalServer::vanishIfDue(Connection& connection) {
     say("vanishes after report " + std::to_string(limit));
 }
 
-/// Takes a reply whole or not at all: half a frame would spoil the next one too.
+/// Queues a reply completely or not at all: half a frame would corrupt the next one too.
 void PedalServer::enqueue(Connection& connection, const std::vector<Report>& reports) {
     if (reports.empty() || connection.hostGone)
         return;
@@ -208,7 +208,7 @@ void PedalServer::sendQueued(Connection& connection) {
                               ? sendInWrongLengths(connection.fd.get(), connection.outgoing.front())
                               : sendPacket(connection.fd.get(), connection.outgoing.front());
         if (!sent && errno == EAGAIN)
-            return; // until the host has read some
+            return; // until the host has read more
         if (!sent) {
             connection.hostGone = true;
             connection.outgoing.clear();

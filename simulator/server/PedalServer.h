@@ -1,8 +1,8 @@
 // Carries reports between hosts and the simulated pedal: a poll loop over SOCK_SEQPACKET sockets,
-// one packet one 64-byte report, either way, without a report-ID byte.
+// one 64-byte report per packet, either way, without a report ID.
 //
-// Every connection has a SimulatedPedal of its own; all share the one store. Everything but stop()
-// belongs to the thread that calls run(), or to the time before it is called.
+// Each connection has its own SimulatedPedal; all share one store. Everything except stop() must be
+// called on the thread of run(), or before run() is called.
 #pragma once
 
 #include "base/FileDescriptor.h"
@@ -27,20 +27,20 @@ public:
     PedalServer(const PedalServer&) = delete;
     PedalServer& operator=(const PedalServer&) = delete;
 
-    /// Lets hosts connect at `path`; the socket file goes when run() ends or the server does.
-    /// False, with the reason in `why`, when that cannot be had. See ListeningSocket for a path in
+    /// Lets hosts connect at `path`; the socket file is removed when run() ends or the server is
+    /// destroyed. False, with the reason in `why`, on failure. See ListeningSocket for a path in
     /// use.
     bool listenAt(const std::string& path, std::string& why);
 
-    /// Serves a host that is connected already, and owns the descriptor from here on. Closing its
-    /// other end is the host's leaving, the server's closing is an unplug.
+    /// Serves a host that is already connected, and takes ownership of the descriptor. If the host
+    /// closes its end, it has left; if the server closes this one, the pedal is unplugged.
     void adopt(int connectedFd);
 
-    /// Serves until stop(); a server that does not listen also ends with its last connection. On
-    /// the way out all connections are closed. Call it once.
+    /// Serves until stop(); a server that does not listen also ends with its last connection.
+    /// Closes all connections at the end. Call it once.
     void run();
 
-    /// Ends run(), also one that has not begun yet. Any thread, and from signal handlers.
+    /// Ends run(), even if it has not started yet. Any thread; safe in signal handlers.
     void stop();
 
 private:
@@ -50,8 +50,8 @@ private:
         SimulatedPedal pedal;
         std::deque<Report> outgoing{};
         std::size_t reportsReceived = 0;
-        bool readsNothing = false; // its queue ran full
-        bool hostGone = false;     // what it sent may still be waiting to be read
+        bool readsNothing = false; // its queue is full
+        bool hostGone = false;     // its reports may still be waiting to be read
         bool closed = false;
     };
 

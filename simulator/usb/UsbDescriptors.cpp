@@ -41,7 +41,7 @@ constexpr std::array<std::uint8_t, 18> deviceDescriptor{
 };
 
 constexpr std::array<std::uint8_t, 25> reportDescriptor{
-    0x06, 0x00, 0xFF, // usage page: the vendor's own
+    0x06, 0x00, 0xFF, // usage page: vendor-defined
     0x09, 0x01,       // usage 1
     0xA1, 0x01,       // collection: application
     0x15, 0x00,       //   from 0
@@ -57,7 +57,7 @@ constexpr std::array<std::uint8_t, 25> reportDescriptor{
 
 constexpr std::array<std::uint8_t, 41> configurationDescriptor{
     9,    0x02,          // length, kind: configuration
-    41,   0,             // with all that follows
+    41,   0,             // total length
     1,    1,    0,       // interfaces, this one's number, no name
     0x80, 50,            // powered by the bus, 50 times 2 mA
     9,    0x04,          // length, kind: interface
@@ -74,13 +74,13 @@ constexpr std::array<std::uint8_t, 41> configurationDescriptor{
 };
 static_assert(configurationDescriptor[25] == reportDescriptor.size());
 
-constexpr std::array<std::uint8_t, 4> languages{4, 0x03, 0x09, 0x04}; // US English, alone
+constexpr std::array<std::uint8_t, 4> languages{4, 0x03, 0x09, 0x04}; // US English only
 constexpr std::array<std::string_view, 2> strings{"Cabslot", "Simulated pedal"};
 
-constexpr std::size_t hidPart = 18; // where the HID descriptor stands in the configuration's
+constexpr std::size_t hidPart = 18; // offset of the HID descriptor in the configuration
 constexpr std::size_t hidPartSize = 9;
 
-// What a request is, from its type and its number.
+// Identifies a request by its type and its number.
 constexpr unsigned requestCode(unsigned type, unsigned number) {
     return type << 8U | number;
 }
@@ -92,7 +92,7 @@ constexpr unsigned setConfiguration = requestCode(0x00, 0x09);
 constexpr unsigned setInterface = requestCode(0x01, 0x0B);
 constexpr unsigned setIdle = requestCode(0x21, 0x0A);
 
-// Kinds of descriptors, the high byte of the request's value.
+// Descriptor types, the high byte of the request's value.
 constexpr unsigned deviceKind = 0x01;
 constexpr unsigned configurationKind = 0x02;
 constexpr unsigned stringKind = 0x03;

@@ -1,5 +1,4 @@
-// The simulated pedal's USB descriptors, and its answers to a host's requests on the control
-// endpoint.
+// The simulated pedal's USB descriptors and its answers to a host's control requests.
 #pragma once
 
 #include <array>
@@ -11,22 +10,22 @@
 
 namespace cabslot::simulator {
 
-/// The endpoint number of both report pipes, the input and the output one.
+/// The endpoint number of both the input and the output endpoint for reports.
 inline constexpr std::uint32_t reportEndpoint = 1;
 
 std::span<const std::uint8_t> usbDeviceDescriptor();
 
-/// The configuration with all that belongs to it: interface, HID and both endpoint descriptors.
+/// The configuration descriptor, followed by the interface, HID and both endpoint descriptors.
 std::span<const std::uint8_t> usbConfigurationDescriptor();
 
-/// What a report looks like: 64 bytes either way, of no declared meaning, without a report ID.
+/// The report format: 64 bytes either way, of no declared meaning, without a report ID.
 std::span<const std::uint8_t> hidReportDescriptor();
 
-/// The eight bytes that open a control transfer.
+/// The eight setup bytes of a control transfer.
 using UsbSetup = std::array<std::uint8_t, 8>;
 
-/// The pedal's answer, cut to the length that the host asked for; empty for a request that only
-/// sets something. Nothing: the pedal does not know the request and stalls the endpoint.
+/// The pedal's answer, truncated to the requested length; empty for a request that only sets
+/// something. No value: the pedal does not know the request and stalls the endpoint.
 std::optional<std::vector<std::uint8_t>> answerControl(const UsbSetup& setup);
 
 } // namespace cabslot::simulator

@@ -10,8 +10,8 @@ constexpr std::size_t commandAt = 0;
 constexpr std::size_t sequenceAt = 4;
 constexpr std::size_t directionAt = 12;
 constexpr std::size_t endpointAt = 16;
-constexpr std::size_t unlinkedAt = 20; // the same place as statusAt: requests have the one,
-constexpr std::size_t statusAt = 20;   // answers the other
+constexpr std::size_t unlinkedAt = 20; // in requests,
+constexpr std::size_t statusAt = 20;   // in answers
 constexpr std::size_t lengthAt = 24;
 constexpr std::size_t setupAt = 40;
 

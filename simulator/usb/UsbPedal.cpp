@@ -16,20 +16,20 @@ namespace {
 
 constexpr const char* attachFile = "/sys/devices/platform/vhci_hcd.0/attach";
 constexpr int ports = 8;     // of the virtual hub for USB 2 devices
-constexpr int deviceId = 1;  // the kernel wants any number but 0
-constexpr int fullSpeed = 2; // as the kernel counts speeds
-// More than any request to this device needs; a longer one means that the two sides are out of
-// step.
+constexpr int deviceId = 1;  // any number but 0
+constexpr int fullSpeed = 2; // the kernel's number for it
+// More than any request to this device needs; a longer one means that the message stream is out of
+// sync.
 constexpr std::uint32_t maxData = 65536;
 
-/// Attaches the socket to the port. 0, or the error's number.
+/// Attaches the socket to the port. Returns 0 or an error number.
 int attach(int file, int port, int socket) {
     const std::string line = std::to_string(port) + " " + std::to_string(socket) + " " +
                              std::to_string(deviceId) + " " + std::to_string(fullSpeed);
     return ::write(file, line.data(), line.size()) < 0 ? errno : 0;
 }
 
-/// Receives all of `bytes`; false at the connection's end.
+/// Receives all of `bytes`; false if the connection ends.
 bool receiveAll(int fd, std::span<std::uint8_t> bytes) {
     while (!bytes.empty()) {
         const ssize_t got = ::recv(fd, bytes.data(), bytes.size(), MSG_WAITALL);
@@ -51,7 +51,7 @@ FileDescriptor plugIntoVirtualPort(std::string& why) {
         return {};
     }
     FileDescriptor ours(ends[0]);
-    const FileDescriptor kernels(ends[1]); // the kernel keeps a reference of its own
+    const FileDescriptor kernels(ends[1]); // the kernel keeps its own reference
     const FileDescriptor file(::open(attachFile, O_WRONLY | O_CLOEXEC));
     if (!file) {
         why = std::string(attachFile) + ": " + std::strerror(errno) +
@@ -78,9 +78,9 @@ void UsbPedal::run(int stop) {
     reports_.close();
 }
 
-/// Waits for something to do and does it. False: it is time to end.
+/// Waits for events and handles them. False: time to end.
 bool UsbPedal::serveOnce(int stop) {
-    // Reports stay in their socket until the host asks for one. The pedal's end shows all the same.
+    // Reports stay in their socket until the host asks for one; a closed socket is noticed anyway.
     const short pedalEvents = readers_.empty() ? 0 : POLLIN;
     std::array<pollfd, 3> waiting{
         {{stop, POLLIN, 0}, {bus_.get(), POLLIN, 0}, {reports_.get(), pedalEvents, 0}}};
@@ -146,7 +146,7 @@ bool UsbPedal::unlink(const UsbIpRequest& request) {
     return answer(encodeUnlinkAnswer(request.sequence, found ? statusUnlinked : 0));
 }
 
-/// Moves one report from the pedal to the host that asked for it.
+/// Passes one report from the pedal to the host, which has asked for it.
 bool UsbPedal::giveReport() {
     Report report{};
     const ssize_t got = ::recv(reports_.get(), report.data(), report.size(), MSG_DONTWAIT);

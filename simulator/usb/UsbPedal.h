@@ -1,9 +1,9 @@
-// Puts the simulated pedal on a virtual USB port of Linux (vhci-hcd), where it is a HID device like
-// any other: a bridge between the port's messages and a PedalServer's socket.
+// Puts the simulated pedal on a virtual USB port of Linux (vhci-hcd), where it looks like any HID
+// device: a bridge between the port's messages and a PedalServer's socket.
 //
 //   kernel <- USB/IP messages over a stream socket -> UsbPedal <- reports, one a packet -> server
 //
-// Belongs to one thread.
+// Use it from one thread only.
 #pragma once
 
 #include "base/FileDescriptor.h"
@@ -17,9 +17,9 @@
 
 namespace cabslot::simulator {
 
-/// Plugs a device into the first free virtual port and returns its end of the cable; closing that
-/// is the unplug. None, with the reason in `why`, without the module vhci-hcd, the rights to it
-/// (root's) or a free port.
+/// Plugs a device into the first free virtual port and returns its end of the connection; closing
+/// it unplugs the device. Empty, with the reason in `why`, without the module vhci-hcd, root's
+/// rights or a free port.
 FileDescriptor plugIntoVirtualPort(std::string& why);
 
 class UsbPedal {
@@ -27,8 +27,8 @@ public:
     /// `bus`: the stream socket to the kernel. `reports`: the SOCK_SEQPACKET one to the pedal.
     UsbPedal(FileDescriptor bus, FileDescriptor reports);
 
-    /// Carries until the pedal or the bus closes its socket, or until `stop` (a descriptor of the
-    /// caller's) can be read. Then it closes both: the pedal is unplugged.
+    /// Runs until the pedal or the bus closes its socket, or until `stop` (the caller's descriptor)
+    /// becomes readable. Then closes both: the pedal is unplugged.
     void run(int stop);
 
 private:
@@ -43,7 +43,7 @@ private:
 
     FileDescriptor bus_;
     FileDescriptor reports_;
-    std::deque<UsbIpRequest> readers_; // the host's open requests for a report, oldest first
+    std::deque<UsbIpRequest> readers_; // the host's pending requests for a report, oldest first
 };
 
 } // namespace cabslot::simulator

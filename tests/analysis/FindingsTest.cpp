@@ -1,4 +1,4 @@
-// What is said of files whose faults are known.
+// The findings for files with known faults.
 #include "tests/support/WavBuilder.h"
 
 #include "analysis/IRSummary.h"
@@ -34,8 +34,8 @@ TEST(Findings, OfEachKindOfFile) {
     struct Row {
         std::string bytes;
         Kinds kinds;
-        std::string says;     ///< in the first
-        std::string frames{}; ///< what is said of the frames; empty: anything
+        std::string says;     ///< text in the first finding
+        std::string frames{}; ///< text about the frames; empty: anything
     };
     WavBuilder liar = wav({}, {{10, 99}});
     liar.dataSize = 0xFFFFFFF0;
@@ -48,19 +48,19 @@ TEST(Findings, OfEachKindOfFile) {
          {tooManyChannels},
          "4 channels: only files",
          "100, of which none is used"},
-        {wav({.bits = 8}, {{99, 128}}).bytes(), {eightBits}, "counts silence as 128"},
-        {wav({}, {{1, 9}, {3, 32767}, {1, 0}}).bytes(), {clipped}, "Clipped: 3 points"},
+        {wav({.bits = 8}, {{99, 128}}).bytes(), {eightBits}, "store silence as 128"},
+        {wav({}, {{1, 9}, {3, 32767}, {1, 0}}).bytes(), {clipped}, "Clipped: 3 neighbouring points"},
         {wav({.bits = 24}, {{1, 8200000}, {1, -8200000}}).bytes(), {wrapped}, "1 jump "},
         {wav({.rate = 88200}, {{2050, 8192}, {2050, 4096}}).bytes(),
          {cutOff},
-         "the first 23.2 ms of 46.5 ms; 20.0 % (-7.0 dB) of the energy is left behind."},
+         "the first 23.2 ms of 46.5 ms; 20.0 % (-7.0 dB) of the energy is lost."},
         {wav({}, {{1, 9}, {1023, 0}, {1, 9}}).bytes(), {cutOff}, "23.2 ms; 50.0 % (-3.0 dB)"},
-        {wav({}, {{600000, 9}}).bytes(), // of a file so long only the first MiB is looked at
+        {wav({}, {{600000, 9}}).bytes(), // only the first MiB of such a long file is inspected
          {cutOff},
          "of more than 11888.1 ms; at least 99.8 % (0.0 dB)"},
         {wav({.channels = 2}, {{440, 0}, {442, 9}, {100, 11}, {2, 10000}}).bytes(), // -60 dB
          {startsLate},
-         "10.0 ms of silence come first. They are heard as a delay and leave 13.2 ms"},
+         "10.0 ms of silence come first, which are heard as a delay and leave 13.2 ms"},
         {wav({}, {{1024, 0}, {3, 1}}).bytes(), {silent, cutOff}, "Silent"},
         {floats({0.1F, 1.5F, -1.2F}).bytes(),
          {beyondFullScale},
@@ -69,10 +69,10 @@ TEST(Findings, OfEachKindOfFile) {
          {beyondFullScale},
          "full scale: 2 samples infinite or not a number"},
         {liar.bytes(),
-         {claimsMore}, // and nothing is left behind that is not there
-         "has 2147483640 frames but holds 10.",
+         {claimsMore}, // and no cutOff: the missing frames are not counted
+         "claims 2147483640 frames but holds 10.",
          "10 (the file claims 2147483640), all of which are used"},
-        {commented.bytes(), {misplacedTag}, "\"data\" stands inside the \"LIST\" chunk"},
+        {commented.bytes(), {misplacedTag}, "\"data\" is inside the \"LIST\" chunk"},
         {factoryFile(3, std::string(5000, '\x11')), {}, "", "1024, all of which are used"},
         {factoryFile(3, std::string(6, '\x11')), {}, "", "2, all of which are used"},
     };

@@ -1,4 +1,4 @@
-// Samples, envelope, level and response of signals whose answers theory gives.
+// Samples, envelope, level and response of signals with known theoretical results.
 #include "analysis/Response.h"
 #include "analysis/Words.h"
 
@@ -34,7 +34,7 @@ Samples sine(double hertz, double amplitude) {
 }
 
 TEST(Signals, PointsAreTheLow24BitsWithTheirSign) {
-    Block block{0x800000, 0x7FFFFF, 0x1400000, 0xFFFFFF}; // the third is what 2.5 leaves
+    Block block{0x800000, 0x7FFFFF, 0x1400000, 0xFFFFFF}; // the third is 2.5, which exceeds 24 bits
     const Samples samples = samplesOf(block);
     EXPECT_EQ((std::array{samples[0], samples[1], samples[2], samples[3]}),
               (std::array{-1.0, 8388607 / 8388608.0, 0.5, -1 / 8388608.0}));
@@ -67,7 +67,7 @@ TEST(Signals, Levels) {
     EXPECT_EQ(rmsDbfs(Samples{}), std::nullopt);
 }
 
-// Half now and half a hundred points later: silent at the odd multiples of 220.5 Hz.
+// Half now and half a hundred points later: zero at the odd multiples of 220.5 Hz.
 TEST(Signals, ACombHasAllItsNotchesOnAnAxisOfAnyWidth) {
     const Response response(
         signal([](double point) { return point == 0 || point == 100 ? 0.5 : 0.0; }));
@@ -91,7 +91,7 @@ TEST(Signals, ASinePeaksAtItsFrequency) {
     }
 }
 
-// What a picture of the response is drawn along.
+// The axis of the response plot.
 TEST(Signals, AnImpulseIsFlatAndSilenceHasALevelThatCanBeDrawn) {
     for (const Range& column : Response(impulse(1023)).columns(500)) {
         EXPECT_NEAR(column.lowest, nothing, 0.01);

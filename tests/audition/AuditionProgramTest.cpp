@@ -1,4 +1,4 @@
-// cabslotctl audition, as a user meets it.
+// cabslotctl audition as a user runs it.
 #include "tests/audition/SoundServer.h"
 #include "tests/support/Programs.h"
 

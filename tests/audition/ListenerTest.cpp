@@ -1,4 +1,4 @@
-// The listener on a player under the test's hand.
+// The listener with a player that the test controls.
 #include "tests/support/FakeSound.h"
 
 #include "audition/Listener.h"
@@ -65,7 +65,7 @@ TEST(Listener, IsNotHeldUpByAServerThatHangs) {
         listener.listen(true);
         listener.setIR(Samples{});
     }
-    library.device->hangs = false; // only now: to wait for the thread would be to wait for ever
+    library.device->hangs = false; // only now: the destructor must not wait for it
 }
 
 } // namespace

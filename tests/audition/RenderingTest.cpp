@@ -1,4 +1,4 @@
-// The numbers of the sound, without a sound device.
+// Rendering, loudness and mixing, without a sound device.
 #include "tests/support/WavBuilder.h"
 
 #include "audition/sound/Convolver.h"
@@ -33,7 +33,7 @@ Samples impulse(double level, std::size_t at = 0) {
     return ir;
 }
 
-/// A decaying noise, whose sum cannot pass full scale, through a one-pole low-pass filter.
+/// A decaying noise through a one-pole low-pass filter, whose sum cannot exceed full scale.
 Samples decay(double level, double share) {
     const std::vector<float> random = noise(irPointCount);
     Samples ir{};
@@ -49,7 +49,7 @@ double peakOf(const std::vector<float>& samples) {
     return std::abs(*std::ranges::max_element(samples, {}, [](float x) { return std::abs(x); }));
 }
 
-// Sizes around the parts that the convolver cuts a phrase into.
+// Sizes around those of the convolver's parts.
 TEST(Convolver, EqualsDirectConvolution) {
     const Samples ir = decay(1, 1);
     for (const std::size_t size : {1UL, 5UL, 7168UL, 7169UL, 7170UL, 14338UL, 14339UL, 30000UL}) {
@@ -91,7 +91,7 @@ TEST_P(ShippedPhrase, IsEquallyLoudThroughAnyIR) {
 
 INSTANTIATE_TEST_SUITE_P(Both, ShippedPhrase, ::testing::Values("clean.wav", "driven.wav"));
 
-// A click has a peak far above its loudness, and so has an IR that sums up a whole phrase.
+// A click's peak is far above its loudness, and so is that of an IR that sums up a whole phrase.
 TEST(Level, PeaksStayBelowFullScale) {
     const double highest = std::pow(10, highestPeak / 20) + 1e-6;
     std::vector<float> clicks(44100);
@@ -107,7 +107,7 @@ TEST(Level, PeaksStayBelowFullScale) {
             EXPECT_EQ(rendering.heldByPeaks,
                       ir[1] != 0 ? level == Level::asItIs : level == Level::matched);
         }
-    // Where the end of the loop and its start sound together, a peak may be that neither has alone.
+    // Where the end and the start of the loop overlap, the peak may exceed both.
     Rendering overlap{.samples = std::vector<float>(4), .loop = 3};
     overlap.samples[0] = overlap.samples[3] = 0.8F;
     setLevel(overlap, Level::asItIs);
@@ -148,14 +148,14 @@ TEST(Mixer, CrossFadesAtTheSamePlaceWithoutAStep) {
     std::ranges::transform(up, down.begin(), std::negate{});
     mixer.play(sounding(up, size));
     pull(mixer, 2000);
-    mixer.play(sounding(std::vector<float>(size, 5000), size)); // is overtaken: never heard
+    mixer.play(sounding(std::vector<float>(size, 5000), size)); // replaced before it is heard
     mixer.play(sounding(down, size));
     const std::vector<float> found = pull(mixer, 2000);
     EXPECT_NEAR(found[0], 2000, 5);
     EXPECT_NEAR(found[Mixer::fadeSize / 2], 0, 10);
     EXPECT_EQ(found[Mixer::fadeSize], -2000 - static_cast<float>(Mixer::fadeSize));
     for (std::size_t i = 1; i < found.size(); ++i)
-        ASSERT_NEAR(found[i], found[i - 1], 12); // 5800 over 20 ms, at its steepest
+        ASSERT_NEAR(found[i], found[i - 1], 12); // the steepest part of 5800 over 20 ms
     EXPECT_EQ(mixer.changes(), 2U);
 }
 
@@ -202,7 +202,7 @@ TEST(PhraseFile, RefusesWhatIsNoPhrase) {
     for (const auto& [path, why] : cases)
         EXPECT_EQ(readPhrase(path).whyNot, why);
     const std::string text = folder.write("text.wav", "hello");
-    EXPECT_TRUE(readPhrase(text).whyNot.starts_with("it is no sound file that can be read: "));
+    EXPECT_TRUE(readPhrase(text).whyNot.starts_with("it is not a readable sound file: "));
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// A sound server of the test's own, with a null output whose monitor is recorded.
+// A private sound server with a null output whose monitor is recorded.
 #pragma once
 
 #include "tests/support/Programs.h"
@@ -14,7 +14,7 @@
 
 namespace cabslot::testing {
 
-/// Other tests keep the machine busy, and sound cannot wait: where it may, it comes first.
+/// Raises the priority if allowed: other tests keep the machine busy, and sound cannot wait.
 struct Urgent {
     Urgent() { [[maybe_unused]] const int refused = ::setpriority(PRIO_PROCESS, 0, -15); }
 };
@@ -37,7 +37,7 @@ protected:
         ASSERT_TRUE(check());
     }
 
-    /// While it lives, what is played is recorded.
+    /// Records what is played, for as long as this object lives.
     struct Recorder {
         explicit Recorder(SoundServer& server)
             : program({"/usr/bin/parec", "-d", "t.monitor", "--rate=44100", "--channels=1",

@@ -1,4 +1,4 @@
-// The whole way of the sound: through a sound server of the test's own, back from its monitor.
+// The whole sound path: through a private sound server and back from its monitor.
 #include "tests/audition/SoundServer.h"
 
 #include "audition/sound/PhraseFile.h"
@@ -13,7 +13,7 @@
 namespace cabslot::testing {
 namespace {
 
-/// 1 when both are the same but for their level.
+/// 1 if both are equal except for their level.
 double correlation(std::span<const float> a, std::span<const float> b) {
     double ab = 0;
     double aa = 0;
@@ -26,7 +26,7 @@ double correlation(std::span<const float> a, std::span<const float> b) {
     return aa == 0 || bb == 0 ? 0 : ab / std::sqrt(aa * bb);
 }
 
-/// Where in `recording` the part begins.
+/// The position in `recording` where the part begins.
 std::size_t placeOf(std::span<const float> part, std::span<const float> recording) {
     std::size_t best = 0;
     double highest = -1;
@@ -42,7 +42,7 @@ std::size_t placeOf(std::span<const float> part, std::span<const float> recordin
 constexpr std::size_t second = 44100;
 constexpr std::size_t window = second / 20;
 
-/// What is heard in each window, from a quarter of a second on: 1 the first, 3 the second, 2
+/// What is heard in each window, after the first quarter of a second: 1 the first, 3 the second, 2
 /// neither alone.
 std::string heard(std::span<const float> recording, std::span<const float> one,
                   std::span<const float> two) {
@@ -78,7 +78,7 @@ protected:
         two = std::make_shared<Rendering>(phrase->render(bright, Level::matched));
     }
 
-    /// A second of each, as it came out: from the start of the phrase on.
+    /// A second of each phrase as it was played, from its start.
     std::vector<float> play() {
         const Recorder recorder(*this);
         SdlPlayer player;
@@ -92,7 +92,7 @@ protected:
         const auto mark = std::span<const float>(one->samples).subspan(second / 2, 500);
         const std::size_t place = placeOf(mark, all);
         const std::size_t start = place - second / 2;
-        if (place < second / 2 || start + 2 * second > all.size()) // it was not heard well
+        if (place < second / 2 || start + 2 * second > all.size()) // it was not recorded well
             return {};
         return std::vector<float>(&all.at(start), &all.at(start + 2 * second - second / 8));
     }
@@ -104,14 +104,14 @@ protected:
     std::shared_ptr<const Rendering> two;
 };
 
-/// The cross-fade may touch two windows.
+/// The cross-fade may span two windows.
 bool isOneThenTwo(const std::string& windows) {
     return std::ranges::is_sorted(windows) && std::ranges::count(windows, '1') >= 14 &&
            std::ranges::count(windows, '2') <= 2 && std::ranges::count(windows, '3') >= 12;
 }
 
 TEST_F(Changing, TheIRLeavesNoGap) {
-    // A machine that is busy with other tests may drop samples; a fault of ours would come back.
+    // A busy machine may drop samples; a real fault would occur again.
     std::string windows;
     for (int attempt = 0; attempt < 4 && !isOneThenTwo(windows); ++attempt) {
         const std::vector<float> came = play();

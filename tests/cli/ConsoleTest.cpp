@@ -34,7 +34,7 @@ TEST(Console, ProgressIsOneLineOnATerminal) {
     std::fflush(stderr);
     ::dup2(saved, STDERR_FILENO);
     const std::string expected = "\r\033[Kframe 1\r\033[Kframe 2\r\033[K";
-    std::string seen; // the terminal hands it on in pieces
+    std::string seen; // the terminal passes it on in pieces
     for (char byte = 0; seen.size() < expected.size() && ::read(terminal, &byte, 1) == 1;)
         seen += byte;
     EXPECT_EQ(seen, expected);

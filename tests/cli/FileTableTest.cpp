@@ -1,4 +1,4 @@
-// cabslotctl inspect of several files and of folders.
+// cabslotctl inspect with several files and with folders.
 #include "tests/support/Programs.h"
 
 namespace cabslot::testing {
@@ -6,7 +6,7 @@ namespace {
 
 class InspectMany : public ProgramTest {
 protected:
-    /// A pack: three good files, two of them with the same block, and one that is refused.
+    /// A folder with three good files, two of them with the same block, and one that is refused.
     InspectMany() {
         WavBuilder half{.rate = 48000};
         half.add(0x4000).samples.resize(2 * 480); // 10 ms
@@ -68,10 +68,10 @@ TEST_F(InspectMany, TellsTheSameAsOneJsonDocument) {
 
 TEST_F(InspectMany, RefusesAFolderWithoutFilesAndOutputsOfOneFile) {
     EXPECT_EQ(run({"inspect", pack, "--block", folder.path("x")}), 2);
-    EXPECT_NE(err.find("--block and --plot are for one file alone"), std::string::npos) << err;
+    EXPECT_NE(err.find("--block and --plot take a single file"), std::string::npos) << err;
     std::filesystem::create_directories(folder.path("e/f"));
     EXPECT_EQ(run({"inspect", folder.path("e")}), 1);
-    EXPECT_NE(err.find("/e: the folder holds no WAV files; --recursive looks"), std::string::npos);
+    EXPECT_NE(err.find("/e: the folder holds no WAV files; --recursive searches"), std::string::npos);
 }
 
 } // namespace

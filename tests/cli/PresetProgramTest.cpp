@@ -62,7 +62,7 @@ TEST_F(CabslotctlPreset, TellsWhatIsWrongAndWhatWouldBeRight) {
     struct Row {
         std::string path;
         std::string says;
-        int error; ///< 1 and 2: there are no fields to show
+        int error; ///< 1 and 2: no fields to show
     };
     const Row rows[] = {
         {folder.path("none"), "it cannot be read: there is no such file", 1},
@@ -111,8 +111,8 @@ TEST_F(CabslotctlPreset, NeverWritesOverWhatItShouldNot) {
         std::string says;
     };
     const Row rows[] = {
-        {{"new", file}, 2, file + " is there already; give a new name, or remove it first"},
-        {{"new", folder.path("link")}, 2, "link is there already"},
+        {{"new", file}, 2, file + " already exists; give a new name, or remove it first"},
+        {{"new", folder.path("link")}, 2, "link already exists"},
         {{"new", "/nonexistent/x"}, 2, "/nonexistent/x cannot be written: No such file"},
         {{"new", folder.path("x"), "--data", tooMuch}, 1, "it is more than 1536 bytes long"},
         {{"import", file, tooMuch}, 1, tooMuch + ": it is more than 1536 bytes long"},

@@ -1,4 +1,4 @@
-// What a user does, and every way to get it wrong.
+// The commands as a user runs them, and every kind of wrong usage.
 #include "tests/support/Programs.h"
 
 namespace cabslot::testing {
@@ -121,7 +121,7 @@ TEST_F(Cabslotctl, PreparesAFileAndLoadsIt) {
     EXPECT_EQ(contentOf(folder.path("st/user3.slot")).substr(0, 4096),
               contentOf(folder.path("block")));
     const std::string before = contentOf(better);
-    EXPECT_EQ(run({"prepare", wav(), better}), 2) << "it is there already";
+    EXPECT_EQ(run({"prepare", wav(), better}), 2) << "it already exists";
     EXPECT_EQ(run({"prepare", better, better, "--force"}), 2) << "it is the file itself";
     EXPECT_EQ(run({"prepare", file, file, "--into", folder.path("")}), 2) << "twice the same name";
     EXPECT_EQ(run({"prepare", folder.write("no.wav", "no"), folder.path("none.wav")}), 1);
@@ -189,7 +189,7 @@ TEST_F(Cabslotctl, RefusesBadFilesBeforeThePedalIsTouched) {
     for (const Row& row : rows) {
         for (const std::vector<std::string>& command :
              {std::vector<std::string>{"load", "1", row.path}, {"inspect", row.path}}) {
-            EXPECT_EQ(run(command), 1) << row.path; // and not 3: no pedal is running
+            EXPECT_EQ(run(command), 1) << row.path; // not 3, though no pedal is running
             EXPECT_EQ(out, "");
             EXPECT_NE(err.find(row.path + ": "), std::string::npos) << err;
             EXPECT_NE(err.find(row.says, row.path.size()), std::string::npos) << err;

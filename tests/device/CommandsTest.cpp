@@ -1,4 +1,4 @@
-// The handlers of received frames, the frame builders and the scheduler.
+// The handlers for received frames, the frame builders and the scheduler.
 #include "tests/support/FakePedal.h"
 
 #include "device/DeviceCommands.h"
@@ -7,7 +7,7 @@
 namespace cabslot::testing {
 namespace {
 
-// Read before any test has reset them.
+// Read before any test has reset the values.
 const std::vector<std::int64_t> valuesAtStart = {SendStep,
                                                  deviceTrue,
                                                  isInternalIRArray[0],
@@ -40,7 +40,7 @@ TEST(StartValues, AreThoseOfTheProtocol) {
 
 class Commands : public DeviceTest {
 protected:
-    /// Runs one tick and returns what left.
+    /// Runs one tick and returns what was sent.
     Bytes tick() {
         device->reports.clear();
         runSendScheduler();
@@ -59,7 +59,7 @@ TEST_F(Commands, AllDataFillsNamesAndFlagsThenRaisesTheEvent) {
     EXPECT_EQ(IRNameArr.at(0), "Cab             ");
     EXPECT_EQ(IRNameArr.at(1), "0123456789abcdef");
 
-    // A later one replaces; a 0 byte shows nothing, other codes are characters of that code.
+    // A later name replaces the first; 0 bytes are left out, other bytes are character codes.
     onEvent = [] {};
     CMD_Callback(allDataFrame(0, std::string("A\0B\xE9\xFF", 5) + std::string(59, 'x')).data());
     EXPECT_EQ(IRNameArr.count(), 4U);
@@ -97,7 +97,7 @@ TEST_F(Commands, TheFirstTwoTicksOpenAndTheRestAreSilent) {
     EXPECT_EQ(SendStep, 233) << "not re-entered";
 }
 
-// The 55 reports of one upload, byte for byte, put together here from the layout alone.
+// The 55 reports of one upload, byte for byte, built here from the layout alone.
 TEST_F(Commands, AnUploadIsSevenFramesOnEverySecondTick) {
     tick();
     tick();
@@ -108,7 +108,7 @@ TEST_F(Commands, AnUploadIsSevenFramesOnEverySecondTick) {
     irdatabuff[3] = 0xABCDEF;
     irdatabuff[515] = 0x123456;
     SendisInternalIR = 1;
-    IR_InportNumber = 0x302; // the low byte is sent
+    IR_InportNumber = 0x302; // only the low byte is sent
     isInportIR = 1;
 
     std::vector<Bytes> expected = {

@@ -1,4 +1,4 @@
-// The device link as a whole, on its thread, over a service that the test controls.
+// The whole device link, on its thread, with a service that the test controls.
 #include "tests/support/FakePedal.h"
 
 #include "device/HIDClass.h"
@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 TEST(RepeatingTimer, FallsBackOnItsGridAfterAStallWithoutABurst) {
     const RepeatingTimer::TimePoint start{5s};
     RepeatingTimer timer(start, 10ms);
-    // When it is looked at, whether it fires, when it is due next: microseconds behind the start.
+    // The time, whether the timer fires, when it is next due: microseconds after the start.
     const std::tuple<int, bool, int> looks[] = {{9999, false, 10000},    {10000, true, 20000},
                                                 {23000, true, 30000},    {236000, true, 240000},
                                                 {239999, false, 240000}, {240000, true, 250000}};
@@ -45,7 +45,7 @@ TEST_F(Link, StartsWithFreshSlotsAndWithoutTouchingTheBus) {
     EXPECT_EQ(manager.matching.VendorID, 0);
 }
 
-// The pedal's answer lies there before the first tick, which has to read before it sends.
+// The pedal's answer is there before the first tick, which must read before it sends.
 TEST_F(Link, FindsThePedalReadsAndSendsEvery10ms) {
     manager.receive(allDataFrame('1', std::string(64, 'n')));
     std::promise<std::int64_t> event;
@@ -60,8 +60,10 @@ TEST_F(Link, FindsThePedalReadsAndSendsEvery10ms) {
     std::vector<HIDManager::TimePoint> deadlines;
     bool told = false;
     bool offGrid = false;
-    std::promise<bool> sawTwoTicks; // a busy machine leaves some out, but not five hundred
+    std::promise<bool> sawTwoTicks; // a busy machine skips some, but not five hundred
     manager.onWait = [&](HIDManager::TimePoint deadline) {
+        if (!deadlines.empty() && deadlines.back() == deadline)
+            return; // the wait has ended a little early
         deadlines.push_back(deadline);
         const std::size_t n = deadlines.size();
         offGrid |= n > 1 && (deadlines[n - 1] - deadlines[n - 2]) % 10ms != 0ms;
@@ -112,7 +114,7 @@ TEST_F(Link, ConnectHIDTakesTheDeviceAtTheIndex) {
     EXPECT_EQ(HID_Device, nullptr) << "no manager yet";
     link.setHIDManager(&manager);
     deveiceIndex = 1;
-    // No call is lost, beside the device thread neither.
+    // No call is lost, not even beside the device thread.
     for (const bool running : {false, true}) {
         if (running)
             link.OpenDevice();

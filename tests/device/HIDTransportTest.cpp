@@ -1,5 +1,4 @@
-// Reports out, and the callbacks of the HID service. The fuzz seeds look at the reports that come
-// in.
+// Output reports and the HID service's callbacks. The fuzz seeds cover input reports.
 #include "tests/support/FakePedal.h"
 
 #include "device/DataUnpacking.h"

@@ -1,5 +1,5 @@
-// The CRC, the ring buffer and the unpacker. The fuzz seeds compare the unpacker with a second
-// opinion in many more streams; here stands what they cannot see.
+// The CRC, the ring buffer and the unpacker. The fuzz seeds compare the unpacker with an
+// independent one on many more streams; these tests cover the rest.
 #include "tests/support/FakePedal.h"
 
 #include "device/Crc16.h"
@@ -63,7 +63,7 @@ TEST_F(Receiving, AFrameWithAWrongCrcIsNotDelivered) {
     EXPECT_EQ(CheckMCUInportIR_Finish, 0U);
 }
 
-// The handler gets no length: what a short frame lacks is what the frame before it left.
+// The handler gets no length: a short frame's missing bytes come from the previous frame.
 TEST_F(Receiving, AShortAllDataFrameIsTrusted) {
     const std::string names(64, 'n');
     receive(allDataFrame('1', names));

@@ -23,7 +23,7 @@ constexpr std::uint32_t untouched = 0xDEADBEEF;
 
 class Conversion : public ::testing::Test {
 protected:
-    /// The block of a file of these bytes; all `untouched` when it is refused.
+    /// The block of a file with these bytes; all `untouched` if it is refused.
     Block convert(const std::string& bytes) {
         Block block;
         block.fill(untouched);
@@ -109,7 +109,7 @@ TEST_F(Conversion, EveryDepthAndRateMonoAndStereo) {
 }
 
 TEST_F(Conversion, APointAt48kHzStandsBetweenTwo) {
-    // A single 1/2 at input point 12: output 11 stands at 11.968, output 12 at 13.056.
+    // A single 1/2 at input point 12: output 11 is at 11.968, output 12 at 13.056.
     WavBuilder wav{.rate = 48000};
     for (int i = 0; i < 1120; ++i)
         wav.add(i == 12 ? 0x4000 : 0);
@@ -133,12 +133,12 @@ TEST_F(Conversion, FloatSamples) {
         {-1.0f, 0x800009, 0x800009},
         {-0.1f, 0xF33334, 0xF33334}, // -838860.8: towards zero
         {-1.5f * unit, 0xFFFFFF, 0xFFFFFF},
-        {1.5f, 0xC00000, 0xC00000},     // beyond full scale wraps
-        {-1.5f, 0xC00000, 0xC00000},    // 0x400000 with the sign bit put back
-        {2.0f, 0x1000000, 0},           // positive bits above 23 stay at 44.1 kHz only
-        {-2.0f, 0x800000, 0x800009},    // -1.0 on its way through the resampler
-        {255.5f, 0x7FC00000, 0xC00000}, // the largest that fits, nearly
-        {256.0f, 0x800000, 0x800009},   // does not fit: the least integer
+        {1.5f, 0xC00000, 0xC00000},     // beyond full scale: wraps
+        {-1.5f, 0xC00000, 0xC00000},    // 0x400000 with the sign bit set
+        {2.0f, 0x1000000, 0},           // higher bits of positive samples stay at 44.1 kHz only
+        {-2.0f, 0x800000, 0x800009},    // -1.0 in the resampler
+        {255.5f, 0x7FC00000, 0xC00000}, // almost the largest that fits
+        {256.0f, 0x800000, 0x800009},   // does not fit: becomes the least integer
         {infinity, 0x800000, 0x800009},
         {std::nanf(""), 0x800000, 0x800009},
     };

@@ -1,4 +1,4 @@
-// Names and flags as they are sent and shown. How a path makes a name is checked by the fuzz seeds.
+// Names and flags as sent and displayed. The fuzz seeds check how a path becomes a name.
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
 #include "tests/support/WavBuilder.h"
@@ -46,7 +46,7 @@ const std::string factoryNames = " Champer    1x8V.Champer   1x8Prince.B   1x10P
 TEST_F(Names, OfAllThirtyFactoryFiles) {
     for (std::uint8_t index = 0; index < 30; ++index) {
         const std::string name = factoryNames.substr(15U * index, 15);
-        open("caf\xC3\xA9", factoryFile(index, {})); // the file's own name does not matter
+        open("caf\xC3\xA9", factoryFile(index, {})); // the file's own name is ignored
         file_.copyIRName(0);
         EXPECT_EQ(sent(), name + nameEnd);
         EXPECT_EQ(IRNameArr.at(0), name);
@@ -74,8 +74,8 @@ TEST_F(Names, OfAClearedSlot) {
     }
 }
 
-// On one object: a factory file leaves the frame count of the WAV file before it, and a WAV file
-// takes back everything of the factory file.
+// With one object: a factory file keeps the frame count of the previous WAV file, and a WAV file
+// resets everything from the factory file.
 TEST_F(Names, FlagsAndCountsFollowTheFile) {
     const auto record = [this](std::uint8_t flag, const std::string& digit) {
         EXPECT_EQ(SendisInternalIR, flag);

@@ -1,5 +1,5 @@
-// What OpenFilePath makes of odd files, and in which words it refuses. That it refuses just the bad
-// ones is checked by the fuzz seeds.
+// How OpenFilePath handles unusual files, and its messages for refused ones. The fuzz seeds check
+// that it refuses only bad files.
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
 #include "tests/support/Limits.h"
@@ -19,7 +19,7 @@ using testing::WavBuilder;
 
 class OpenFile : public ::testing::Test {
 protected:
-    /// Opens a good file first, so that what a refusal lets go can be seen.
+    /// Opens a good file first, to show what a refusal releases.
     void expectRefused(const std::string& path, const std::string& why) {
         SCOPED_TRACE(path);
         ASSERT_TRUE(file_.OpenFilePath(good_)) << file_.whyRefused();
@@ -77,7 +77,7 @@ TEST_F(OpenFile, NothingToRead) {
     expectRefused("/dev/zero", "it is not a file but a device");
     expectRefused(loop, "it is a symbolic link that leads back to itself");
     expectRefused(large, "it is too large: files of 4 GiB and more are not read");
-    // The kernel says 4096 bytes and gives fewer.
+    // The kernel reports 4096 bytes and returns fewer.
     expectRefused("/sys/devices/system/cpu/online",
                   "it changed while it was being read; try again");
     const testing::NotRoot somebody;
@@ -88,7 +88,7 @@ TEST_F(OpenFile, NamesThatThePedalCannotShow) {
     const std::string unnamed = "a character that";
     const std::pair<std::string, std::string> rows[] = {
         {"Only ASCII at first \xE2\x82\xAC.wav", "\"\xE2\x82\xAC\", which"},
-        {"Cafe\xCC\x81.wav", "\"e\xCC\x81\", which"}, // accent apart from its letter
+        {"Cafe\xCC\x81.wav", "\"e\xCC\x81\", which"}, // a combining accent
         {"backwards\xE2\x80\xAE.wav", unnamed},
         {"latin1 \xE9.wav", unnamed},
     };
@@ -99,7 +99,7 @@ TEST_F(OpenFile, NamesThatThePedalCannotShow) {
                           " (rename it, for example without accents)");
 }
 
-// The tags are searched for byte by byte, also inside other chunks.
+// The tags are searched for byte by byte, even inside other chunks.
 TEST_F(OpenFile, TheFirstTagInTheFileCounts) {
     const std::string format = WavBuilder{.rate = 96000, .bits = 24}.bytes().substr(12, 24);
     const std::string data("data\x04\0\0\0", 8);
@@ -108,7 +108,7 @@ TEST_F(OpenFile, TheFirstTagInTheFileCounts) {
     ASSERT_TRUE(file_.OpenFilePath(folder_.write("a.wav", wav.add(1).bytes())));
     EXPECT_EQ(file_.sampleRate(), 96000u);
     EXPECT_EQ(file_.bitsPerSample(), 24u);
-    EXPECT_EQ(file_.frameCount(), 1u); // four bytes of frames of three
+    EXPECT_EQ(file_.frameCount(), 1u); // four bytes, three per frame
 
     wav.beforeFormat = chunk("LIST", "my" + data + "\x11\x22\x33\x44");
     ASSERT_TRUE(file_.OpenFilePath(folder_.write("b.wav", wav.bytes())));
@@ -131,7 +131,7 @@ TEST_F(OpenFile, ExtraChunksAndFieldsThatAreNotReadDoNotMatter) {
         EXPECT_EQ(file_.sampleRate(), 88200u);
         EXPECT_EQ(file_.channelCount(), 2u);
         EXPECT_EQ(file_.bitsPerSample(), 24u);
-        EXPECT_EQ(file_.frameCount(), 3u); // 21 bytes of frames of six, the rest is dropped
+        EXPECT_EQ(file_.frameCount(), 3u); // 21 bytes, six per frame; the rest is dropped
         EXPECT_EQ(file_.heldFrames(), 3u);
         std::vector<float> left(9);
         EXPECT_EQ(file_.readChannel(0, 0, left), 3u);
@@ -145,7 +145,7 @@ TEST_F(OpenFile, OfALongFileAsMuchIsReadAsIsNeeded) {
     WavBuilder wav;
     for (int i = 0; i < 600'000; ++i)
         wav.add(i);
-    // Bytes before the samples: hardly any, so many that some lie behind the first part, and all.
+    // Bytes before the samples: few; so many that some samples are outside the first part; and all.
     for (const std::size_t before : std::array<std::size_t, 3>{0, part - 600, 2 * part}) {
         wav.beforeData = chunk("LIST", std::string(before, 'x'));
         const std::string bytes = wav.bytes();

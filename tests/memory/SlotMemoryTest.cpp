@@ -1,4 +1,4 @@
-// What was loaded from here: kept, recalled, damaged, written by two programs at once.
+// Records of loaded IRs: stored, recalled, damaged, written by two programs at once.
 #include "memory/SlotMemory.h"
 
 #include "tests/support/Files.h"
@@ -80,7 +80,7 @@ TEST_F(Memory, DamageIsToldOnceAndWrittenOver) {
         memory.remember(1, record("Cab", 8));
         EXPECT_TRUE(memory.recall(1, "Cab"));
     }
-    // Another pedal's file under this one's name, as after a copy by hand.
+    // Another pedal's file under this one's name, as after copying it by hand.
     memoryOf("sim").remember(1, record("Cab", 7));
     std::filesystem::rename(state + "/sim-slot1", path);
     EXPECT_FALSE(memoryOf("usb").recall(1, "Cab"));
@@ -92,7 +92,7 @@ TEST_F(Memory, DamageIsToldOnceAndWrittenOver) {
     ASSERT_EQ(told.size(), 1U) << "a folder that cannot be made";
 }
 
-// Each program writes five hundred records, of its own slot and of a common one.
+// Each program writes five hundred records, to its own slot and to a shared one.
 TEST_F(Memory, TwoProgramsAtOnceLoseAndMixNothing) {
     constexpr std::uint32_t loads = 500;
     constexpr std::uint32_t common = 4;

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""What --help tells, the manual pages and the shells' completion tell, too, and nothing else.
+"""Compares --help with the manual pages and the shells' completions: the same options and commands.
 
 Usage: help-test.py PACKAGING PROGRAM ...
 """
@@ -10,7 +10,7 @@ import sys
 
 PACKAGING, PROGRAMS = sys.argv[1], sys.argv[2:]
 
-# Asks bash what it offers for the last of the words given.
+# Asks bash for the completions of the last of the words given.
 ASK_BASH = """
 . "$1"; shift
 compopt() { :; }
@@ -23,7 +23,7 @@ faults = []
 
 def expect_same(where, told, helped):
     for name in sorted(set(told) ^ set(helped)):
-        faults.append(f"{where}: {name} is " + ("not told" if name in helped else "not in --help"))
+        faults.append(f"{where}: {name} is " + ("not documented" if name in helped else "not in --help"))
 
 
 def read(name):
@@ -90,10 +90,10 @@ for program, helps in helps_of.items():
     expect_same(f"fish {name}", {"--" + o for o in re.findall(r"(?<!set) -l ([a-z-]+)", fish)}, known)
     for word in words:
         if word not in page:
-            faults.append(f"man {name}: {word} is not told")
+            faults.append(f"man {name}: {word} is not documented")
         for shell, text in ("fish", fish), ("zsh", read("completion/_cabslot")):
             if not re.search(rf"(?<![\w-]){word.split()[-1]}(?![\w-])", text):
-                faults.append(f"{shell} {name}: {word} is not told")
+                faults.append(f"{shell} {name}: {word} is not documented")
     for command, text in helps.items():
         check_bash(name, command, text, whole)
 

@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""The programs find their files wherever they are: built, installed, moved, behind a link.
+"""The programs find their files in any location: built, installed, moved, behind a link.
 
 Usage: installed-test.py BUILD
 """
@@ -12,7 +12,7 @@ BUILD = sys.argv[1]
 
 
 def clear_slot(program, **options):
-    """Clearing takes the blank IR, which lies beside the program."""
+    """Clearing needs the blank IR, which is installed with the program."""
     done = subprocess.run([program, "--pedal", "sim", "clear", "1"], text=True, capture_output=True,
                           check=False, **options)
     if (done.returncode, done.stdout) != (0, "User 1: User 1\n"):
@@ -30,7 +30,7 @@ with tempfile.TemporaryDirectory() as folder:
     clear_slot(os.path.join(prefix, "bin/cabslotctl"))
     os.rename(prefix, moved)
     clear_slot(os.path.join(moved, "bin/cabslotctl"))
-    # The sound's module and phrases lie beside the program, too.
+    # The sound module and phrases are installed with it, too.
     subprocess.run([os.path.join(moved, "bin/cabslotctl"), "audition", "--dry", "driven",
                     os.path.join(moved, "share/cabslot/examples/Demo 1x12.wav"),
                     "--out", os.path.join(folder, "out.wav")], check=True)

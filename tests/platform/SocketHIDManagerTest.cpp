@@ -1,4 +1,4 @@
-// The HID service over sockets, with the test at the pedal's end.
+// The HID service over sockets, with the test as the pedal.
 #include "tests/support/Files.h"
 #include "tests/support/Journal.h"
 
@@ -70,7 +70,7 @@ TEST(SocketPath, ASecondPedalIsFoundBesideTheFirstAndAnotherFirstOneAfterIt) {
     ASSERT_TRUE(second.open(path + ".2", why)) << why;
     EXPECT_TRUE(says("+ + "));
     EXPECT_EQ(manager.copyDevices().size(), 2U);
-    first.accept(); // and closes it at once
+    first.accept(); // and closes the connection at once
     first.close();
     EXPECT_TRUE(says("+ + - "));
     ASSERT_TRUE(first.open(path, why)) << why;

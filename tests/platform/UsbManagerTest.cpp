@@ -1,5 +1,5 @@
-// The USB manager's decisions against a bus of this file's own: hidapi's functions, faked. It runs
-// wherever the programs do; the true hidapi is the kernel bench's.
+// The USB manager on a fake bus: hidapi's functions are replaced by this file's. Runs wherever the
+// programs do; the kernel bench covers the real hidapi.
 #include "cli/CommandLine.h"
 #include "platform/UsbHIDManager.h"
 #include "tests/support/Journal.h"
@@ -62,7 +62,7 @@ hid_device_info* hid_enumerate(unsigned short /*vendor*/, unsigned short /*produ
     hid_device_info* list = nullptr;
     for (const auto& [path, node] : bus.nodes) {
         list = cabslot::testing::listed(path, node, list);
-        list = cabslot::testing::listed(path, node, list); // once for each usage
+        list = cabslot::testing::listed(path, node, list); // once per usage
     }
     return list;
 }
@@ -117,7 +117,7 @@ class UsbManager : public ::testing::Test {
 protected:
     void SetUp() override { bus = {}; }
     void open() { opened = manager.open(pedalMatching, journal.callbacks()); }
-    /// One turn: looks if that is due, then reads each device once.
+    /// One iteration: scans if that is due, then reads each device once.
     void turn() { manager.waitForEvents(UsbHIDManager::TimePoint{}); }
 
     bool opened = false;

@@ -1,4 +1,4 @@
-// Preparing an IR: against signals whose answers are known.
+// Preparing IRs, tested with signals that have known results.
 #include "prepare/Prepare.h"
 #include "prepare/Loudness.h"
 #include "tests/support/WavBuilder.h"
@@ -16,7 +16,7 @@ namespace {
 constexpr double pi = std::numbers::pi;
 constexpr PrepareOptions keepLevel = {.level = LevelGoal::keep};
 
-/// The magnitude of what `signal`, at `rate`, does to a frequency.
+/// The gain of `signal`, at `rate`, at one frequency.
 double magnitude(std::span<const double> signal, double hertz, double rate = pointsPerSecond) {
     std::complex<double> sum;
     for (std::size_t i = 0; i < signal.size(); ++i)
@@ -26,7 +26,7 @@ double magnitude(std::span<const double> signal, double hertz, double rate = poi
 
 class Preparing : public ::testing::Test {
 protected:
-    /// A mono file of 24 bits; `value` gives frame i, full scale 1.0.
+    /// A mono 24-bit file; `value` gives frame i, full scale 1.0.
     std::string file(std::uint32_t rate, int frames, const std::function<double(int)>& value) {
         WavBuilder wav{.rate = rate, .bits = 24};
         for (int i = 0; i < frames; ++i)
@@ -70,7 +70,7 @@ TEST_F(Preparing, WithEverythingOffThePlainBlockComesOutToTheBit) {
 
 TEST_F(Preparing, ResamplingLetsNothingFoldDownAndKeepsThePassband) {
     for (const std::uint32_t rate : {88200U, 96000U}) {
-        // A burst above what 44.1 kHz can hold; the plain interpolation folds it down.
+        // A burst above half of 44.1 kHz, which plain interpolation aliases.
         const std::string high = file(rate, 2000, [rate](int i) {
             const double hann = (1 - std::cos(2 * pi * i / 2000)) / 2;
             return 0.9 * hann * std::sin(2 * pi * 27000 * i / rate);
@@ -80,7 +80,7 @@ TEST_F(Preparing, ResamplingLetsNothingFoldDownAndKeepsThePassband) {
         EXPECT_GT(decibels(peakOf(samplesOf(result.plain)) / 0.9), -3) << "what it is good for";
     }
     for (const std::uint32_t rate : {48000U, 88200U, 96000U}) {
-        const int frames = static_cast<int>(rate) / 50; // and ends in a step
+        const int frames = static_cast<int>(rate) / 50; // so it ends in a step
         const auto sound = [&](int i) { return 0.5 * std::exp(-3.0 * i / frames); };
         std::vector<double> source;
         for (int i = 0; i < frames; ++i)

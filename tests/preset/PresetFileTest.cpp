@@ -1,5 +1,5 @@
-// Preset files: what is read, what saving writes, and that the file is the old one or the new one
-// whatever happens. The fuzz seeds check the order of the checks and the data area's limits.
+// Preset files: reading, what saving writes, and that a failed save leaves the old file. The fuzz
+// seeds check the order of the checks and the data area's limits.
 #include "preset/QNPresetFile.h"
 #include "tests/support/Files.h"
 #include "tests/support/Limits.h"

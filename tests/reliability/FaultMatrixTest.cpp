@@ -1,5 +1,5 @@
-// Everything a pedal can do to a load: what the user is told, the status, how long it takes at
-// most, and what the pedal holds afterwards. docs/reliability.md tells the same in words.
+// Every way a pedal can disturb a load: what the user is told, the status, the longest time, and
+// the pedal's content afterwards. docs/reliability.md has the same table.
 #include "tests/support/Programs.h"
 
 namespace cabslot::testing {
@@ -22,8 +22,8 @@ struct Row {
     Options pedal{};  ///< options of the simulated one
     std::string confirmDelay = "20";
     int status = 0;
-    std::string told = "User 2: Cab"; ///< status 0: on standard output, else on the other
-    bool stored = true;               ///< slot 2 holds the new IR; else what it held
+    std::string told = "User 2: Cab"; ///< on standard output for status 0, else on standard error
+    bool stored = true;               ///< slot 2 holds the new IR; else the old one
     Act act = Act::load;
     double seconds = 2; ///< at most
 };
@@ -69,7 +69,7 @@ const Row rows[] = {
      Act::loadUntilCtrlC},
 };
 
-// The rows mostly wait: in parts, which run beside each other, they take a fraction of the time.
+// The rows mostly wait. Run in parallel parts, they take a fraction of the time.
 constexpr std::size_t parts = 4;
 
 class FaultMatrix : public ProgramTest, public ::testing::WithParamInterface<std::size_t> {

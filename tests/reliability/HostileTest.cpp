@@ -1,5 +1,5 @@
-// Files, folders and sockets that are not what they should be: a clear word, a status, and nothing
-// that hangs or is left behind.
+// Files, folders and sockets that are not as expected: a clear message, a status, and nothing that
+// hangs or remains.
 #include "tests/support/Limits.h"
 #include "tests/support/Programs.h"
 
@@ -15,7 +15,7 @@ namespace {
 
 class Hostile : public ProgramTest {
 protected:
-    /// Runs cabslot-sim, which must refuse; returns its words.
+    /// Runs cabslot-sim, which must refuse; returns its message.
     std::string refusedPedal(const std::string& socketPath, const std::string& state) {
         Program simulator({CABSLOT_SIM, "--socket", socketPath, "--state", state}, folder, "pedal");
         EXPECT_EQ(simulator.wait(), 1);
@@ -35,7 +35,7 @@ TEST_F(Hostile, AFullDiskLosesNothingThatWasThere) {
         EXPECT_EQ(run({"preset", "new", folder.path("new.preset")}), 2);
         EXPECT_EQ(run({"--trace", folder.path("trace"), "list"}), 0) << "the names are here";
         EXPECT_NE(err.find("/trace is not complete"), std::string::npos) << err;
-        startPedal(); // this one may not write either
+        startPedal(); // this pedal may not write either
         EXPECT_EQ(run({"clear", "2", "--confirm-timeout", "0.5"}), 4);
     }
     EXPECT_EQ(contentOf(old), "what was there");
@@ -67,7 +67,7 @@ TEST_F(Hostile, SocketsThatAreInUseOrNotOurs) {
     EXPECT_EQ(run({"list"}), 0) << "still the first one's";
     pedal->signal(SIGKILL);
     pedal->wait();
-    startPedal(); // replaces the file that the killed one has left
+    startPedal(); // replaces the killed one's socket file
 
     const std::string file = folder.write("file", "mine");
     EXPECT_NE(refusedPedal(file, folder.path("st")).find("no socket"), std::string::npos);

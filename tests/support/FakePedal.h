@@ -1,5 +1,5 @@
-// A HID device and a HID service that the test controls, and frames built without the code under
-// test.
+// A HID device and a HID service that the test controls, and frames built independently of the code
+// under test.
 #pragma once
 
 #include "device/DeviceObject.h"
@@ -26,7 +26,7 @@ inline Bytes operator+(Bytes left, const Bytes& right) {
     return left;
 }
 
-/// A whole frame around command and payload.
+/// A complete frame with this command and payload.
 inline Bytes makeFrame(const Bytes& commandAndPayload) {
     const std::size_t length = commandAndPayload.size();
     Bytes frame = Bytes{0xAA, 0x55, static_cast<std::uint8_t>(length),
@@ -67,7 +67,7 @@ inline std::vector<HIDReport> cutIntoReports(const Bytes& stream) {
     return reports;
 }
 
-/// Keeps what is sent; refuses when told to.
+/// Stores what is sent; refuses when told to.
 class FakeDevice final : public HIDDevice {
 public:
     bool SetReport(const HIDReport& report) override {
@@ -89,12 +89,12 @@ public:
 
     std::vector<HIDReport> reports;
     std::function<void(std::size_t count)> onReport = [](std::size_t) {
-    }; ///< on the sender's thread
+    }; ///< called on the sender's thread
     bool refuses = false;
     bool closed = false;
 };
 
-/// Announces `devices` on the first wait, then hands out `incoming` as reports of the first one.
+/// Announces `devices` on the first wait, then delivers `incoming` as reports of the first one.
 class FakeManager final : public HIDManager {
 public:
     bool open(const HIDMatching& wanted, const HIDCallbacks& callbacks) override {
@@ -142,7 +142,7 @@ private:
     std::vector<HIDReport> incoming_;
 };
 
-/// The process-wide values as a program finds them, one current device, and the events noted down.
+/// Resets the process-wide values, sets one current device, and records the events.
 class DeviceTest : public ::testing::Test {
 protected:
     DeviceTest() {

@@ -1,4 +1,4 @@
-// A sound library whose device is under the test's hand. Its phrase keeps of an IR the first point.
+// A sound library whose device the test controls. Its phrase keeps only the first point of an IR.
 #pragma once
 
 #include "audition/Sound.h"
@@ -10,7 +10,7 @@
 
 namespace cabslot::testing {
 
-/// What a test says of the device, and what the device was given.
+/// The device's behaviour, set by the test, and what it was given.
 struct Device {
     std::mutex mutex;
     std::string whyNone;

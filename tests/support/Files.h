@@ -10,7 +10,7 @@
 
 namespace cabslot::testing {
 
-/// A new folder that goes with all its files when this does.
+/// A new folder that is removed with all its files by the destructor.
 class TempFolder {
 public:
     TempFolder() {
@@ -43,7 +43,7 @@ private:
     std::filesystem::path path_;
 };
 
-/// The bytes of a file; empty when there is none.
+/// The bytes of a file; empty if there is none.
 inline std::string contentOf(const std::string& path) {
     std::ostringstream content;
     content << std::ifstream(path, std::ios::binary).rdbuf();

@@ -1,4 +1,4 @@
-// Writes down what a HID service calls: "+" matched, "-" removed, a number: a report's length.
+// Records a HID service's callbacks: "+" matched, "-" removed, a number: a report's length.
 #pragma once
 
 #include "device/HIDManager.h"

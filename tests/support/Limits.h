@@ -1,4 +1,4 @@
-// Users and disks for tests, on POSIX systems.
+// Restricted users and full disks for tests, on POSIX systems.
 #pragma once
 
 #include <sys/resource.h>
@@ -9,7 +9,7 @@
 
 namespace cabslot::testing {
 
-/// Root may do everything: as root, the process is somebody else while this lives.
+/// Root may do anything: if run as root, switches to another user during this object's lifetime.
 class NotRoot {
 public:
     NotRoot() : wasRoot_(::geteuid() == 0 && ::seteuid(somebody) == 0) {}
@@ -25,8 +25,8 @@ private:
     bool wasRoot_;
 };
 
-/// While it lives, no file of this process and its children grows beyond so many bytes: to a
-/// program this is a disk that runs full in the middle of a file.
+/// During its lifetime, files of this process and its children cannot grow beyond this many bytes,
+/// like a disk that fills up in the middle of a file.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {

@@ -1,4 +1,4 @@
-// Runs the built programs as a user would: cabslotctl to its end, cabslot-sim beside it.
+// Runs the built programs as a user would: cabslotctl until it ends, cabslot-sim in parallel.
 #pragma once
 
 #include "tests/support/WavBuilder.h"
@@ -25,7 +25,7 @@ public:
     Program(std::vector<std::string> arguments, const TempFolder& folder, const std::string& name)
         : out_(folder.path(name + ".out")), err_(folder.path(name + ".err")) {
         for (const std::string& old : {out_, err_})
-            std::filesystem::remove(old); // an earlier program's words are not this one's
+            std::filesystem::remove(old); // removes an earlier program's output
         pid_ = ::fork();
         if (pid_ == 0) {
             redirect(out_, STDOUT_FILENO);
@@ -59,8 +59,8 @@ public:
     std::string out() const { return contentOf(out_); }
     std::string err() const { return contentOf(err_); }
 
-    /// Waits until the program has printed `text`; false when it ends, or ten seconds pass,
-    /// without.
+    /// Waits until the program has printed `text`; false if it ends or ten seconds pass without
+    /// that.
     bool hasPrinted(const std::string& text) const {
         for (int i = 0; i < 2000; ++i) {
             const bool ended = hasEnded();
@@ -90,12 +90,12 @@ private:
     std::string err_;
 };
 
-/// A folder, a simulated pedal in it once startPedal() was called, and cabslotctl to talk to it.
+/// A folder, a simulated pedal in it after startPedal(), and cabslotctl to talk to it.
 class ProgramTest : public ::testing::Test {
 protected:
     ProgramTest() { ::setenv("CABSLOT_STATE", folder.path("memory").c_str(), 1); }
 
-    /// Ends the pedal that may be running and starts another on the same socket and folder.
+    /// Ends a running pedal and starts another one on the same socket and folder.
     void startPedal(std::vector<std::string> options = {}, const std::string& confirmDelay = "20") {
         pedal.reset();
         options.insert(options.begin(), {CABSLOT_SIM, "--socket", socket, "--state",

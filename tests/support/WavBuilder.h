@@ -23,7 +23,7 @@ inline std::string chunk(const std::string& tag, const std::string& body) {
     return bytes + body;
 }
 
-/// Set what matters, append samples frame by frame, take bytes(). Defaults: 44.1 kHz, mono, 16
+/// Set the fields, append samples frame by frame, call bytes(). Defaults: 44.1 kHz, mono, 16
 /// bits.
 struct WavBuilder {
     std::uint32_t rate = 44100;
@@ -32,17 +32,17 @@ struct WavBuilder {
     std::uint16_t formatTag = 1;
     std::string samples{};
 
-    // Odd things a file may hold.
+    // Unusual content for a file.
     std::string riff = "RIFF";
     std::string form = "WAVE";
-    std::string formatTail{};                ///< behind the 16 bytes of "fmt "
-    bool liesAboutBytes = false;             ///< byte rate and block align are nonsense
+    std::string formatTail{};                ///< after the 16 bytes of "fmt "
+    bool liesAboutBytes = false;             ///< wrong byte rate and block align
     std::string beforeFormat{};              ///< whole chunks
     std::string beforeData{};                ///< whole chunks
     std::string afterData{};                 ///< whole chunks
-    std::optional<std::uint32_t> dataSize{}; ///< what "data" claims instead of the truth
+    std::optional<std::uint32_t> dataSize{}; ///< the size that "data" claims, if not the true one
 
-    /// One sample, in the width that `bits` asks for.
+    /// One sample, in the width set by `bits`.
     WavBuilder& add(std::int32_t sample) {
         appendLittleEndian(samples, static_cast<std::uint32_t>(sample), bits / 8);
         return *this;

@@ -1,4 +1,4 @@
-// The whole window on the offscreen platform, over a simulated pedal in the process; the test
+// The whole window on the offscreen platform, with a simulated pedal in the process; the test
 // presses buttons, answers panels and alerts, and reads what is shown.
 #pragma once
 
@@ -84,7 +84,7 @@ protected:
     }
     QString status() { return window->findChild<QLabel*>("status")->text(); }
 
-    /// The button with that tag: 1 to 4 add, 5 to 8 delete.
+    /// The button with this tag: 1 to 4 add, 5 to 8 delete.
     QPushButton* button(int tag) {
         for (auto* candidate : window->findChildren<QPushButton*>()) {
             if (candidate->property("tag").toInt() == tag)
@@ -95,7 +95,7 @@ protected:
     }
     void press(int tag) { QTest::mouseClick(button(tag), Qt::LeftButton); }
 
-    /// The one panel or alert that is open, or null.
+    /// The open panel or alert, or null.
     template<class Dialog>
     Dialog* dialog() {
         Dialog* open = nullptr;
@@ -123,7 +123,7 @@ protected:
         return {alert.title(), alert.detail(), alert.button()->text(), alert.windowModality()};
     }
 
-    /// Presses "Ok" on each disconnect alert as soon as it stands, and keeps what it said.
+    /// Presses "Ok" on each disconnect alert as soon as it is open, and stores its text.
     void answerDisconnects() {
         QTimer::singleShot(1, window.get(), [this] {
             answerDisconnects();
@@ -139,11 +139,11 @@ protected:
     }
 
 public:
-    /// What happens when the window opens its device link, before the link's thread starts.
+    /// Called when the window opens its device link, before the link's thread starts.
     static std::function<void(HIDClass&)> duringOpenDevice;
 
 protected:
-    std::string pedalName{}; ///< whose slots are remembered; none are
+    std::string pedalName{}; ///< the pedal whose slots are remembered; empty: none
     FakeLibrary sound;
     std::unique_ptr<HIDManager> manager;
     TempFolder folder;
@@ -152,9 +152,9 @@ protected:
     std::thread pedalThread;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<AppDelegate> delegate;
-    std::vector<Shown> said; ///< the disconnect alerts
-    std::vector<int> ended;  ///< the statuses the process would have ended with
-    /// What a poll's second is in a test: some time for the pedal, and the event loop runs.
+    std::vector<Shown> said; ///< the disconnect alerts' texts
+    std::vector<int> ended;  ///< the exit statuses that ending the process would have had
+    /// Replaces the second between two polls: runs the event loop and gives the pedal some time.
     std::function<void(std::chrono::milliseconds)> pause = [](std::chrono::milliseconds) {
         QTest::qWait(20);
     };

@@ -1,5 +1,5 @@
-// One slot's upload with no device thread and no time: each wait runs scheduler ticks instead.
-// Refused files and clearing are tried with the window and the programs.
+// Uploads to one slot without a device thread or clock: each wait runs scheduler ticks instead.
+// Refused files and clearing are tested with the window and the programs.
 #include "tests/support/FakePedal.h"
 #include "tests/support/WavBuilder.h"
 
@@ -13,7 +13,7 @@
 namespace cabslot::testing {
 namespace {
 
-// Stands for the passing of time: a poll is two ticks, so one upload frame.
+// Simulates passing time: a poll is two ticks, so one upload frame.
 class Ticking final : public UploadWait {
 public:
     bool waitForUpload() override {
@@ -125,8 +125,8 @@ TEST_F(SlotUpload, GivingUpRecordsNothing) {
     EXPECT_EQ(isInternalIRArray[1], 1);
 }
 
-// Slot 6 stops the process at the last step of the staging: the upload must not have been requested
-// by then, since the device thread would send what is half staged.
+// Slot 6 aborts the process at the last step of the staging: the upload must not have been
+// requested yet, because the device thread would send half-staged data.
 TEST_F(SlotUpload, BlockAndNameAreStagedBeforeTheUploadIsRequested) {
     GTEST_FLAG_SET(death_test_style, "fast");
     const auto load = [this] {

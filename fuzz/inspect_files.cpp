@@ -1,0 +1,72 @@
+// IR files as they are told of side by side, and as they are prepared.
+//
+// Input: steps of preparing (bits), then two files: a name (a count byte and so many bytes) and a
+// content, the first one's with two bytes of length.
+#include "cli/FileTable.h"
+#include "fuzz/Fuzzing.h"
+#include "prepare/Prepare.h"
+
+#include <iostream>
+#include <sstream>
+
+namespace cabslot::fuzz {
+namespace {
+
+PrepareOptions optionsFrom(std::uint8_t bits) {
+    return {.channel = (bits & 1) != 0 ? Channel::mean : Channel::first,
+            .resample = (bits & 2) != 0,
+            .trim = (bits & 4) != 0,
+            .minimumPhase = (bits & 8) != 0,
+            .fade = (bits >> 4 & 3) * usualFade,
+            .level = static_cast<LevelGoal>((bits >> 6) % 3)};
+}
+
+void demandPrepared(const QNIRFile& file, const Block& plain, const PrepareOptions& options) {
+    const PreparedIR prepared = prepareFile(file, plain, options);
+    QNIRFile again;
+    Block block{};
+    demand(again.openBytes(prepared.wav, "a.wav") && again.GetIRDataBuffer(block) &&
+               block == prepared.block && again.frameCount() <= irPointCount,
+           "the plain conversion passes what is prepared, bit for bit");
+    demand(!options.changesNothing() || samplesOf(block) == samplesOf(plain), "nothing is nothing");
+    demand(file.isInteralIR() || options.level == LevelGoal::keep ||
+               peakOf(samplesOf(block)) < 0.96606, // -0.3 dBFS
+           "nothing gets louder than it may");
+}
+
+FileReport reportOf(const std::string& path, View content, const PrepareOptions* options) {
+    QNIRFile file;
+    Block block{};
+    if (!file.openBytes(content, path) || !file.GetIRDataBuffer(block))
+        return {.path = path, .title = "?", .refused = true, .whyRefused = file.whyRefused()};
+    if (options)
+        demandPrepared(file, block, *options);
+    return reportOn(file, path, block, summaryOf(file, block, sentName(file)));
+}
+
+std::string printed(const std::vector<FileReport>& reports, bool json) {
+    std::ostringstream text;
+    std::streambuf* const screen = std::cout.rdbuf(text.rdbuf());
+    printReports(reports, json);
+    std::cout.rdbuf(screen);
+    return text.str();
+}
+
+} // namespace
+} // namespace cabslot::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace cabslot::fuzz;
+    Input input(data, size);
+    const auto options = optionsFrom(input.byte());
+    const std::string name = input.text();
+    const View content = input.bytes(input.number16());
+    const std::string other = input.text();
+    const std::vector reports = {reportOf(name, content, isInSample(size) ? &options : nullptr),
+                                 reportOf(other, input.rest(), nullptr)};
+    demand(std::ranges::count_if(printed(reports, false),
+                                 [](char c) { return c >= 0 && c < ' '; }) == 3,
+           "a line a file and a head, nothing else that a terminal obeys");
+    demand(nlohmann::json::parse(printed(reports, true)).at("files").size() == 2, "it is JSON");
+    return 0;
+}
