@@ -49,7 +49,7 @@ TEST(Findings, OfEachKindOfFile) {
          "4 channels: only files",
          "100, of which none is used"},
         {wav({.bits = 8}, {{99, 128}}).bytes(), {eightBits}, "store silence as 128"},
-        {wav({}, {{1, 9}, {3, 32767}, {1, 0}}).bytes(), {clipped}, "Clipped: 3 neighbouring points"},
+        {wav({}, {{1, 9}, {3, 32767}, {1, 0}}).bytes(), {clipped}, "Clipped: 3 neighbour"},
         {wav({.bits = 24}, {{1, 8200000}, {1, -8200000}}).bytes(), {wrapped}, "1 jump "},
         {wav({.rate = 88200}, {{2050, 8192}, {2050, 4096}}).bytes(),
          {cutOff},

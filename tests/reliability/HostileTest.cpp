@@ -70,7 +70,7 @@ TEST_F(Hostile, SocketsThatAreInUseOrNotOurs) {
     startPedal(); // replaces the killed one's socket file
 
     const std::string file = folder.write("file", "mine");
-    EXPECT_NE(refusedPedal(file, folder.path("st")).find("no socket"), std::string::npos);
+    EXPECT_NE(refusedPedal(file, folder.path("st")).find("not a socket"), std::string::npos);
     EXPECT_EQ(contentOf(file), "mine");
     EXPECT_EQ(run({"list"}, "unix:" + file), 3);
     EXPECT_NE(err.find("no pedal answers at " + file + ": Connection refused"), std::string::npos)
