@@ -141,7 +141,7 @@ std::optional<IRSource> SlotCommand::checkedSource(const std::string& path, bool
         return IRSource{.path = path};
     PreparedIR prepared = prepareFile(file, block, {});
     for (const std::string& sentence : prepared.steps)
-        complain(path + ": " + sentence);
+        complain(std::string(path).append(": ").append(sentence));
     return IRSource{.path = path, .bytes = std::move(prepared.wav)};
 }
 

@@ -73,9 +73,10 @@ void HIDClass::runLoop() {
     while (!stop_) {
         manager_.waitForEvents(std::min(readTimer.due(), sendTimer.due()));
         runHandedWork();
-        if (readTimer.fire(Clock::now()))
+        const Clock::time_point now = Clock::now(); // one time, or the second could fire alone
+        if (readTimer.fire(now))
             HID_ReadData();
-        if (sendTimer.fire(Clock::now()))
+        if (sendTimer.fire(now))
             HID_SendData();
     }
 }

@@ -186,8 +186,7 @@ void UsbHIDManager::removeLost() {
 void UsbHIDManager::remove(const Device& device) {
     device->close();
     std::erase(devices_, device);
-    if (devices_.empty())
-        setWhyNoDevice("the pedal was unplugged");
+    setWhyNoDevice("the pedal was unplugged"); // also when it was the current one of several
     callbacks_.removal(callbacks_.context, 0, this, device);
 }
 

@@ -62,6 +62,15 @@ Examples:
   cabslot-sim --socket /tmp/pedal.sock --fault split --fault garbage)";
 }
 
+PedalOptions optionsOf(const Arguments& arguments) {
+    PedalOptions options;
+    options.confirmDelay = std::chrono::milliseconds(arguments.confirmDelay);
+    for (const std::string& name : arguments.faults)
+        setFault(options.faults, name);
+    options.faults.vanishAfter = arguments.vanishAfter;
+    return options;
+}
+
 void addOptions(CLI::App& app, Arguments& arguments) {
     app.add_option("--socket", arguments.socket, "Where hosts connect, e.g. /tmp/pedal.sock")
         ->type_name("PATH");
@@ -92,16 +101,10 @@ void addOptions(CLI::App& app, Arguments& arguments) {
             throw CLI::ValidationError("give either --socket or --usb");
         if (arguments.usb && arguments.secondDevice)
             throw CLI::ValidationError("--second-device needs --socket");
+        const Faults faults = optionsOf(arguments).faults;
+        if (!arguments.usb && (faults.usbStall || faults.usbHold))
+            throw CLI::ValidationError("--fault usb-stall and usb-hold need --usb");
     });
-}
-
-PedalOptions optionsOf(const Arguments& arguments) {
-    PedalOptions options;
-    options.confirmDelay = std::chrono::milliseconds(arguments.confirmDelay);
-    for (const std::string& name : arguments.faults)
-        setFault(options.faults, name);
-    options.faults.vanishAfter = arguments.vanishAfter;
-    return options;
 }
 
 /// One write per line, so that lines of two threads do not mix and a pipe gets each at once.
@@ -142,7 +145,7 @@ void serveUntilSignal(const std::vector<PedalServer*>& servers, const sigset_t& 
 }
 
 /// Returns when a signal arrives or the pedal vanishes.
-int serveOnUsb(PedalServer& pedal, const sigset_t& signals) {
+int serveOnUsb(PedalServer& pedal, const Faults& faults, const sigset_t& signals) {
     std::string why;
     cabslot::FileDescriptor bus = plugIntoVirtualPort(why);
     if (!bus)
@@ -152,7 +155,7 @@ int serveOnUsb(PedalServer& pedal, const sigset_t& signals) {
     if (!stop || ::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0)
         return fail("no descriptors are available");
     pedal.adopt(ends[0]);
-    UsbPedal cable(std::move(bus), cabslot::FileDescriptor(ends[1]));
+    UsbPedal cable(std::move(bus), cabslot::FileDescriptor(ends[1]), faults);
     printLine("plugged in");
     std::thread thread([&pedal] { pedal.run(); }); // ends when the cable is pulled
     cable.run(stop.get());
@@ -191,8 +194,10 @@ int simulate(const Arguments& arguments) {
         store = PedalStore::open(arguments.state, why);
     if (!store)
         return fail(why);
-    PedalServer pedal(*store, optionsOf(arguments), printLine);
-    return arguments.usb ? serveOnUsb(pedal, signals) : serveOnSockets(pedal, arguments, signals);
+    const PedalOptions options = optionsOf(arguments);
+    PedalServer pedal(*store, options, printLine);
+    return arguments.usb ? serveOnUsb(pedal, options.faults, signals)
+                         : serveOnSockets(pedal, arguments, signals);
 }
 
 int run(int argc, char** argv) {

@@ -103,7 +103,7 @@ _cabslot_sim() {
         ;;
     --fault)
         _cabslot_words 'corrupt-crc garbage split merge wrong-length flood never-confirm
-            confirm-at-once confirm-early' "$2"
+            confirm-at-once confirm-early usb-stall usb-hold' "$2"
         ;;
     --confirm-delay | --vanish-after) ;;
     *)

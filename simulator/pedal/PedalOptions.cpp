@@ -7,7 +7,7 @@ namespace cabslot::simulator {
 
 namespace {
 
-constexpr std::array<NamedFault, 9> allFaults{{
+constexpr std::array<NamedFault, 11> allFaults{{
     {"corrupt-crc", "every reply has a wrong CRC", &Faults::corruptCrc},
     {"garbage", "five stray bytes before every reply", &Faults::garbage},
     {"split", "replies in reports of at most 7 bytes", &Faults::split},
@@ -17,6 +17,8 @@ constexpr std::array<NamedFault, 9> allFaults{{
     {"never-confirm", "imports are stored, never confirmed", &Faults::neverConfirm},
     {"confirm-at-once", "imports are confirmed without delay", &Faults::confirmAtOnce},
     {"confirm-early", "imports are confirmed at their first frame", &Faults::confirmEarly},
+    {"usb-stall", "with --usb: the endpoint for reports is stalled", &Faults::usbStall},
+    {"usb-hold", "with --usb: no report to the pedal is ever taken", &Faults::usbHold},
 }};
 
 } // namespace

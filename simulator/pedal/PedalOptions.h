@@ -19,6 +19,8 @@ struct Faults {
     bool neverConfirm = false;  ///< imports are stored but not confirmed
     bool confirmAtOnce = false; ///< imports are confirmed without any delay
     bool confirmEarly = false;  ///< imports are confirmed at their first frame, not the last
+    bool usbStall = false;      ///< USB: the endpoint for reports to the pedal is stalled
+    bool usbHold = false;       ///< USB: a report to the pedal is never taken
     /// The first connection to send this many reports is cut right after the last of them, once in
     /// the server's lifetime; 0: never.
     std::size_t vanishAfter = 0;

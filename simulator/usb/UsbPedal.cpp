@@ -68,8 +68,8 @@ FileDescriptor plugIntoVirtualPort(std::string& why) {
     return ours;
 }
 
-UsbPedal::UsbPedal(FileDescriptor bus, FileDescriptor reports)
-    : bus_(std::move(bus)), reports_(std::move(reports)) {}
+UsbPedal::UsbPedal(FileDescriptor bus, FileDescriptor reports, const Faults& faults)
+    : bus_(std::move(bus)), reports_(std::move(reports)), faults_(faults) {}
 
 void UsbPedal::run(int stop) {
     while (serveOnce(stop)) {
@@ -134,15 +134,22 @@ bool UsbPedal::submitControl(const UsbIpRequest& request) {
 }
 
 bool UsbPedal::submitReport(const UsbIpRequest& request, std::span<const std::uint8_t> report) {
+    if (faults_.usbStall)
+        return answer(encodeSubmitAnswer(request.sequence, statusStalled, 0, {}));
+    if (faults_.usbHold) {
+        held_.push_back(request);
+        return true;
+    }
     if (::send(reports_.get(), report.data(), report.size(), MSG_NOSIGNAL) < 0)
         return false;
     return answer(encodeSubmitAnswer(request.sequence, 0, report.size(), {}));
 }
 
 bool UsbPedal::unlink(const UsbIpRequest& request) {
-    const bool found = std::erase_if(readers_, [&](const UsbIpRequest& reader) {
-                           return reader.sequence == request.unlinked;
-                       }) != 0;
+    const auto isMeant = [&](const UsbIpRequest& open) {
+        return open.sequence == request.unlinked;
+    };
+    const bool found = std::erase_if(readers_, isMeant) + std::erase_if(held_, isMeant) != 0;
     return answer(encodeUnlinkAnswer(request.sequence, found ? statusUnlinked : 0));
 }
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "base/FileDescriptor.h"
+#include "simulator/pedal/PedalOptions.h"
 #include "simulator/usb/UsbIp.h"
 
 #include <cstdint>
@@ -24,8 +25,9 @@ FileDescriptor plugIntoVirtualPort(std::string& why);
 
 class UsbPedal {
 public:
-    /// `bus`: the stream socket to the kernel. `reports`: the SOCK_SEQPACKET one to the pedal.
-    UsbPedal(FileDescriptor bus, FileDescriptor reports);
+    /// `bus`: the stream socket to the kernel. `reports`: the SOCK_SEQPACKET one to the pedal. Of
+    /// the faults those of USB count here.
+    UsbPedal(FileDescriptor bus, FileDescriptor reports, const Faults& faults);
 
     /// Runs until the pedal or the bus closes its socket, or until `stop` (the caller's descriptor)
     /// becomes readable. Then closes both: the pedal is unplugged.
@@ -43,7 +45,9 @@ private:
 
     FileDescriptor bus_;
     FileDescriptor reports_;
+    const Faults faults_;
     std::deque<UsbIpRequest> readers_; // the host's pending requests for a report, oldest first
+    std::vector<UsbIpRequest> held_;   // reports that are never taken, until the host gives up
 };
 
 } // namespace cabslot::simulator

@@ -62,6 +62,8 @@ TEST_F(Link, FindsThePedalReadsAndSendsEvery10ms) {
     bool offGrid = false;
     std::promise<bool> sawTwoTicks; // a busy machine skips some, but not five hundred
     manager.onWait = [&](HIDManager::TimePoint deadline) {
+        if (!deadlines.empty() && deadlines.back() == deadline)
+            return; // the wait has ended a little early
         deadlines.push_back(deadline);
         const std::size_t n = deadlines.size();
         offGrid |= n > 1 && (deadlines[n - 1] - deadlines[n - 2]) % 10ms != 0ms;

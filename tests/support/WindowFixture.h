@@ -77,7 +77,7 @@ protected:
         window->show();
     }
 
-    RootViewController& root() { return *delegate->rootVC; }
+    RootViewController& root() const { return *delegate->rootVC; }
 
     QString label(int slot) {
         return window->findChild<QLabel*>(QString("User%1Label").arg(slot))->text();
