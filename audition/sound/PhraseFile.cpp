@@ -15,6 +15,10 @@ namespace cabslot {
 
 namespace {
 
+// Of a float file, full scale 1.0. Anything beyond is damage, and resampling the largest floats
+// gives NaN.
+constexpr float greatestSample = 1e6F;
+
 constexpr std::size_t samplesAtOnce = 8192; // of all channels: a header may claim 1024 of them
 
 struct CloseSound {
@@ -28,7 +32,8 @@ PhraseSamples refused(std::string whyNot) {
     return phrase;
 }
 
-/// The mean of all channels, at most `most` frames. NaN and infinite samples count as silence.
+/// The mean of all channels, at most `most` frames. NaN and samples beyond greatestSample count as
+/// silence.
 std::vector<float> readMono(SNDFILE& file, std::size_t channels, std::size_t most) {
     std::vector<float> mono;
     const std::size_t framesAtOnce = std::max<std::size_t>(samplesAtOnce / channels, 1);
@@ -42,7 +47,8 @@ std::vector<float> readMono(SNDFILE& file, std::size_t channels, std::size_t mos
             float sum = 0;
             for (std::size_t channel = 0; channel < channels; ++channel)
                 sum += frames[i * channels + channel];
-            mono.push_back(std::isfinite(sum) ? sum / static_cast<float>(channels) : 0);
+            mono.push_back(std::abs(sum) <= greatestSample ? sum / static_cast<float>(channels)
+                                                           : 0);
         }
     }
     return mono;
