@@ -43,8 +43,10 @@ constexpr Positions positionsAt(float ratio) {
     std::uint32_t index = 1;
     for (std::size_t k = 1; k < irPointCount; ++k, ++index) {
         fraction += ratio - 1.0f;
-        for (; fraction >= 1.0f; fraction -= 1.0f)
+        while (fraction >= 1.0f) {
+            fraction -= 1.0f;
             ++index;
+        }
         positions[k] = {index, fraction};
     }
     return positions;
