@@ -170,7 +170,7 @@ def write_cabinets(folder):
 
 
 def packs(folder):
-    section("A folder of 10,000 files of 2000 frames, in the page cache; beside libsndfile")
+    section("A folder of 10,000 files of 2000 frames, in the page cache; compared with libsndfile")
     found = {}
     for count in (1000, 10000):
         pack = os.path.join(folder, str(count))
@@ -240,7 +240,7 @@ def wire():
 
 
 def window(folder):
-    section("The window: beside a Qt program with one label, on the same screen")
+    section("The window: compared with a Qt program with one label, on the same screen")
     os.environ.update(XDG_STATE_HOME=folder, CABSLOT_PEDAL="sim")
     os.environ.pop("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", None)  # as for most people
     ours, bare = defaultdict(list), defaultdict(list)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string_view>
 
 namespace cabslot {
@@ -16,7 +17,7 @@ constexpr std::uint32_t headerSize = 36; // counted in the RIFF size in addition
 constexpr std::uint32_t formatSize = 16;
 
 void append(std::vector<std::uint8_t>& bytes, std::string_view tag) {
-    bytes.insert(bytes.end(), tag.begin(), tag.end());
+    std::ranges::copy(tag, std::back_inserter(bytes));
 }
 
 void append(std::vector<std::uint8_t>& bytes, std::uint32_t value, unsigned width) {

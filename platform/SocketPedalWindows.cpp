@@ -3,7 +3,7 @@
 namespace cabslot {
 
 std::string whyNoSockets() {
-    return "unix:PATH is not there on Windows; usb and sim are possible";
+    return "unix:PATH is not available on Windows; usb and sim are possible";
 }
 
 std::unique_ptr<HIDManager> makeSocketPedal(const std::string& /*path*/) {

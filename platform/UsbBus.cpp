@@ -31,7 +31,8 @@ std::string messageFor(const UsbFinding& finding, const HIDMatching& wanted) {
         return "the pedal at " + finding.path + " has release " + releaseText(finding.release) +
                "; only release " + releaseText(wanted.VersionNumber) + " can be used";
     case UsbStatus::noService:
-        return "the USB service cannot be had: hidapi does not start; restart the computer and try "
+        return "the USB service is not available: hidapi does not start; restart the computer and "
+               "try "
                "again";
     default:
         return "the pedal at " + finding.path + " cannot be opened: " + finding.systemText +

@@ -42,7 +42,7 @@ fetch_source() {
     prepare_apt
     # shellcheck disable=SC2086 # $apt is many words
     [ -e "$source/lists.read" ] || apt-get $apt -qq -o APT::Update::Error-Mode=any update ||
-        die "the list of Debian's sources cannot be had: $from"
+        die "the list of Debian's sources cannot be fetched: $from"
     touch "$source/lists.read"
     rm -rf "$source/$1.part"
     mkdir "$source/$1.part"
@@ -50,11 +50,11 @@ fetch_source() {
     (
         cd "$source/$1.part"
         apt-get $apt -qq source "$1" >&2 || {
-            say "Debian's changes cannot be had; taking $1 as its authors made it"
+            say "Debian's changes cannot be fetched; taking $1 as its authors made it"
             apt-get $apt -qq --dsc-only source "$1" >&2 &&
                 apt-get $apt -qq --tar-only source "$1" >&2 && tar xf ./*.orig.tar.*
         }
-    ) || die "the source of $1 cannot be had from $from"
+    ) || die "the source of $1 cannot be fetched from $from"
     basename "$source/$1.part"/*.dsc .dsc | tr _ ' ' >"$source/$1.version"
     mv "$source/$1.part"/*/ "$source/$1"
     rm -r "$source/$1.part"

@@ -127,7 +127,7 @@ protected:
 
 TEST_F(UsbManager, SaysWhyThereIsNoPedal) {
     const std::tuple<bool, std::map<std::string, FakeNode>, const char*> rows[] = {
-        {false, {}, "the USB service cannot be had"},
+        {false, {}, "the USB service is not available"},
         {true, {}, "no pedal was found on USB"},
         {true, {{"a", {.release = 512}}}, "the pedal at a has release 512 (0x0200); only release"},
         {true, {{"a", {.release = 512}}, {"b", {.opens = false}}}, "the pedal at b cannot be open"},
