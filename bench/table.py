@@ -2,8 +2,8 @@
 
     bench/table.py BUILD OUTPUT
 
-Everything is measured beside what it is compared with, in turn, so that a machine's pace drops out
-of the ratios. Medians unless a row says otherwise.
+Everything is measured alternately with what it is compared with, so that the ratios do not depend on
+the machine. Medians unless a row says otherwise.
 """
 
 import json
@@ -117,7 +117,7 @@ def write_wav(path, data_size):
             file.write(piece[:data_size - start])
 
 
-def beside(count, ours, theirs):
+def alternately(count, ours, theirs):
     return figures(run(program("bench_process"), str(count), *ours, "--", *theirs))
 
 
@@ -126,7 +126,7 @@ def files(folder):
     short = os.path.join(folder, "short.wav")
     write_wav(short, 2000 * 3)
     inspect = (program("cabslotctl"), "inspect")
-    found = beside(300, (*inspect, short),
+    found = alternately(300, (*inspect, short),
                    ("sox", short, "-r", "44100", os.path.join(folder, "out.wav"), "trim", "0",
                     "1024s"))
     ours, theirs = (statistics.median(firsts(found[who])) for who in ("ours", "theirs"))
@@ -135,7 +135,7 @@ def files(folder):
 
     long = os.path.join(folder, "long.wav")
     write_wav(long, 500_000_000)
-    found = beside(9, (*inspect, long), ("cat", long))
+    found = alternately(9, (*inspect, long), ("cat", long))
     ours, theirs = (statistics.median(firsts(found[who])) for who in ("ours", "theirs"))
     row("`cabslotctl inspect` of 500 MB : `cat`", ours / theirs, " x", "1.3 or less",
         ours / theirs <= 1.3, f"{ours:.2f} ms : {theirs:.2f} ms")
@@ -175,7 +175,7 @@ def packs(folder):
     for count in (1000, 10000):
         pack = os.path.join(folder, str(count))
         write_pack(pack, count)
-        found[count] = beside(15, (program("cabslotctl"), "inspect", pack),
+        found[count] = alternately(15, (program("cabslotctl"), "inspect", pack),
                               (program("bench_read_files"), pack))
     ours, theirs = (statistics.median(firsts(found[10000][who])) for who in ("ours", "theirs"))
     row("`cabslotctl inspect FOLDER` : opening and reading the files", ours / 1000, " s",

@@ -8,15 +8,15 @@ add_compile_options(-ffp-contract=off)
 
 if(WIN32)
   # Every program has the manifest that makes its arguments and file names UTF-8, and the icon; and
-  # MinGW's compiler is told of its own library for the checks below.
+  # MinGW links its stack protector, which the checks below need.
   enable_language(RC)
   set(program_resources ${PROJECT_SOURCE_DIR}/packaging/windows/cabslot.rc)
   string(APPEND CMAKE_RC_FLAGS " -I$ENV{CABSLOT_WINDOWS_PREFIX}/share")
   add_link_options(-fstack-protector-strong)
 endif()
 
-# Programs that read strangers' files are built so that a mistake ends in an abort, not in more. Not
-# in debug builds, which have no optimiser to do it, nor beside the sanitizers, which do it better.
+# Hardening: a mistake with an untrusted file ends in an abort. Not in debug builds, because some of it
+# needs the optimiser, nor with the sanitizers, which find more.
 if(NOT CABSLOT_SANITIZE AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
   if(NOT WIN32) # whose programs are position independent anyway
     set(CMAKE_POSITION_INDEPENDENT_CODE ON)

@@ -16,8 +16,8 @@ set(ENV{PKG_CONFIG_LIBDIR} $ENV{CABSLOT_WINDOWS_PREFIX}/lib/pkgconfig)
 
 set(CMAKE_CROSSCOMPILING_EMULATOR /usr/lib/wine/wine64)
 
-# The C++ run-time library and the threads' become part of each program and DLL: nothing to ship
-# beside them.
+# The C++ and thread run-time libraries are linked into each program and DLL, so they need not be
+# shipped.
 foreach(kind EXE SHARED MODULE)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT "-static")
 endforeach()

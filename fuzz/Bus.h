@@ -1,4 +1,4 @@
-// Two devices on a bus, the link that knows them, and the reports that they send.
+// Two devices on a bus, the link that knows them, and their reports.
 #pragma once
 
 #include "device/DeviceObject.h"
@@ -17,8 +17,8 @@ enum Situation : std::uint8_t {
     ringNearlyFull = 8
 };
 
-/// What happens next; the higher bits are of a report, behind which follow its length, if it is
-/// odd, a count byte and so many bytes.
+/// What happens next. The higher bits describe a report; after them follow its length, if
+/// `oddLength` is set, a count byte and that many bytes.
 enum Choice : std::uint8_t {
     what = 0x03, ///< 0, 1: report; 2: ticks, then a count; 3: a device comes or goes
     fromTheOther = 0x04,
@@ -75,19 +75,19 @@ inline Bytes reportFrom(std::uint8_t choice, Input& input) {
     return report;
 }
 
-/// `report` has just opened the handshake.
-inline void demandHandshake(const Bus& bus, const Bytes& report) {
+/// `report` has just completed the handshake.
+inline void checkHandshake(const Bus& bus, const Bytes& report) {
     const bool versionRight = report[59] != 'A' || std::memcmp(&report[45], "V1.0.0", 6) == 0;
-    demand(deviceModel == static_cast<char>(report[59]) && isVersionTrue == (versionRight ? 1 : 0),
-           "model A's version is compared, no other's");
+    check(deviceModel == static_cast<char>(report[59]) && isVersionTrue == (versionRight ? 1 : 0),
+          "the version is compared for model A only");
     const bool known = !bus.link.deviceRefs().empty();
-    demand(deveiceIndex == (!known || !HID_Device     ? -1
-                            : HID_Device == bus.pedal ? 1
-                                                      : 0),
-           "the index is the current device's");
-    demand(bus.other->closed == (known && HID_Device != bus.other) &&
-               bus.pedal->closed == (known && HID_Device != bus.pedal),
-           "known others are closed");
+    check(deveiceIndex == (!known || !HID_Device     ? -1
+                           : HID_Device == bus.pedal ? 1
+                                                     : 0),
+          "the current device has the index");
+    check(bus.other->closed == (known && HID_Device != bus.other) &&
+              bus.pedal->closed == (known && HID_Device != bus.pedal),
+          "known others are closed");
 }
 
 } // namespace cabslot::fuzz

@@ -1,7 +1,7 @@
-// What the fuzz targets share: an input is read piece by piece, and what must hold is demanded.
+// Shared by the fuzz targets: reading an input piece by piece, and checking what must hold.
 //
-// A target takes any bytes. The first of them choose, the rest are data; one that has run out reads
-// as zeros, so that every input means something and a cut one means nearly the same.
+// Any bytes are valid input. The first ones select what to do, the rest are data. Reading past the
+// end gives zeros, so that a truncated input means nearly the same as the whole one.
 #pragma once
 
 #include <algorithm>
@@ -18,24 +18,24 @@ namespace cabslot::fuzz {
 using Bytes = std::vector<std::uint8_t>;
 using View = std::span<const std::uint8_t>;
 
-/// Ends the process, with `what` on standard error, unless it holds; the fuzzer keeps the input.
-inline void demand(bool holds, const char* what) {
+/// Aborts with `what` on standard error unless it holds; the fuzzer keeps the input.
+inline void check(bool holds, const char* what) {
     if (holds)
         return;
-    std::fprintf(stderr, "Demanded in vain: %s\n", what);
+    std::fprintf(stderr, "Violated: %s\n", what);
     std::abort();
 }
 
-/// Set where inputs are few, as the seeds are: then nothing is checked on a sample only.
+/// Set for a run over few inputs, such as the seeds: every check then runs on each of them.
 inline bool everyInput = std::getenv("CABSLOT_EVERY_INPUT") != nullptr;
 
-/// Whether to spend time on the costly checks of an input of this size: one size in eight. The same
-/// input always gets the same checks, so that what was found is found again.
+/// Whether the expensive checks run on an input of this size: one size in eight. The same input
+/// always gets the same checks, so that a finding can be reproduced.
 inline bool isInSample(std::size_t inputSize) {
     return everyInput || inputSize % 8 == 0;
 }
 
-/// An input, read from its start to its end. The bytes must outlive this and what it gives.
+/// An input, read from start to end. The bytes must outlive this and the views that it returns.
 class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size) : left_(data, size) {}
@@ -47,7 +47,7 @@ public:
         return one.empty() ? std::uint8_t{0} : one.front();
     }
 
-    /// Two bytes, the lower first.
+    /// Two bytes, little-endian.
     std::size_t number16() {
         const std::size_t low = byte();
         return low | static_cast<std::size_t>(byte()) << 8;
@@ -60,7 +60,7 @@ public:
         return taken;
     }
 
-    /// A count byte and so many bytes.
+    /// A count byte, then that many bytes.
     View counted() { return bytes(byte()); }
     std::string text() {
         const View bytes = counted();

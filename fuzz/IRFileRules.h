@@ -1,5 +1,5 @@
-// IR files by the rules of their formats alone, without the code that reads them: a second opinion
-// on QNIRFile.
+// IR files by the rules of their formats alone, without the code that reads them: a reference for
+// QNIRFile.
 #pragma once
 
 #include "base/Pedal.h"
@@ -12,7 +12,7 @@ namespace cabslot::fuzz {
 
 struct IRFileRules {
     View content;
-    std::size_t fmt, data; ///< where the tags stand
+    std::size_t fmt, data; ///< positions of the tags
     bool factory;
 
     explicit IRFileRules(View bytes)
@@ -52,7 +52,7 @@ struct IRFileRules {
         const std::size_t samples = content.size() <= 512 ? 0 : (content.size() - 512) / 3;
         return static_cast<std::uint32_t>(std::min(samples, irPointCount));
     }
-    /// Of a file that is taken as it is: factory, or integers at 44.1 kHz.
+    /// Only for files whose points are not changed: factory, or integers at 44.1 kHz.
     std::uint32_t point(std::size_t i) const {
         const std::size_t width = bits() / 8;
         const std::size_t start = factory ? 512 : data + 8;

@@ -1,4 +1,4 @@
-// What holds of the receiving side's process-wide values between any two calls.
+// Invariants of the receiving side's process-wide values between two calls.
 #pragma once
 
 #include "device/DataUnpacking.h"
@@ -7,21 +7,21 @@
 
 namespace cabslot::fuzz {
 
-inline void demandReceiverInOrder() {
-    demand(rx_buffer_count <= rxBufferSize, "no more bytes are stored than fit");
-    demand(rx_buffer_readp < rxBufferSize, "the read index is one");
-    demand(rx_buffer_writep == (rx_buffer_readp + rx_buffer_count) % rxBufferSize,
-           "the write index is as many bytes ahead as are stored");
-    demand(vaildDataCount <= FrameBuffer.size(), "a frame in the making fits");
-    demand(Step <= unpackBody, "the unpacker rests only where it waits for bytes");
-    demand((Step == unpackSync1) == (vaildDataCount == 0), "it holds bytes when inside a frame");
-    demand(IRNameArr.count() == 0 || IRNameArr.count() == slotCount, "names come all four");
+inline void checkReceiverInOrder() {
+    check(rx_buffer_count <= rxBufferSize, "the count fits the ring");
+    check(rx_buffer_readp < rxBufferSize, "the read index is in range");
+    check(rx_buffer_writep == (rx_buffer_readp + rx_buffer_count) % rxBufferSize,
+          "the write index is ahead by the count");
+    check(vaildDataCount <= FrameBuffer.size(), "an incomplete frame fits its buffer");
+    check(Step <= unpackBody, "between calls the unpacker waits for bytes");
+    check((Step == unpackSync1) == (vaildDataCount == 0), "bytes are held inside a frame only");
+    check(IRNameArr.count() == 0 || IRNameArr.count() == slotCount, "there are four names or none");
 }
 
 /// One tick of the read timer.
 inline void tick() {
     DUP_Unpack();
-    demandReceiverInOrder();
+    checkReceiverInOrder();
 }
 
 } // namespace cabslot::fuzz

@@ -9,7 +9,7 @@ int main(int /*argc*/, char** argv) {
     int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
         const std::string path = entry.path().string();
-        std::fprintf(stderr, "%s\n", path.c_str()); // the last one told is the one that failed
+        std::fprintf(stderr, "%s\n", path.c_str()); // the last path printed is the one that failed
         const std::string seed = cabslot::testing::contentOf(path);
         LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(seed.data()), seed.size());
         ++count;

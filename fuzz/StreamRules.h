@@ -1,8 +1,8 @@
-// Frames found in a stream by the rules of docs/protocol.md alone: a second opinion on the unpacker
-// and on the simulated pedal's parser.
+// Frames found in a stream by the rules of docs/protocol.md alone: a reference for the unpacker and
+// for the simulated pedal's parser.
 //
-// It shares no code with the unpacker and is another kind of thing: no states, no buffer, it sees
-// the whole stream at once. The CRC is the pedal's, of which a table of bytes is made.
+// It shares no code with the unpacker and works differently: it sees the whole stream at once and
+// has neither states nor a buffer. The CRC is the simulated pedal's, as a table.
 #pragma once
 
 #include "fuzz/Fuzzing.h"
@@ -27,10 +27,10 @@ inline unsigned crcOf(View bytes) {
     return crc ^ 0xFFFF;
 }
 
-/// What stands at an AA.
+/// What an AA byte begins.
 struct Verdict {
-    std::size_t looked; ///< bytes to look at before it is known; more than there are: not known yet
-    bool good;          ///< it is a frame, of just these bytes
+    std::size_t looked; ///< bytes needed to decide; undecided if more than there are
+    bool good;          ///< these bytes are a valid frame
 };
 
 inline Verdict judge(View rest) {
@@ -48,24 +48,24 @@ inline Verdict judge(View rest) {
     return {size, crc == crcOf(rest.subspan(2, length + 2))};
 }
 
-/// A good frame, or a stray byte: one outside of whatever looked like a frame. A stray byte ends
-/// the tick in which it is thrown away; what was thrown away inside a bad frame does not.
+/// A valid frame, or a stray byte: one outside of anything that looked like a frame. Discarding a
+/// stray byte ends the tick; discarding bytes of an invalid frame does not.
 struct StreamEvent {
     bool isFrame;
     std::size_t begin, end; ///< its bytes in the stream
-    std::size_t need;       ///< it happens when so many bytes of the stream have come
+    std::size_t need;       ///< bytes of the stream that must have arrived first
 };
 
-/// All that happens in `stream`, in order.
+/// All events in `stream`, in order.
 inline std::vector<StreamEvent> eventsOf(View stream) {
     std::vector<StreamEvent> events;
-    std::size_t looked = 0; // the stream's bytes up to here have been looked at
+    std::size_t looked = 0; // the bytes before this have been examined
     for (std::size_t at = 0; at < stream.size();) {
         if (stream[at] == 0xAA) {
             const Verdict verdict = judge(stream.subspan(at));
             looked = std::max(looked, at + verdict.looked);
             if (looked > stream.size())
-                break; // its end is still to come
+                break; // its end has not arrived
             if (verdict.good)
                 events.push_back({true, at, at + verdict.looked, looked});
             at += verdict.good ? verdict.looked : 1;
@@ -78,17 +78,17 @@ inline std::vector<StreamEvent> eventsOf(View stream) {
     return events;
 }
 
-/// Goes through the stream's events tick by tick.
+/// The stream's events, tick by tick.
 class Expectation {
 public:
     explicit Expectation(View stream) : stream_(stream), events_(eventsOf(stream)) {}
 
-    /// What can happen while the first `come` bytes are there happens.
+    /// One tick, after the first `come` bytes have arrived.
     void passTick(std::size_t come) {
         while (!done() && events_[next_].need <= come) {
             const StreamEvent& event = events_[next_++];
             if (!event.isFrame)
-                return; // one stray byte a tick
+                return; // one stray byte per tick
             append(delivered_, stream_.subspan(event.begin, event.end - event.begin));
         }
     }

@@ -1,23 +1,23 @@
-// Streams of frames and rubbish, and how they are cut into pieces. Random bytes hardly ever hold a
-// good CRC, so the input is a script whose steps each add something to the stream.
+// Streams of frames and stray bytes, and how they are cut into pieces. Random bytes hardly ever
+// contain a valid CRC, so the input is a script whose steps each add something to the stream.
 #pragma once
 
 #include "fuzz/StreamRules.h"
 
 namespace cabslot::fuzz {
 
-/// A script's steps: their number, then what is named here. `text` is a count byte and so many
-/// bytes. makeSeeds.py writes scripts by the same numbers.
+/// A script's steps: the step's number, then the fields named here. `text` is a count byte and that
+/// many bytes. makeSeeds.py uses the same numbers.
 enum ScriptStep : std::uint8_t {
-    strayBytes,  ///< text: added as they are
-    frame,       ///< text: a good frame around command and payload
-    filledFrame, ///< L (two bytes), fill: a good frame of that L; may be longer than is received
+    strayBytes,  ///< text: added unchanged
+    frame,       ///< text: a valid frame around command and payload
+    filledFrame, ///< L (two bytes), fill: a valid frame of that L; may be too long to be received
     spoiltFrame, ///< text, place, mask: a frame with one byte changed
-    wrap,        ///< count: puts a good frame around the stream's last bytes
+    wrap,        ///< count: puts a valid frame around the stream's last bytes
     scriptSteps,
 };
 
-inline constexpr std::size_t longestFilled = 1100; // some way beyond the longest that is received
+inline constexpr std::size_t longestFilled = 1100; // longer than the longest that is received
 
 inline Bytes frameAround(View body) {
     Bytes frame = {0xAA, 0x55, static_cast<std::uint8_t>(body.size()),
@@ -54,7 +54,7 @@ inline void addStep(Input& script, Bytes& stream) {
     append(stream, added);
 }
 
-/// Follows the script to its end, or until the stream has at least `limit` bytes.
+/// Runs the script to its end, or until the stream has at least `limit` bytes.
 inline Bytes streamFromScript(Input& script, std::size_t limit) {
     Bytes stream;
     while (!script.empty() && stream.size() < limit)
@@ -62,13 +62,13 @@ inline Bytes streamFromScript(Input& script, std::size_t limit) {
     return stream;
 }
 
-/// The pieces in which a stream comes: a count byte, then one byte a piece, again and again. Behind
-/// the first 100 all are whole reports: byte by byte to the end takes long and shows nothing more.
+/// The pieces in which a stream arrives: a count byte, then one byte for each piece, repeated.
+/// After the first 100 all are whole reports, because single bytes to the end would take long.
 class Pieces {
 public:
     struct Piece {
         std::size_t size;  ///< 1 to 64 bytes
-        std::size_t ticks; ///< that pass behind it, 0 to 3
+        std::size_t ticks; ///< after it, 0 to 3
     };
 
     explicit Pieces(Input& input) : plan_(input.counted()) {}
@@ -86,9 +86,9 @@ private:
     std::size_t position_ = 0;
 };
 
-/// `expected` are the good frames in `stream`. The pedal's parser keeps no ticks: it is compared at
+/// `expected` are the valid frames in `stream`. The pedal's parser has no ticks: it is compared at
 /// the stream's end.
-inline void demandPedalFinds(View expected, View stream, Pieces pieces) {
+inline void checkPedalFinds(View expected, View stream, Pieces pieces) {
     simulator::FrameParser parser;
     Bytes found;
     std::size_t skipped = 0;
@@ -99,9 +99,9 @@ inline void demandPedalFinds(View expected, View stream, Pieces pieces) {
                                         : Bytes{0xAA, 0x55, 0, 0, 0xFF, 0xFF});
         fed += size;
         skipped += parser.takeSkipped();
-        demand(fed - found.size() - skipped < 1024, "less than one frame is held, none used twice");
+        check(fed - found.size() - skipped < 1024, "less than a frame is held, no byte twice");
     }
-    demand(std::ranges::equal(found, expected), "the pedal finds the frames of the rules");
+    check(std::ranges::equal(found, expected), "the pedal finds the reference's frames");
 }
 
 } // namespace cabslot::fuzz

@@ -1,4 +1,4 @@
-// Dry phrases of any content. libsndfile wants a file: it is one in memory, the same for all
+// Dry phrases of any content. libsndfile needs a file: it is in memory, the same one for all
 // inputs.
 //
 // Input: the file.
@@ -10,16 +10,16 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace cabslot;
-    using fuzz::demand;
+    using fuzz::check;
     static const int file = ::memfd_create("phrase", 0);
     static const std::string path = "/proc/self/fd/" + std::to_string(file);
     const auto written = static_cast<std::size_t>(::pwrite(file, data, size, 0));
-    demand(written == size && ::ftruncate(file, static_cast<off_t>(size)) == 0, "memory is there");
+    check(written == size && ::ftruncate(file, static_cast<off_t>(size)) == 0, "it is written");
 
     const PhraseSamples phrase = readPhrase(path);
-    demand(phrase.samples.empty() == !phrase.whyNot.empty(), "just a refusal has a reason");
-    demand(static_cast<double>(phrase.samples.size()) <= longestPhrase * soundRate + 1,
-           "of a long one the start is used");
-    demand(std::ranges::none_of(phrase.samples, [](float x) { return x != x; }), "all are numbers");
+    check(phrase.samples.empty() == !phrase.whyNot.empty(), "exactly the refusals have a reason");
+    check(static_cast<double>(phrase.samples.size()) <= longestPhrase * soundRate + 1,
+          "at most the start of a long phrase is used");
+    check(std::ranges::none_of(phrase.samples, [](float x) { return x != x; }), "all are numbers");
     return 0;
 }

@@ -1,7 +1,7 @@
 // Input reports as devices may send them: of any length, from any device, before and after the
 // identity handshake, while devices come and go.
 //
-// Input: the situation (bits), then a row of choices (bits), each with what it needs.
+// Input: the situation (bits), then choices (bits), each followed by its data.
 #include "fuzz/Bus.h"
 
 namespace cabslot::fuzz {
@@ -22,15 +22,15 @@ void report(Bus& bus, std::uint8_t choice, Input& input) {
     const std::uint32_t n = taken ? std::min<std::uint32_t>(bytes[0], 63) : 0;
     timer = timerBefore;
     deviceReportCallback(nullptr, 0, sender, HIDReportType::input, 0, bytes.data(), bytes.size());
-    demand(timer == (dropped ? 40 : timerBefore), "a dropped report shows in `timer`");
-    demand(rxBufferSize - rx_buffer_count == (n <= free ? free - n : free),
-           "its valid bytes are stored, whole or not at all");
+    check(timer == (dropped ? 40 : timerBefore), "a dropped report resets `timer`");
+    check(rxBufferSize - rx_buffer_count == (n <= free ? free - n : free),
+          "its valid bytes are stored, whole or not at all");
     if (!asks)
         return;
-    demand(deviceDidTrue == (taken ? 1 : 0) && deviceTrue == (taken ? 1 : 0),
-           "the identity decides the handshake");
+    check(deviceDidTrue == (taken ? 1 : 0) && deviceTrue == (taken ? 1 : 0),
+          "the identity decides the handshake");
     if (taken)
-        demandHandshake(bus, bytes);
+        checkHandshake(bus, bytes);
 }
 
 void comeOrGo(Bus& bus, std::uint8_t choice) {
@@ -42,8 +42,8 @@ void comeOrGo(Bus& bus, std::uint8_t choice) {
     (leaves ? Handle_DeviceRemovalCallback : Handle_DeviceMatchingCallback)(nullptr, 0, nullptr,
                                                                             device);
     const HIDDeviceRef next = lost ? nullptr : leaves || current ? current : device;
-    demand(HID_Device == next, "the first that comes stays until it goes");
-    demand(bus.losses == losses + (lost ? 1 : 0), "a loss is told once");
+    check(HID_Device == next, "the first device stays current until it is removed");
+    check(bus.losses == losses + (lost ? 1 : 0), "a loss is reported once");
 }
 
 } // namespace
@@ -62,9 +62,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         else
             for (int ticks = input.byte() & 31; ticks > 0; --ticks)
                 tick();
-        demandReceiverInOrder();
-        demand((cabslot::isDeviceConnent == 1) == (cabslot::HID_Device != nullptr),
-               "a device is current or not");
+        checkReceiverInOrder();
+        check((cabslot::isDeviceConnent == 1) == (cabslot::HID_Device != nullptr),
+              "isDeviceConnent tells whether a device is current");
     }
     return 0;
 }

@@ -1,7 +1,7 @@
-// IR files as they are told of side by side, and as they are prepared.
+// The table and the JSON document of `inspect` for two IR files, and preparing the first.
 //
-// Input: steps of preparing (bits), then two files: a name (a count byte and so many bytes) and a
-// content, the first one's with two bytes of length.
+// Input: steps of preparing (bits), then two files: a name (a count byte, then that many bytes) and
+// the content, for the first file with two bytes of length.
 #include "cli/FileTable.h"
 #include "fuzz/Fuzzing.h"
 #include "prepare/Prepare.h"
@@ -21,17 +21,17 @@ PrepareOptions optionsFrom(std::uint8_t bits) {
             .level = static_cast<LevelGoal>((bits >> 6) % 3)};
 }
 
-void demandPrepared(const QNIRFile& file, const Block& plain, const PrepareOptions& options) {
+void checkPrepared(const QNIRFile& file, const Block& plain, const PrepareOptions& options) {
     const PreparedIR prepared = prepareFile(file, plain, options);
     QNIRFile again;
     Block block{};
-    demand(again.openBytes(prepared.wav, "a.wav") && again.GetIRDataBuffer(block) &&
-               block == prepared.block && again.frameCount() <= irPointCount,
-           "the plain conversion passes what is prepared, bit for bit");
-    demand(!options.changesNothing() || samplesOf(block) == samplesOf(plain), "nothing is nothing");
-    demand(file.isInteralIR() || options.level == LevelGoal::keep ||
-               peakOf(samplesOf(block)) < 0.96606, // -0.3 dBFS
-           "nothing gets louder than it may");
+    check(again.openBytes(prepared.wav, "a.wav") && again.GetIRDataBuffer(block) &&
+              block == prepared.block && again.frameCount() <= irPointCount,
+          "the plain conversion passes a prepared file bit for bit");
+    check(!options.changesNothing() || samplesOf(block) == samplesOf(plain), "no step, no change");
+    check(file.isInteralIR() || options.level == LevelGoal::keep ||
+              peakOf(samplesOf(block)) < 0.96606, // -0.3 dBFS
+          "the peak stays within the goal");
 }
 
 FileReport reportOf(const std::string& path, View content, const PrepareOptions* options) {
@@ -40,7 +40,7 @@ FileReport reportOf(const std::string& path, View content, const PrepareOptions*
     if (!file.openBytes(content, path) || !file.GetIRDataBuffer(block))
         return {.path = path, .title = "?", .refused = true, .whyRefused = file.whyRefused()};
     if (options)
-        demandPrepared(file, block, *options);
+        checkPrepared(file, block, *options);
     return reportOn(file, path, block, summaryOf(file, block, sentName(file)));
 }
 
@@ -64,9 +64,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string other = input.text();
     const std::vector reports = {reportOf(name, content, isInSample(size) ? &options : nullptr),
                                  reportOf(other, input.rest(), nullptr)};
-    demand(std::ranges::count_if(printed(reports, false),
-                                 [](char c) { return c >= 0 && c < ' '; }) == 3,
-           "a line a file and a head, nothing else that a terminal obeys");
-    demand(nlohmann::json::parse(printed(reports, true)).at("files").size() == 2, "it is JSON");
+    check(std::ranges::count_if(printed(reports, false),
+                                [](char c) { return c >= 0 && c < ' '; }) == 3,
+          "a heading, a line per file, no other control character");
+    check(nlohmann::json::parse(printed(reports, true)).at("files").size() == 2, "it is JSON");
     return 0;
 }

@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
-"""Writes the seeds: for each fuzz target a folder of small inputs that together reach nearly every branch
-of the code behind it that an input can reach (docs/fuzzing.md has the figures). Same output each
-time.
+"""Writes the seeds: for each fuzz target a folder of small inputs that together reach nearly every
+branch that an input can reach (scripts/fuzz-coverage measures this). The output is always the same.
 
     fuzz/makeSeeds.py FOLDER
 """
@@ -16,7 +15,7 @@ STEPS = "strayBytes frame filledFrame spoiltFrame wrap".split()
 
 
 def text(data):
-    """A count byte and as many bytes."""
+    """A count byte, then that many bytes."""
     return bytes([len(data)]) + data
 
 
@@ -41,7 +40,7 @@ def ir_contents():
         for rate in (44100, 48000, 88200, 96000):
             yield wav(rate, channels, bits, floats)
         frame = bits // 8 * channels
-        yield wav(44100, channels, bits, ordinary[:2 * frame + bits // 16], size=3 * frame)  # ends inside one
+        yield wav(44100, channels, bits, ordinary[:2 * frame + bits // 16], size=3 * frame)  # ends inside a frame
         yield wav(48000, channels, 32, ordinary)
     good = wav()
     odd = [wav(96000, 2, 8, bytes(range(256)) * 16), wav(size=0xFFFFFFFF), wav(samples=b""),
@@ -79,13 +78,13 @@ def dry_phrase():
 def names():
     yield from (b"a", b"a.wav", b"a.wav.wav", b"a.wavb.wav", b"a.wav.bak", b"Deep.WAV", b".wav",
                 b"", b".", b"..", b"a/b.wav", b"a\0b.wav", b"Cabinet_1960.wav", b"n" * 255,
-                b"\xcc\x81.wav", b"x\xe2\x82")  # the last begin, or end, inside a letter
+                b"\xcc\x81.wav", b"x\xe2\x82")  # the last two begin or end inside a letter
     odd = "é e\u0301 \u0301 € 😀 \u00ad \u061c \u200b \u2066 \ufeff \x01 \x7f \U000e0041".split(" ")
     yield from (("x" + letter + ".wav").encode() for letter in odd)
     yield from (b"x" + letter + b".wav" for letter in (
-        b"\x80", b"\xc0\xaf", b"\xff", b"\xf5\x80\x80\x80",  # no leads
-        b"\xe0\x80\xaf", b"\xf0\x80\x80\xaf",  # spelt too long
-        # a surrogate, too large a code, three that are not all there
+        b"\x80", b"\xc0\xaf", b"\xff", b"\xf5\x80\x80\x80",  # invalid first bytes
+        b"\xe0\x80\xaf", b"\xf0\x80\x80\xaf",  # overlong
+        # a surrogate, too large a code, three truncated ones
         b"\xed\xa0\x80", b"\xf4\x90\x80\x80", b"\xe2\x82", b"\xc3", b"\xe2\x82("))
 
 
@@ -112,7 +111,7 @@ def filled(length, fill):
 
 
 def header(length):
-    """A start that takes what follows for its body."""
+    """A start that takes what follows as its body."""
     return stray(b"\xaa\x55" + struct.pack("<H", length))
 
 
@@ -122,7 +121,7 @@ SCRIPTS = [
     b"", CONFIRMED, ASKED, EMPTY + ASKED, step("frame", b"\xefx"), step("frame", b"\x42?") + CONFIRMED,
     stray(b"\1\2\3\4\5") + CONFIRMED, stray(b"\xaa") + CONFIRMED, stray(b"\xaa\x54") + CONFIRMED,
     stray(b"\xaa\xaa\xaa\x55\xaa\x55") + CONFIRMED, header(1019) + CONFIRMED, header(65535) + ASKED,
-    # bad frames with good ones inside, and what is left behind them
+    # invalid frames with valid ones inside, and what follows them
     header(20) + CONFIRMED + stray(b"\x11" * 15), header(30) + ASKED + CONFIRMED + stray(b"\xaa\x11" * 9),
     header(9) + CONFIRMED + stray(b"\1\xaa\x55\1") + ASKED, header(1018) + filled(600, 0x33) + ASKED * 80,
     header(40) + header(20) + CONFIRMED * 6, CONFIRMED + ASKED + step("wrap", 14) + ASKED,
@@ -131,7 +130,7 @@ SCRIPTS = [
     stray(frame(b"\xf8payload")[:9]) + CONFIRMED * 2, stray(frame(b"\xf8payload")[:3]),
     filled(1018, 0xF8) + CONFIRMED, filled(1019, 0xF8) + CONFIRMED, filled(1018, 0xAA) + filled(1017, 0x55),
     step("frame", b"\xf7\0\0\1" + b"n" * 75) + step("frame", b"\xf7\0\0\2" + b"\xe9" * 75),
-    bytes([255]) + stray(b"last"),  # any number is a step's
+    bytes([255]) + stray(b"last"),  # any number selects a step
 ]
 
 PIECES = [text(plan) for plan in (

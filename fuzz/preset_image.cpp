@@ -1,6 +1,6 @@
-// Preset files of any content: judged, put right, judged again; copies in and out of the data area.
+// Preset files of any content: checked, corrected, checked again; copies to and from the data area.
 //
-// Input: whether the content is put right first, a length for the copies, the content.
+// Input: whether the content is corrected first, a length for the copies, the content.
 #include "fuzz/Fuzzing.h"
 #include "preset/QNPresetFile.h"
 
@@ -26,16 +26,16 @@ PresetError expectedError(View content) {
     return number(content, 8) > 0 ? presetUnknownVersion : presetGood;
 }
 
-void demandCopies(QNPresetFile& preset, std::uint32_t count) {
+void checkCopies(QNPresetFile& preset, std::uint32_t count) {
     const bool fits = count <= 1536;
     const PresetBuffUnion before = preset.NewPreset;
-    Bytes out(std::min(count, 1536U), 0xA5); // just as long as is written
-    demand(preset.ReadPresetBufferPresetData(out.data(), count) == fits, "the data have an end");
-    demand(fits ? std::equal(out.begin(), out.end(), before.Buff_A.begin() + 512)
-                : out == Bytes(out.size(), 0xA5),
-           "what is copied out is the data area's start, or nothing");
-    demand(preset.WritePresetBufferPresetData(out.data(), count) == fits, "nor is written past it");
-    demand(before.Buff_A == preset.NewPreset.Buff_A, "the same bytes go back");
+    Bytes out(std::min(count, 1536U), 0xA5); // exactly as long as what is written
+    check(preset.ReadPresetBufferPresetData(out.data(), count) == fits, "no read past the end");
+    check(fits ? std::equal(out.begin(), out.end(), before.Buff_A.begin() + 512)
+               : out == Bytes(out.size(), 0xA5),
+          "the copy is the data area's start, or nothing");
+    check(preset.WritePresetBufferPresetData(out.data(), count) == fits, "no write past the end");
+    check(before.Buff_A == preset.NewPreset.Buff_A, "writing the same bytes changes nothing");
 }
 
 } // namespace
@@ -52,17 +52,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::copy_n(content.begin(), std::min(content.size(), presetSize),
                 preset.NewPreset.Buff_A.begin());
     preset.NewPreset.stamp();
-    demand(expectedError(preset.NewPreset.Buff_A) == presetGood, "what is stamped is good");
+    check(expectedError(preset.NewPreset.Buff_A) == presetGood, "a stamped preset is valid");
     if (mend)
         content = preset.NewPreset.Buff_A;
 
     const PresetFinding found = examinePresetBytes(content);
-    demand(found.error == (mend ? presetGood : expectedError(content)), "the first fault is told");
-    demand(!presetVerdict(found).empty() && presetVerdict(found) != "unknown", "in words");
-    demand(found.error == presetWrongLength ||
-               std::equal(content.begin(), content.end(), found.image.Buff_A.begin()),
-           "the image is the file's");
+    check(found.error == (mend ? presetGood : expectedError(content)), "the error is the first");
+    check(!presetVerdict(found).empty() && presetVerdict(found) != "unknown", "it has a text");
+    check(found.error == presetWrongLength ||
+              std::equal(content.begin(), content.end(), found.image.Buff_A.begin()),
+          "the image matches the file");
     if (isInSample(size))
-        demandCopies(preset, static_cast<std::uint32_t>(count));
+        checkCopies(preset, static_cast<std::uint32_t>(count));
     return 0;
 }

@@ -61,18 +61,22 @@ IRSource sourceOf(const QString& path, bool prepares) {
     return source;
 }
 
+QString quoted(const QString& name) {
+    return "“" + name + "”";
+}
+
 /// Why the file cannot be loaded; empty if it can. Changes nothing that is sent.
 QString whyNotDropped(const QUrl& url) {
     if (!url.isLocalFile())
-        return url.toString() + ": it is not a file on this computer.";
+        return quoted(url.toString()) + ": it is not a file on this computer.";
     const QFileInfo file(url.toLocalFile());
     if (file.suffix().compare("wav", Qt::CaseInsensitive) != 0)
-        return file.fileName() + ": only WAV files (.wav) can be dropped.";
+        return quoted(file.fileName()) + ": only WAV files (.wav) can be dropped.";
     QNIRFile ir;
     std::array<std::uint32_t, irPointCount> block{};
     if (ir.openForInspection(url.toLocalFile().toStdString()) && ir.GetIRDataBuffer(block))
         return {};
-    return file.fileName() + ": " + QString::fromStdString(ir.whyRefused()) + ".";
+    return quoted(file.fileName()) + ": " + QString::fromStdString(ir.whyRefused()) + ".";
 }
 
 /// Why not all files can be loaded, from slot `index` on; empty if they can.
@@ -124,14 +128,15 @@ bool RootViewController::importFile(std::int64_t index, const QString& path, boo
             return loadSlot(importNumber(index), sourceOf(path, prepares), options, waiting);
         });
     if (isRefused(result.end)) {
-        refuse(QFileInfo(path).fileName() + ": " + QString::fromStdString(result.whyRefused));
+        refuse(quoted(QFileInfo(path).fileName()) + ": " +
+               QString::fromStdString(result.whyRefused));
         alterIRError(fileError);
         return false;
     }
     remember(index, result, path);
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
     labelOf(index).setText(name);
-    showResult(result, "“" + name.trimmed() + "” is in " + slotName(index) + ".");
+    showResult(result, quoted(name.trimmed()) + " is in " + slotName(index) + ".");
     print("选中了文件 Optional(\"" + path + "\")"); // the chosen file
     return result.end == UploadEnd::confirmed;
 }

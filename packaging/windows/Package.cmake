@@ -1,4 +1,4 @@
-# What the Windows programs need beside them; scripts/package-windows makes the installer.
+# Files that ship with the Windows programs; scripts/package-windows builds the installer.
 install(PROGRAMS $ENV{CABSLOT_WINDOWS_PREFIX}/bin/libsoxr.dll DESTINATION bin)
 if(CABSLOT_WINDOW)
   install(IMPORTED_RUNTIME_ARTIFACTS Qt6::Core Qt6::Gui Qt6::Widgets DESTINATION bin)

@@ -4,7 +4,7 @@
 Usage: window.py CABSLOT STATE WAV PICTURE     (under scripts/in-desktop)
 
 STATE is where the built-in pedal has its slots and the memory its records; WAV is a Windows path.
-PICTURE is where the screen is shown once the WAV is loaded; beside it, PICTURE-panel, the open panel.
+PICTURE is the screen after the WAV is loaded; PICTURE-panel, in the same folder, the open panel.
 """
 import os
 import pathlib

@@ -114,7 +114,7 @@ TEST_F(Link, ConnectHIDTakesTheDeviceAtTheIndex) {
     EXPECT_EQ(HID_Device, nullptr) << "no manager yet";
     link.setHIDManager(&manager);
     deveiceIndex = 1;
-    // No call is lost, not even beside the device thread.
+    // No call is lost, not even while the device thread runs.
     for (const bool running : {false, true}) {
         if (running)
             link.OpenDevice();

@@ -92,7 +92,7 @@ TEST_F(Flows, RefusedFilesAreToldAndNothingIsSent) {
         EXPECT_EQ(IR_InportNumber, 1U);
     }
     EXPECT_EQ(status(),
-              "Slow.wav: 22050 Hz is not supported; 44100, 48000, 88200 and 96000 Hz are.");
+              "“Slow.wav”: 22050 Hz is not supported; 44100, 48000, 88200 and 96000 Hz are.");
 }
 
 TEST_F(Flows, DeleteWithoutABlankIR) {
@@ -235,9 +235,9 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
     const std::pair<QList<QUrl>, QString> refused[] = {
         {{url(wav()), url(wav("b.wav"))},
          "2 files were dropped, but from User 4 on there is 1 slot."},
-        {{url(folder.path("song.mp3"))}, "Song.mp3: only WAV files (.wav) can be dropped."},
+        {{url(folder.path("song.mp3"))}, "“song.mp3”: only WAV files (.wav) can be dropped."},
         {{QUrl("https://example.org/a.wav")},
-         "Https://example.org/a.wav: it is not a file on this computer."},
+         "“https://example.org/a.wav”: it is not a file on this computer."},
     };
     for (const auto& [files, why] : refused) {
         emit row->filesDropped(files);
