@@ -1,4 +1,4 @@
-# Functions of scripts/package-windows: what the Windows build needs, built once. They run in the
+# Functions of scripts/package-windows that build the libraries for Windows, once. They run in the
 # project's folder.
 # shellcheck shell=sh
 
@@ -19,8 +19,8 @@ install_tools() {
     scripts/install-packages g++-mingw-w64-x86-64-posix wine64 nsis dpkg-dev librsvg2-bin
 }
 
-# The options that let apt-get read a list of sources of our own: what the system's apt knows stays as
-# it is. The sources come from where the system has its packages from.
+# apt-get's options for a separate list of sources, so that the system's lists stay unchanged. The
+# sources come from the mirror of the system's packages.
 prepare_apt() {
     # shellcheck disable=SC2016 # the variables are apt's
     from=${CABSLOT_MIRROR:-$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' \
@@ -34,8 +34,8 @@ prepare_apt() {
         -o Dir::State::lists=$source/lists -o APT::Sandbox::User=root"
 }
 
-# fetch_source PACKAGE: Debian's source package, unpacked as $source/PACKAGE; its version, from the
-# name of its .dsc, in $source/PACKAGE.version.
+# fetch_source PACKAGE: unpacks Debian's source package as $source/PACKAGE and writes its version, from
+# the name of its .dsc, to $source/PACKAGE.version.
 fetch_source() {
     [ ! -d "$source/$1" ] || return 0
     say "fetching the source of $1"
@@ -60,11 +60,11 @@ fetch_source() {
     rm -r "$source/$1.part"
 }
 
-# built NAME: whether it is installed in the prefix already.
+# built NAME: succeeds if it is already installed in the prefix.
 built() { [ -e "$prefix/built/$1" ]; }
 mark_built() { mkdir -p "$prefix/built"; touch "$prefix/built/$1"; }
 
-# build NAME SOURCE OPTION ...: a project of CMake's, into the prefix.
+# build NAME SOURCE OPTION ...: builds a CMake project and installs it in the prefix.
 build() {
     name=$1 from=$2
     shift 2
@@ -76,13 +76,13 @@ build() {
     mark_built "$name"
 }
 
-# describe NAME VERSION: for pkg-config, of a library that does not do so itself on Windows.
+# describe NAME VERSION: writes the pkg-config file of a library that installs none on Windows.
 describe() {
     printf '%s\n' "Name: $1" "Description: $1" "Version: $2" "Libs: -L$prefix/lib -l$1" \
         "Cflags: -I$prefix/include" >"$prefix/lib/pkgconfig/$1.pc"
 }
 
-# Libraries that are headers alone: Debian's serve every system.
+# Header-only libraries: Debian's own packages work for every system.
 copy_headers() {
     mkdir -p "$prefix/include" "$prefix/share/cmake" "$prefix/lib/pkgconfig"
     cp -r /usr/include/CLI /usr/include/nlohmann /usr/include/kissfft "$prefix/include/"
@@ -101,18 +101,18 @@ build_small_libraries() {
     }
     built libsoxr || {
         fetch_source libsoxr
-        # a DLL: its licence wants that whoever gets the programs may replace it
+        # a DLL, because its licence requires that users can replace it
         build libsoxr "$source/libsoxr" -DBUILD_TESTS=OFF -DWITH_OPENMP=OFF -DWITH_LSR_BINDINGS=OFF
         describe soxr 0.1.3
     }
     built libebur128 || {
         fetch_source libebur128
-        # its queue.h is the C library's elsewhere
+        # elsewhere queue.h belongs to the C library
         build libebur128 "$source/libebur128" -DBUILD_SHARED_LIBS=OFF -DENABLE_INTERNAL_QUEUE_H=ON
     }
 }
 
-# Only what a window of widgets needs, as DLLs for the same reason.
+# Only the parts that a widget application needs, as DLLs for the same reason.
 build_qt() {
     ! built qt || return 0
     fetch_source qt6-base
@@ -123,7 +123,7 @@ build_qt() {
         pkg_config windeployqt androiddeployqt macdeployqt; do
         off="$off -DFEATURE_$feature=OFF"
     done
-    # shellcheck disable=SC2086 # one word an option
+    # shellcheck disable=SC2086 # one word per option
     build qt "$source/qt6-base" -DQT_HOST_PATH=/usr \
         -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake -DFEATURE_optimize_size=ON \
         -DQT_BUILD_TESTS=OFF -DQT_BUILD_EXAMPLES=OFF -DINPUT_opengl=no $off

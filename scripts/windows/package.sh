@@ -1,4 +1,4 @@
-# Functions of scripts/package-windows: Cabslot itself, and the installer and the zip of it.
+# Functions of scripts/package-windows that build Cabslot, its installer and its zip.
 # shellcheck shell=sh
 # shellcheck disable=SC2154 # scripts/windows/libraries.sh sets the folders
 
@@ -13,11 +13,11 @@ make_icon() {
     (cd "$windows" && convert 16.png 24.png 32.png 48.png 256.png "$prefix/share/cabslot.ico")
 }
 
-# build_cabslot WITH-QT: with nothing there, the libraries, cabslotctl and the tests alone.
+# build_cabslot WITH-QT: if empty, only the libraries, cabslotctl and the tests.
 build_cabslot() {
     say "building cabslot"
     make_icon
-    # What the build runs of its own programs does not touch the user's Wine.
+    # The build runs some of its own programs, in a Wine prefix of its own.
     export WINEPREFIX="$windows/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree=;mshtml="
     export WINEPATH="Z:$prefix/bin" # where the DLLs are
     [ -d "$WINEPREFIX" ] || /usr/lib/wine/wine64 wineboot --init
@@ -27,7 +27,7 @@ build_cabslot() {
     cmake --build "$windows/cabslot" -j "$jobs" >&2
 }
 
-# The texts that the licences ask for, and where the sources are of what is distributed.
+# The texts that the licences require, and where to find the distributed libraries' sources.
 collect_licences() {
     mkdir -p "$stage/licences"
     cp LICENSE "$stage/LICENSE.txt"
@@ -47,7 +47,7 @@ collect_licences() {
     sed -i 's/\r*$/\r/' "$stage"/LICENSE.txt "$stage"/licences/*.txt
 }
 
-# What the uninstaller deletes: the files that were installed and then the folders, if empty.
+# What the uninstaller deletes: the installed files, then the folders that are empty.
 # shellcheck disable=SC2016 # $INSTDIR is for makensis
 list_for_uninstaller() {
     (
@@ -57,7 +57,7 @@ list_for_uninstaller() {
     ) >"$windows/uninstall.nsh"
 }
 
-# package WITH-QT: the installer and the zip, into build/windows/packages.
+# package WITH-QT: builds the installer and the zip in build/windows/packages.
 package() {
     name=cabslot$([ -n "$1" ] || echo ctl)-$version
     rm -rf "$stage"

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The Windows window under Wine, by the keyboard alone: loads a WAV into slot 2, clears slot 3, closes.
+"""Drives the Windows window under Wine, by keyboard alone: loads a WAV into slot 2, clears slot 3, closes.
 
 Usage: window.py CABSLOT STATE WAV PICTURE     (under scripts/in-desktop)
 
@@ -37,7 +37,7 @@ def active_window():
 
 
 def record(slot):
-    """What is remembered of a slot; it is written when the pedal has confirmed."""
+    """The record of a slot, written after the pedal has confirmed."""
     file = STATE / f"memory/sim-slot{slot}"
     return file.read_bytes() if file.exists() else None
 

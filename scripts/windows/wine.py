@@ -1,4 +1,4 @@
-"""A Wine of our own, in a folder: fresh, with what a bare Windows has and no trace of the user's."""
+"""A fresh Wine prefix in a folder, like a new Windows, independent of the user's."""
 import os
 import subprocess
 import time
@@ -16,21 +16,21 @@ class Wine:
         home = folder / "home"  # Wine links its documents to the user's
         home.mkdir()
         self.prefix.mkdir()
-        # Neither offers of Wine's to download, nor its entries in the menu of this desktop.
+        # Wine must neither offer downloads nor add entries to this desktop's menu.
         self.variables = {"WINEPREFIX": str(self.prefix), "WINEDEBUG": "-all", "HOME": str(home),
                           "WINEDLLOVERRIDES": "mscoree=;mshtml=;winemenubuilder.exe="}
         self.environment = dict(os.environ, **self.variables)
-        # The server stays for the whole check: to start it takes seconds.
+        # The server runs for the whole check, because starting it takes seconds.
         subprocess.run([SERVER, "-p"], env=self.environment, check=False,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.run("wineboot", "--init")
-        # Wine brings none of the fonts that every Windows has.
+        # Wine has none of the fonts of Windows.
         for there, here in (("Segoe UI", "DejaVu Sans"), ("Tahoma", "DejaVu Sans"),
                             ("MS Shell Dlg", "DejaVu Sans"), ("Consolas", "DejaVu Sans Mono")):
             self.run("reg", "add", FONTS, "/v", there, "/d", here, "/f")
 
     def run(self, *command, check=True):
-        # Services that it starts live on and would hold a pipe open.
+        # Services that it starts keep running and would hold a pipe open.
         return subprocess.run([WINE, *command], env=self.environment, timeout=300, check=check,
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
@@ -39,7 +39,7 @@ class Wine:
         subprocess.run([SERVER, "-w"], env=self.environment, check=False)
 
     def traces(self):
-        """What there is of an installed Cabslot, but for what it remembers."""
+        """The traces of an installed Cabslot, except its records of what was loaded."""
         traces = [str(path.relative_to(self.drive)) for path in self.drive.glob("**/*")
                   if "cabslot" in path.name.lower() and "Local/cabslot" not in str(path)]
         if self.run("reg", "query", UNINSTALL_KEY, check=False).returncode == 0:
@@ -47,12 +47,12 @@ class Wine:
         return traces
 
     def install(self, setup):
-        """Silently; returns the folder."""
+        """Installs silently; returns the folder."""
         self.run(setup, "/S")
         return next(self.drive.glob("**/bin/cabslotctl.exe")).parent.parent
 
     def uninstall(self, folder):
-        """Silently; returns what is left."""
+        """Uninstalls silently; returns what is left."""
         self.run(folder / "Uninstall.exe", "/S")
         for _ in range(60):  # a copy of it goes on when it has ended, or it could not delete itself
             if not self.traces():
