@@ -88,6 +88,7 @@ TEST_F(OpenFile, NamesThatThePedalCannotShow) {
     const std::string unnamed = "a character that";
     const std::pair<std::string, std::string> rows[] = {
         {"Only ASCII at first \xE2\x82\xAC.wav", "\"\xE2\x82\xAC\", which"},
+        {"\xF0\x9F\x8E\xB8.wav", "\"\xF0\x9F\x8E\xB8\", which"},
         {"Cafe\xCC\x81.wav", "\"e\xCC\x81\", which"}, // a combining accent
         {"backwards\xE2\x80\xAE.wav", unnamed},
         {"latin1 \xE9.wav", unnamed},

@@ -120,8 +120,8 @@ TEST_F(WindowDeathTest, ProgrammingErrorsStopTheProcess) {
     QObject nobody;
     EXPECT_DEATH(root().add(&nobody), nil + "unwrapping an Optional value");
     for (const std::int64_t slot : {std::int64_t{-1}, std::int64_t{1} << 32}) {
-        EXPECT_DEATH(root().importFile(slot, wav().c_str()), "Fatal error: ");
-        EXPECT_DEATH(root().delIR(slot), "Fatal error: ");
+        EXPECT_DEATH(root().importFile(slot, wav().c_str()), "Fatal error: a slot number");
+        EXPECT_DEATH(root().delIR(slot), "Fatal error: a slot number");
     }
 }
 
