@@ -202,7 +202,8 @@ TEST_F(Flows, InputDuringTheUploadIsDroppedAndClosingIsHonouredAtItsEnd) {
             press(2);
             QTest::keyClick(window.get(), Qt::Key_4, Qt::ControlModifier);
             EXPECT_TRUE(window->findChild<QWidget*>("progress")->isVisible());
-            EXPECT_TRUE(status().contains("to User 1.")) << status().toStdString();
+            const QRegularExpression frame("Sending frame [1-7] of 7 to User 1[.]");
+            EXPECT_TRUE(frame.match(status()).hasMatch()) << status().toStdString();
             EXPECT_FALSE(button(6)->isEnabled());
         }
         QTest::qWait(20);
