@@ -266,6 +266,8 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
     EXPECT_EQ(label(2), "Cab           ");
     EXPECT_EQ(label(3), "b             ");
     EXPECT_TRUE(told.contains("1 of 2") && told.contains("2 of 2")) << told.join(' ').toStdString();
+    press(6);
+    EXPECT_EQ(status(), "User 2 is cleared.") << "the numbers end with the series";
 }
 
 // One guard for buttons, keys, drops and screen readers, who all see disabled buttons.
