@@ -101,6 +101,14 @@ TEST_F(Window, TheLinkIsOpenedBeforeItsEventsAreObserved) {
     duringOpenDevice = nullptr;
 }
 
+TEST_F(Window, ALossBeforeEventsAreObservedIsNotMissed) {
+    duringOpenDevice = [](HIDClass& link) { link.setKVOValue(deviceLost); };
+    openOn(std::make_unique<FakeManager>());
+    duringOpenDevice = nullptr;
+    answerDisconnects();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); }));
+}
+
 using WindowDeathTest = Window;
 
 TEST_F(WindowDeathTest, ProgrammingErrorsStopTheProcess) {
