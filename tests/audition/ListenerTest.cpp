@@ -55,6 +55,8 @@ TEST_F(ListenerTest, LoadsNothingBeforeItIsWanted) {
     EXPECT_EQ(listener.status().state, State::unknown);
     listener.listen(true);
     EXPECT_TRUE(isHeard({-1}));
+    listener.setPhrase("double");
+    EXPECT_TRUE(isHeard({-1, -2})) << "another phrase is heard at once";
 }
 
 TEST(Listener, IsNotHeldUpByAServerThatHangs) {

@@ -1,4 +1,5 @@
-// A sound library whose device the test controls. Its phrase keeps only the first point of an IR.
+// A sound library whose device the test controls. Its phrases keep only the first point of an IR,
+// the phrase "double" twice of it.
 #pragma once
 
 #include "audition/Sound.h"
@@ -54,20 +55,24 @@ private:
 
 class FakePhrase final : public Phrase {
 public:
+    explicit FakePhrase(double scale) : scale_(scale) {}
     std::size_t size() const override { return 1; }
     bool isCut() const override { return false; }
     Rendering render(const Samples& ir, Level level) const override {
         Rendering rendering;
-        rendering.gain = level == Level::matched ? ir[0] : -ir[0];
+        rendering.gain = scale_ * (level == Level::matched ? ir[0] : -ir[0]);
         return rendering;
     }
+
+private:
+    double scale_;
 };
 
 class FakeLibrary final : public SoundLibrary {
 public:
     std::unique_ptr<Phrase> openPhrase(const std::string& path, std::string& why) const override {
         if (path != "bad")
-            return std::make_unique<FakePhrase>();
+            return std::make_unique<FakePhrase>(path == "double" ? 2 : 1);
         why = "it is bad";
         return nullptr;
     }
