@@ -32,8 +32,7 @@ std::string messageFor(const UsbFinding& finding, const HIDMatching& wanted) {
                "; only release " + releaseText(wanted.VersionNumber) + " can be used";
     case UsbStatus::noService:
         return "the USB service is not available: hidapi does not start; restart the computer and "
-               "try "
-               "again";
+               "try again";
     default:
         return "the pedal at " + finding.path + " cannot be opened: " + finding.systemText +
                "; unplug it and plug it in again";
