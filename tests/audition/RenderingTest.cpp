@@ -6,7 +6,6 @@
 #include "audition/sound/Mixer.h"
 #include "audition/sound/PhraseFile.h"
 #include "irfile/QNIRFile.h"
-#include "irfile/SoundFile.h"
 
 #include <gtest/gtest.h>
 

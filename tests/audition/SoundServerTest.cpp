@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <span>
 
 namespace cabslot::testing {
@@ -15,15 +16,11 @@ namespace {
 
 /// 1 if both are equal except for their level.
 double correlation(std::span<const float> a, std::span<const float> b) {
-    double ab = 0;
-    double aa = 0;
-    double bb = 0;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        ab += static_cast<double>(a[i] * b[i]);
-        aa += static_cast<double>(a[i] * a[i]);
-        bb += static_cast<double>(b[i] * b[i]);
-    }
-    return aa == 0 || bb == 0 ? 0 : ab / std::sqrt(aa * bb);
+    const auto dot = [](std::span<const float> x, std::span<const float> y) {
+        return std::inner_product(x.begin(), x.end(), y.begin(), 0.0);
+    };
+    const double energies = dot(a, a) * dot(b, b);
+    return energies == 0 ? 0 : dot(a, b) / std::sqrt(energies);
 }
 
 /// The position in `recording` where the part begins.

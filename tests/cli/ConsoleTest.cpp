@@ -1,12 +1,9 @@
 #include "cli/Console.h"
-#include "cli/TerminalWave.h"
 
 #include <gtest/gtest.h>
 
 #include <pty.h>
 #include <unistd.h>
-
-#include <array>
 
 namespace cabslot::testing {
 namespace {

@@ -63,15 +63,15 @@ TEST_F(InspectMany, TellsTheSameAsOneJsonDocument) {
                               "48000, 88200 and 96000 Hz are\"\n}\n  ]\n}\n"))
         << out;
     EXPECT_EQ(run({"inspect", "--json", pack + "/deep"}), 0) << "one file, but of a folder";
-    EXPECT_NE(out.find("\"files\": ["), std::string::npos);
+    EXPECT_TRUE(outHas("\"files\": ["));
 }
 
 TEST_F(InspectMany, RefusesAFolderWithoutFilesAndOutputsOfOneFile) {
     EXPECT_EQ(run({"inspect", pack, "--block", folder.path("x")}), 2);
-    EXPECT_NE(err.find("--block and --plot take a single file"), std::string::npos) << err;
+    EXPECT_TRUE(errHas("--block and --plot take a single file"));
     std::filesystem::create_directories(folder.path("e/f"));
     EXPECT_EQ(run({"inspect", folder.path("e")}), 1);
-    EXPECT_NE(err.find("/e: the folder holds no WAV files; --recursive"), std::string::npos);
+    EXPECT_TRUE(errHas("/e: the folder holds no WAV files; --recursive"));
 }
 
 } // namespace

@@ -8,29 +8,13 @@ namespace cabslot::testing {
 namespace {
 
 // Read before any test has reset the values.
-const std::vector<std::int64_t> valuesAtStart = {SendStep,
-                                                 deviceTrue,
-                                                 isInternalIRArray[0],
-                                                 isInternalIRArray[3],
-                                                 datelen,
-                                                 Step,
-                                                 vaildDataCount,
-                                                 IsRecDataEnd,
-                                                 iSReset,
-                                                 step,
-                                                 isInportIR,
-                                                 CheckMCUInportIR_Finish,
-                                                 IR_InportNumber,
-                                                 isDeviceConnent,
-                                                 HIDDeviceID_int,
-                                                 deviceDidTrue,
-                                                 isVersionTrue,
-                                                 deviceModel,
-                                                 deveiceIndex,
-                                                 timer,
-                                                 checkNumber,
-                                                 rx_buffer_count,
-                                                 SendisInternalIR};
+// clang-format off
+const std::vector<std::int64_t> valuesAtStart = {
+    SendStep, deviceTrue, isInternalIRArray[0], isInternalIRArray[3], datelen, Step, vaildDataCount,
+    IsRecDataEnd, iSReset, step, isInportIR, CheckMCUInportIR_Finish, IR_InportNumber,
+    isDeviceConnent, HIDDeviceID_int, deviceDidTrue, isVersionTrue, deviceModel, deveiceIndex, timer,
+    checkNumber, rx_buffer_count, SendisInternalIR};
+// clang-format on
 
 TEST(StartValues, AreThoseOfTheProtocol) {
     std::vector<std::int64_t> expected(valuesAtStart.size(), 0);

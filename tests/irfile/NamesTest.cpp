@@ -5,11 +5,8 @@
 
 #include <gtest/gtest.h>
 
-namespace cabslot {
+namespace cabslot::testing {
 namespace {
-
-using testing::factoryFile;
-using testing::WavBuilder;
 
 class Names : public ::testing::Test {
 protected:
@@ -28,7 +25,7 @@ protected:
     }
     static std::string sent() { return {SendFileName.begin(), SendFileName.end()}; }
 
-    testing::TempFolder folder_;
+    TempFolder folder_;
     QNIRFile file_;
 };
 
@@ -107,4 +104,4 @@ TEST_F(Names, FlagsAndCountsFollowTheFile) {
 }
 
 } // namespace
-} // namespace cabslot
+} // namespace cabslot::testing

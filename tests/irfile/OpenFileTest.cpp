@@ -10,12 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace cabslot {
+namespace cabslot::testing {
 namespace {
-
-using testing::chunk;
-using testing::factoryFile;
-using testing::WavBuilder;
 
 class OpenFile : public ::testing::Test {
 protected:
@@ -30,7 +26,7 @@ protected:
         EXPECT_EQ(file_.whyRefused(), "no file is loaded");
     }
 
-    testing::TempFolder folder_;
+    TempFolder folder_;
     std::string good_ = folder_.write("Good.wav", WavBuilder{}.add(1).bytes());
     QNIRFile file_;
 };
@@ -80,7 +76,7 @@ TEST_F(OpenFile, NothingToRead) {
     // The kernel reports 4096 bytes and returns fewer.
     expectRefused("/sys/devices/system/cpu/online",
                   "it changed while it was being read; try again");
-    const testing::NotRoot somebody;
+    const NotRoot somebody;
     expectRefused(secret, "you have no permission to read it");
 }
 
@@ -160,4 +156,4 @@ TEST_F(OpenFile, OfALongFileAsMuchIsReadAsIsNeeded) {
 }
 
 } // namespace
-} // namespace cabslot
+} // namespace cabslot::testing

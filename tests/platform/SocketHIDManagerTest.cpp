@@ -24,19 +24,13 @@ protected:
     }
     ~Socket() override { ::close(ends[1]); }
 
-    void sendFromPedal(std::size_t size) {
-        const std::vector<std::uint8_t> packet(size, 1);
-        ASSERT_EQ(::send(ends[1], packet.data(), size, 0), static_cast<ssize_t>(size));
-    }
-    void wait() { manager->waitForEvents(std::chrono::steady_clock::now()); }
-
     int ends[2] = {};
     Journal journal;
     std::unique_ptr<HIDManager> manager;
 };
 
 TEST_F(Socket, SendsWholeReportsAndRefusesWhenThePedalTakesNone) {
-    wait();
+    manager->waitForEvents(std::chrono::steady_clock::now());
     HIDReport report{};
     report[63] = 9;
     ASSERT_TRUE(journal.lastDevice->SetReport(report));

@@ -125,22 +125,35 @@ protected:
     UsbHIDManager manager;
 };
 
+// The manager as a sentence, the doctor as a word.
 TEST_F(UsbManager, SaysWhyThereIsNoPedal) {
-    const std::tuple<bool, std::map<std::string, FakeNode>, const char*> rows[] = {
-        {false, {}, "the USB service is not available"},
-        {true, {}, "no pedal was found on USB"},
-        {true, {{"a", {.release = 512}}}, "the pedal at a has release 512 (0x0200); only release"},
-        {true, {{"a", {.release = 512}}, {"b", {.opens = false}}}, "the pedal at b cannot be open"},
+    const std::tuple<bool, std::map<std::string, FakeNode>, std::string, std::string> rows[] = {
+        {false, {}, "the USB service is not available", "no_service"},
+        {true, {}, "no pedal was found on USB", "no_pedal"},
+        {true,
+         {{"a", {.release = 512}}},
+         "the pedal at a has release 512 (0x0200); only release",
+         "other_release"},
+        {true,
+         {{"a", {.release = 512}}, {"b", {.opens = false}}},
+         "the pedal at b cannot be open",
+         "failing"},
+        {true, {{"a", {}}}, "", "ok"},
     };
-    for (const auto& [starts, nodes, why] : rows) {
-        SCOPED_TRACE(why);
+    const char* const doctor[] = {"cabslotctl", "doctor", "--json"};
+    for (const auto& [starts, nodes, why, word] : rows) {
+        SCOPED_TRACE(word);
         bus = {.starts = starts, .nodes = nodes};
         UsbHIDManager fresh;
         EXPECT_EQ(fresh.open(pedalMatching, journal.callbacks()), starts);
         fresh.waitForEvents({});
         EXPECT_TRUE(fresh.whyNoDevice().starts_with(why)) << fresh.whyNoDevice();
+        EXPECT_EQ(journal.text, word == "ok" ? "+ " : "");
+        ::testing::internal::CaptureStdout();
+        EXPECT_EQ(runCommandLine(3, doctor), word == "ok" ? 0 : 3);
+        const std::string json = ::testing::internal::GetCapturedStdout();
+        EXPECT_NE(json.find("\"status\": \"" + word), std::string::npos) << json;
     }
-    EXPECT_EQ(journal.text, "");
 }
 
 TEST_F(UsbManager, AnnouncesEachNodeOnceAndClosesItInTheEnd) {
@@ -190,23 +203,6 @@ TEST_F(UsbManager, PedalsComeAndGoBesideEachOther) {
     EXPECT_EQ(manager.copyDevices().size(), 1U) << "closed, but still plugged in";
     bus.nodes["c"] = {};
     waitFor("+ + - + ");
-}
-
-TEST_F(UsbManager, TheDoctorSaysWhatItFound) {
-    const std::tuple<std::map<std::string, FakeNode>, int, const char*> rows[] = {
-        {{}, 3, "no_pedal"},
-        {{{"a", {.release = 256}}}, 3, "other_release"},
-        {{{"a", {}}}, 0, "ok"},
-        {{{"a", {.opens = false}}}, 3, "failing"},
-    };
-    for (const auto& [nodes, status, word] : rows) {
-        bus = {.nodes = nodes};
-        const char* const arguments[] = {"cabslotctl", "doctor", "--json"};
-        ::testing::internal::CaptureStdout();
-        EXPECT_EQ(runCommandLine(3, arguments), status) << word;
-        const std::string json = ::testing::internal::GetCapturedStdout();
-        EXPECT_NE(json.find("\"status\": \"" + std::string(word)), std::string::npos) << json;
-    }
 }
 
 TEST_F(UsbManager, FiveFailuresInARowLoseADeviceAndFourDoNot) {

@@ -7,11 +7,16 @@ namespace {
 
 using Options = std::vector<std::string>;
 
+const std::string loaded = "User 2: Cab";
 const std::string noData = "the pedal is there but did not send its data within 0.5 s; unplug it, "
                            "plug it in and try again";
 const std::string notConfirmed =
     "the pedal did not confirm in time that it has stored User 2; look "
     "with \"cabslotctl list\" and load it again if need be";
+const std::string noPedal =
+    "no pedal answers at PATH: No such file or directory (is a simulated pedal running there?)";
+const std::string interrupted =
+    "interrupted before the pedal confirmed User 2; look with \"cabslotctl list\"";
 const std::string unplugged = "the pedal was unplugged";
 const std::string incomplete = unplugged + "; User 2 may be incomplete: load it again";
 
@@ -22,8 +27,8 @@ struct Row {
     Options pedal{};  ///< options of the simulated one
     std::string confirmDelay = "20";
     int status = 0;
-    std::string told = "User 2: Cab"; ///< on standard output for status 0, else on standard error
-    bool stored = true;               ///< slot 2 holds the new IR; else the old one
+    std::string told = loaded; ///< on standard output for status 0, else on standard error
+    bool stored = true;        ///< slot 2 holds the new IR; else the old one
     Act act = Act::load;
     double seconds = 2; ///< at most
 };
@@ -35,38 +40,21 @@ const Row rows[] = {
     {"vanishes after the name", {"--vanish-after", "3"}, "20", 3, incomplete, false},
     {"vanishes before the last report", {"--vanish-after", "56"}, "20", 3, incomplete, false},
     {"vanishes after the last report", {"--vanish-after", "57"}, "60000", 3, incomplete},
-    {"is not there",
-     {},
-     "20",
-     3,
-     "no pedal answers at PATH: No such file or directory (is a simulated pedal running there?)",
-     false,
-     Act::loadWithoutPedal},
+    {"is not there", {}, "20", 3, noPedal, false, Act::loadWithoutPedal},
     {"takes the connection and reads nothing", {}, "20", 4, noData, false, Act::loadIntoDeaf},
     {"sends replies with a wrong CRC", {"--fault", "corrupt-crc"}, "20", 4, noData, false},
     {"replies in reports of 63 and 65 bytes", {"--fault", "wrong-length"}, "20", 4, noData, false},
     {"sends stray bytes before replies", {"--fault", "garbage"}},
     {"sends replies in reports of at most 7 bytes", {"--fault", "split"}},
     {"sends an unknown frame that runs into the reply", {"--fault", "merge"}},
-    {.what = "sends 100,000 unknown frames as fast as they go",
-     .pedal = {"--fault", "flood"},
-     .confirmDelay = "5000",
-     .seconds = 15},
+    {"sends 100,000 unknown frames", {"--fault", "flood"}, "5000", 0, loaded, true, Act::load, 15},
     {"has another one beside it that talks all the time", {"--second-device"}},
     {"confirms at once, before anyone has polled", {"--fault", "confirm-at-once"}},
     {"confirms while it is polled for", {}, "300"},
     {"never confirms", {"--fault", "never-confirm"}, "20", 4, notConfirmed},
     {"confirms before it has the last frame", {"--fault", "confirm-early"}, "20", 4, notConfirmed},
-    {.what = "gets an IR for another slot at the same time",
-     .act = Act::loadBesideAnother,
-     .seconds = 4},
-    {"is still storing when the user presses Ctrl-C",
-     {},
-     "60000",
-     130,
-     "interrupted before the pedal confirmed User 2; look with \"cabslotctl list\"",
-     true,
-     Act::loadUntilCtrlC},
+    {"gets another slot's IR meanwhile", {}, "20", 0, loaded, true, Act::loadBesideAnother, 4},
+    {"is still storing at Ctrl-C", {}, "60000", 130, interrupted, true, Act::loadUntilCtrlC},
 };
 
 // The rows mostly wait. Run in parallel parts, they take a fraction of the time.

@@ -11,8 +11,6 @@
 
 #include <chrono>
 #include <csignal>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -59,8 +57,7 @@ public:
     std::string out() const { return contentOf(out_); }
     std::string err() const { return contentOf(err_); }
 
-    /// Waits until the program has printed `text`; false if it ends or ten seconds pass without
-    /// that.
+    /// Waits for `text`; false if the program ends, or ten seconds pass, without it.
     bool hasPrinted(const std::string& text) const {
         for (int i = 0; i < 2000; ++i) {
             const bool ended = hasEnded();
@@ -118,6 +115,14 @@ protected:
         out = program->out();
         err = program->err();
         return status;
+    }
+
+    /// Whether the last run printed `text`; a failure shows what it printed.
+    ::testing::AssertionResult errHas(const std::string& text) const {
+        return ::testing::IsSubstring("text", "err", text, err);
+    }
+    ::testing::AssertionResult outHas(const std::string& text) const {
+        return ::testing::IsSubstring("text", "out", text, out);
     }
 
     std::string wav(const std::string& name = "Cab.wav") {

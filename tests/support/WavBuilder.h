@@ -23,8 +23,7 @@ inline std::string chunk(const std::string& tag, const std::string& body) {
     return bytes + body;
 }
 
-/// Set the fields, append samples frame by frame, call bytes(). Defaults: 44.1 kHz, mono, 16
-/// bits.
+/// Set the fields, append samples frame by frame, call bytes().
 struct WavBuilder {
     std::uint32_t rate = 44100;
     std::uint16_t channels = 1;

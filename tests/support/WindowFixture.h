@@ -12,7 +12,6 @@
 #include "ui/AppDelegate.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QPushButton>
 #include <QTest>

@@ -59,6 +59,11 @@ protected:
             [&] { return sound.device->use([&] { return sound.device->heard == what; }); });
     }
 
+    bool hasStopped() {
+        return QTest::qWaitFor(
+            [&] { return sound.device->use([&] { return sound.device->stops == 1; }); });
+    }
+
     QFileDialog* panel = nullptr;
     QAbstractItemView* list = nullptr;
     QLineEdit* name = nullptr;
@@ -142,8 +147,7 @@ TEST_F(Panel, WhatIsSelectedIsHeardUntilAnUploadBegins) {
     list->setFocus();
     key(Qt::Key_L);
     EXPECT_FALSE(listen()->isChecked());
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] { return sound.device->use([&] { return sound.device->stops == 1; }); }));
+    EXPECT_TRUE(hasStopped());
     sound.device->use([&] { sound.device->stops = 0; });
     key(Qt::Key_L);
     EXPECT_TRUE(isHeard({0.5, 0.25, 0, 0.25, -0.25, -0.25}));
@@ -186,8 +190,7 @@ TEST_F(Panel, TheLargerViewIsHeardInstead) {
     EXPECT_FALSE(listen()->isChecked());
     EXPECT_TRUE(view->findChild<QPushButton*>("listen")->isChecked());
     view->close();
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] { return sound.device->use([&] { return sound.device->stops == 1; }); }));
+    EXPECT_TRUE(hasStopped());
 }
 
 } // namespace

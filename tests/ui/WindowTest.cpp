@@ -1,8 +1,6 @@
 // The shell, and the reaction to the device link's events.
 #include "tests/support/WindowFixture.h"
 
-#include <QSet>
-
 namespace cabslot::testing {
 namespace {
 

@@ -3,11 +3,9 @@
 
 Usage: real-window.py CABSLOT CABSLOT_SIM CABSLOTCTL WAV [PICTURE]     (under scripts/in-desktop)
 
-Loads a WAV through the open panel and presses a button meanwhile, which must not be obeyed; compares the
-label and the pedal's stored block; closes. On the managed desktop that is done with the keyboard; then
-a folder is stepped through with the keys, and what is selected is heard and loaded. On the others it is
-done as a screen reader does; then there is no display at all. PICTURE is where the loaded window is
-shown.
+Loads a WAV through the open panel while a button is pressed that must have no effect; compares the label
+and the stored block; closes. On the managed desktop by keyboard, which then steps through a folder and
+listens; on the others as a screen reader does, and then without a display. PICTURE shows the window.
 """
 import atexit
 import os
@@ -51,15 +49,11 @@ def everything(node):
 
 
 def application():
-    for node in everything_top():
+    desktop = Atspi.get_desktop(0)
+    for node in map(desktop.get_child_at_index, range(desktop.get_child_count())):
         if node.get_name() in ("cabslot", "Cabslot") and node.get_child_count():
             return node  # GTK's theme makes one without children
     return None
-
-
-def everything_top():
-    desktop = Atspi.get_desktop(0)
-    return [desktop.get_child_at_index(i) for i in range(desktop.get_child_count())]
 
 
 def find(name, role=None):
