@@ -1,6 +1,7 @@
 // A block as numbers, full scale 1.0: what the pedal will play, its envelope, its level.
 #pragma once
 
+#include "irfile/IR.h"
 #include "irfile/IRConversion.h"
 
 #include <array>
@@ -14,7 +15,6 @@ namespace cabslot {
 inline constexpr double pointsPerSecond = 44100;
 inline constexpr double blockMilliseconds = irPointCount * 1000 / pointsPerSecond;
 
-using Block = std::array<std::uint32_t, irPointCount>;
 using Samples = std::array<double, irPointCount>; ///< -1.0 to just below 1.0
 
 /// The points that the pedal receives: the low 24 bits of each entry, two's complement.
