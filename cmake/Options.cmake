@@ -53,8 +53,12 @@ function(cabslot_library name)
   target_link_libraries(${name} PUBLIC cabslot_sanitizers PRIVATE cabslot_warnings)
 endfunction()
 
+# What an installation contains, and what ./run builds.
+add_custom_target(programs)
+
 function(cabslot_program name)
   add_executable(${name} ${ARGN} ${program_resources})
+  add_dependencies(programs ${name})
   target_link_libraries(${name} PRIVATE cabslot_sanitizers cabslot_warnings)
   install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endfunction()

@@ -16,7 +16,8 @@ die() {
 }
 
 install_tools() {
-    scripts/install-packages g++-mingw-w64-x86-64-posix wine64 nsis dpkg-dev librsvg2-bin
+    scripts/install-packages build tests g++-mingw-w64-x86-64-posix wine64 nsis dpkg-dev \
+        librsvg2-bin imagemagick
 }
 
 # apt-get's options for a separate list of sources, so that the system's lists stay unchanged. The

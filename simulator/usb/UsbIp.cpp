@@ -59,7 +59,8 @@ std::vector<std::uint8_t> encodeSubmitAnswer(std::uint32_t sequence, std::int32_
                                              std::span<const std::uint8_t> data) {
     std::vector<std::uint8_t> message = answer(submitAnswer, sequence, status);
     putNumber(message, lengthAt, static_cast<std::uint32_t>(moved));
-    message.insert(message.end(), data.begin(), data.end());
+    message.resize(message.size() + data.size());
+    std::ranges::copy_backward(data, message.end());
     return message;
 }
 
