@@ -3,8 +3,7 @@
 #include "device/SharedState.h"
 
 #include <QCoreApplication>
-#include <QEvent>
-#include <QEventLoop>
+#include <QKeyEvent>
 #include <QWidget>
 #include <QWindow>
 
@@ -51,6 +50,8 @@ bool isInput(QEvent::Type type) {
 
 BusyWait::BusyWait(const QWidget& window, Pause pause, Progress progress, Counter counter)
     : window_(window), pause_(std::move(pause)), progress_(std::move(progress)), counter_(counter) {
+    if (!pause_)
+        pause_ = [this](std::chrono::milliseconds time) { waitInLoop(time); };
     QCoreApplication::instance()->installEventFilter(this);
     connect(&refresh_, &QTimer::timeout, this, &BusyWait::showProgress);
     refresh_.start(refreshInterval);
@@ -71,19 +72,37 @@ bool BusyWait::waitForConfirmation(std::uint32_t poll) {
         std::printf("%u\n", poll);
         std::fflush(stdout);
     }
+    waiting_ = poll * pollPeriod;
     showProgress();
     pause_(pollPeriod);
+    waiting_ += pollPeriod;
     return true;
 }
 
-void BusyWait::showProgress() {
-    if (isInportIR == 1) {
-        progress_({step + 1, 0, closeRequested_});
+// A request to close leaves the pedal the time of one poll: it confirms sooner than that, or late.
+bool BusyWait::isEnough() {
+    return stopped_ || (closeRequested_ && waiting_ > 0s);
+}
+
+void BusyWait::stop() {
+    if (!state().mayStop)
         return;
-    }
-    if (!confirming_.isValid())
-        confirming_.start();
-    progress_({0, confirming_.elapsed() / 1000, closeRequested_});
+    stopped_ = true;
+    loop_.quit();
+}
+
+BusyWait::State BusyWait::state() const {
+    const bool sending = isInportIR == 1;
+    const bool gone = isDeviceConnent == 0;
+    return {.frame = sending ? step + 1 : 0,
+            .waiting = waiting_,
+            .pedalGone = gone,
+            .closing = closeRequested_,
+            .mayStop = gone || waiting_ >= patience};
+}
+
+void BusyWait::showProgress() {
+    progress_(state());
 }
 
 bool BusyWait::eventFilter(QObject* watched, QEvent* event) {
@@ -94,15 +113,25 @@ bool BusyWait::eventFilter(QObject* watched, QEvent* event) {
         event->ignore();
         return true;
     }
+    if (isStopKey(*watched, *event))
+        stop();
     if (watched->isWidgetType())
         return isInput(event->type()) && !watched->property(worksWhileBusy).toBool();
     return event->type() == QEvent::Shortcut;
 }
 
-void BusyWait::paintFor(std::chrono::milliseconds time) {
-    QEventLoop loop;
-    QTimer::singleShot(time, &loop, &QEventLoop::quit);
-    loop.exec();
+bool BusyWait::isStopKey(const QObject& watched, const QEvent& event) const {
+    return event.type() == QEvent::KeyPress && watched.isWidgetType() &&
+           static_cast<const QWidget&>(watched).window() == &window_ &&
+           static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
+}
+
+void BusyWait::waitInLoop(std::chrono::milliseconds time) {
+    QTimer end; // gone when stop() has ended the loop sooner
+    end.setSingleShot(true);
+    connect(&end, &QTimer::timeout, &loop_, &QEventLoop::quit);
+    end.start(time);
+    loop_.exec();
 }
 
 } // namespace cabslot

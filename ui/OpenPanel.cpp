@@ -40,6 +40,8 @@ QString firstFolder() {
     return QFileInfo(last).isDir() ? last : QDir::homePath();
 }
 
+// Finds Qt's own widgets by their names, which no document promises: if a Qt has others, the
+// preview stands below the files, or keys do only what Qt has them do.
 class OpenPanel final : public QFileDialog {
 public:
     OpenPanel(QWidget* window, const QString& title, Listening& listening)
@@ -49,6 +51,7 @@ public:
         setAttribute(Qt::WA_DeleteOnClose);
         setWindowModality(Qt::NonModal);
         setOption(DontUseNativeDialog); // the native one can neither show an IR nor play it
+        setOption(ReadOnly);            // it chooses files: no deleting, renaming or new folders
         setFileMode(ExistingFile);
         setNameFilter(onlyWav);
         setOption(HideNameFilterDetails);
@@ -115,10 +118,10 @@ private:
 
     void addPreview() {
         auto* column = new QWidget;
-        auto* layout = new QVBoxLayout(column);
-        layout->addWidget(ir_, 1);
-        layout->addWidget(prepare_);
-        layout->addWidget(listen_);
+        auto* below = new QVBoxLayout(column);
+        below->addWidget(ir_, 1);
+        below->addWidget(prepare_);
+        below->addWidget(listen_);
         prepare_->setObjectName("prepare");
         prepare_->setToolTip(
             "Load the best 1024 points that the file can give, not its first ones");
@@ -127,31 +130,42 @@ private:
             QSettings().setValue(prepareKey, on);
             preview(shown_);
         });
+        resize(firstSize.boundedTo(screen()->availableSize() * screenShare));
         auto* splitter = findChild<QSplitter*>("splitter");
+        if (splitter == nullptr)
+            return layout()->addWidget(column);
         splitter->addWidget(column);
         splitter->setStretchFactor(splitter->count() - 1, 1);
-        resize(firstSize.boundedTo(screen()->availableSize() * screenShare));
         splitter->setSizes(firstShares);
     }
 
     void takeKeys() {
-        // Names are long, and the preview says more about a file than its size and date.
-        auto* tree = findChild<QTreeView*>("treeView");
-        for (int column = 1; column < tree->header()->count(); ++column)
-            tree->hideColumn(column);
-        tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
-        tree->setHeaderHidden(true);
-        lists_ = {tree, findChild<QListView*>("listView")};
+        if (auto* tree = findChild<QTreeView*>("treeView")) {
+            showOnlyNames(*tree);
+            lists_ << tree;
+        }
+        if (auto* icons = findChild<QListView*>("listView"))
+            lists_ << icons;
         for (QAbstractItemView* list : lists_) {
             list->setAccessibleName("Files");
             list->installEventFilter(this);
         }
         name_ = findChild<QLineEdit*>("fileNameEdit");
+        if (name_ == nullptr)
+            return;
         name_->installEventFilter(this);
         connect(name_, &QLineEdit::textEdited, this, [this](const QString& typed) {
             if (const QFileInfo file(directory(), typed); file.isFile())
                 preview(file.filePath());
         });
+    }
+
+    // Names are long, and the preview says more about a file than its size and date.
+    static void showOnlyNames(QTreeView& tree) {
+        for (int column = 1; column < tree.header()->count(); ++column)
+            tree.hideColumn(column);
+        tree.header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        tree.setHeaderHidden(true);
     }
 
     void preview(const QString& path) {

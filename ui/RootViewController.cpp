@@ -1,20 +1,17 @@
 // Construction, loading, and handling of the device link's events.
 #include "ui/RootViewController.h"
 
-#include "base/VisibleText.h"
 #include "device/SharedState.h"
 #include "ui/Alert.h"
 #include "ui/Fatal.h"
-#include "ui/Look.h"
+#include "ui/SlotContent.h"
 #include "ui/SlotPicture.h"
 #include "ui/SlotRow.h"
 #include "ui_RootViewController.h"
 
-#include <QDateTime>
-#include <QLocale>
 #include <QShortcut>
+#include <QTimer>
 
-#include <cstdio>
 #include <utility>
 
 namespace cabslot {
@@ -26,28 +23,11 @@ QString defaultName(std::size_t slot) {
     return QString::fromStdString(slot == 3 ? "User3" : defaultSlotName(slot));
 }
 
-void complain(const std::string& line) {
-    std::fprintf(stderr, "cabslot: %s\n", line.c_str());
-}
-
-// Such as "Loaded from here on 3 May".
-QString rememberedText(const SlotRecord& record) {
-    const QDate day = QDateTime::fromSecsSinceEpoch(record.time.time_since_epoch().count()).date();
-    const bool thisYear = day.year() == QDate::currentDate().year();
-    return (record.source.empty() ? "Cleared" : "Loaded") + QString(" from here on ") +
-           QLocale::c().toString(day, thisYear ? "d MMM" : "d MMM yyyy");
-}
-
-const QString ready = "Load a WAV file into a slot, or drop one on it.";
-
 } // namespace
 
 RootViewController::RootViewController(Surroundings surroundings)
     : surroundings_(std::move(surroundings)), listening_(surroundings_.sound, surroundings_.bundle),
-      hidClass(surroundings_.manager) {
-    if (!surroundings_.pedal.empty())
-        memory_.emplace(surroundings_.pedal, complain);
-}
+      remembered_(surroundings_.pedal), hidClass_(surroundings_.manager) {}
 
 RootViewController::~RootViewController() = default;
 
@@ -64,20 +44,35 @@ void RootViewController::loadView() {
     rows_ = {ui_->row1, ui_->row2, ui_->row3, ui_->row4};
     for (std::size_t i = 0; i < slotCount; ++i)
         *labels()[i] = rows_[i]->nameLabel();
+    upload_.emplace(BlockingUpload::Parts{.view = *view_,
+                                          .status = *ui_->statusLine,
+                                          .bar = *ui_->progress,
+                                          .queue = mainQueue_,
+                                          .listening = listening_,
+                                          .pause = surroundings_.pause,
+                                          .runningChanged = [this] { updateControls(); }});
     viewDidLoad(); // first, because the rows take as long as the pedal's answer
     for (SlotRow* row : rows_)
         setUpRow(*row);
-    // Reserves space for a reason of two lines, so that the window keeps its size.
-    ui_->status->setMinimumHeight(2 * ui_->status->fontMetrics().lineSpacing());
     updateControls();
     catchUp();
+    QTimer::singleShot(surroundings_.namesWait, view_, [this] { sayWithoutNames(); });
 }
 
 // The device thread starts before it has an observer. On a busy machine the first events, which
 // without a pedal are the only ones, may be over by then.
 void RootViewController::catchUp() {
-    if (hidClass.KVOValue() == deviceLost || IRNameArr.count() == slotCount)
+    if (hidClass_.KVOValue() == deviceLost || IRNameArr.count() == slotCount)
         observeValue();
+}
+
+// The same words as the command line's.
+void RootViewController::sayWithoutNames() {
+    if (IRNameArr.count() != slotCount && isDeviceConnent == 1)
+        refuse(
+            QString("the pedal is there but did not send its data within %1 s; unplug it, plug it "
+                    "in and try again")
+                .arg(std::chrono::duration<double>(surroundings_.namesWait).count()));
 }
 
 // Every way to start an upload checks isReady() first: it disables the buttons, and keys and drops
@@ -104,7 +99,8 @@ void RootViewController::setUpRow(SlotRow& row) {
 }
 
 bool RootViewController::isReady() const {
-    return IRNameArr.count() == slotCount && !uploading_ && sheet_ == nullptr && !disconnected_;
+    return IRNameArr.count() == slotCount && !upload_->isRunning() && sheet_ == nullptr &&
+           !disconnected_;
 }
 
 void RootViewController::updateControls() {
@@ -113,8 +109,8 @@ void RootViewController::updateControls() {
 }
 
 void RootViewController::viewDidLoad() {
-    hidClass.OpenDevice();
-    hidClass.addObserver([this] { observeValue(); });
+    hidClass_.OpenDevice();
+    hidClass_.addObserver([this] { observeValue(); });
     for (std::size_t slot = 1; slot <= slotCount; ++slot)
         IRName << defaultName(slot);
 }
@@ -125,7 +121,7 @@ void RootViewController::observeValue() {
 
 // Uses the current value: several events may have happened since this one was queued.
 void RootViewController::react() {
-    if (hidClass.KVOValue() == deviceLost)
+    if (hidClass_.KVOValue() == deviceLost)
         tellDisconnect();
     else
         showSlotNames();
@@ -135,35 +131,11 @@ void RootViewController::showSlotNames() {
     for (std::size_t i = 0; i < slotCount; ++i) {
         const auto index = static_cast<std::int64_t>(i) + 1;
         labelOf(index).setText(QString::fromStdString(IRNameArr.at(i)));
-        showRemembered(index);
+        unwrapped(rowOf(index))
+            .showContent(contentOf(remembered_.recall(static_cast<std::uint32_t>(index))));
     }
-    showReady();
+    ui_->statusLine->sayReady();
     updateControls();
-}
-
-// The protocol cannot query a slot's content. A slot that still has the name it was loaded with
-// most likely still holds the same IR.
-void RootViewController::showRemembered(std::int64_t index) {
-    if (!memory_)
-        return;
-    const auto slot = static_cast<std::uint32_t>(index);
-    SlotRow& row = unwrapped(rowOf(index));
-    const auto record = memory_->recall(slot, IRNameArr.at(slot - 1));
-    row.setDetail(record ? rememberedText(*record) : QString());
-    if (!record)
-        return row.picture()->clear();
-    row.picture()->setSummary(
-        summaryOf(record->block, record->name, rememberedText(*record).toStdString()));
-}
-
-void RootViewController::remember(std::int64_t index, const UploadResult& result,
-                                  const QString& path) {
-    if (!memory_ || result.end != UploadEnd::confirmed)
-        return unwrapped(rowOf(index)).setDetail({});
-    const auto slot = static_cast<std::uint32_t>(index);
-    const SlotRecord record = recordOfUpload(slot, path.toStdString());
-    memory_->remember(slot, record);
-    unwrapped(rowOf(index)).setDetail(rememberedText(record));
 }
 
 void RootViewController::tellDisconnect() {
@@ -192,22 +164,9 @@ SlotRow* RootViewController::rowOf(std::int64_t index) {
     return exists ? rows_[static_cast<std::size_t>(index - 1)] : nullptr;
 }
 
-void RootViewController::showStatus(const QString& text, bool problem) {
-    ui_->status->setText(text);
-    setLook(*ui_->status, "problem", problem);
-}
-
-void RootViewController::showReady() {
-    showStatus(ready);
-}
-
-// Reports the problem on standard error and in the status line; a following alert shows it too.
+// A following alert shows the problem, too.
 void RootViewController::refuse(const QString& why) {
-    QString text = QString::fromStdString(visibleText(why.toStdString()));
-    std::fprintf(stderr, "cabslot: %s\n", text.toUtf8().constData());
-    text[0] = text[0].toUpper();
-    problem_ = text.endsWith('.') ? text : text + ".";
-    showStatus(problem_, true);
+    problem_ = ui_->statusLine->refuse(why);
 }
 
 } // namespace cabslot

@@ -6,10 +6,10 @@
 
 #include "device/HIDClass.h"
 #include "device/SlotTexts.h"
-#include "memory/SlotMemory.h"
-#include "ui/BusyWait.h"
+#include "ui/BlockingUpload.h"
 #include "ui/Listening.h"
 #include "ui/MainQueue.h"
+#include "ui/RememberedSlots.h"
 #include "upload/SlotUpload.h"
 
 #include <QLabel>
@@ -20,6 +20,7 @@
 #include <QUrl>
 
 #include <array>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -40,8 +41,9 @@ struct Surroundings {
     std::string bundle;  ///< the bundle's path, for the blank IR and the phrases
     std::string pedal{}; ///< the --pedal choice whose slots are remembered; empty: none
     std::function<void(int status)> endProcess; ///< ends the process at once
-    BusyWait::Pause pause = BusyWait::paintFor; ///< waits between two polls
+    BusyWait::Pause pause{};                    ///< see BusyWait; empty: in an event loop
     Listener::Load sound = installedSound;      ///< loads the sound module
+    std::chrono::milliseconds namesWait{5000};  ///< for the names, until the user is told
 };
 
 class RootViewController final : public QObject {
@@ -77,6 +79,9 @@ public:
     /// Called on every assignment of KVOValue, on any thread: queues one reaction.
     void observeValue();
 
+    /// The device link, from construction on.
+    HIDClass& hidClass() { return hidClass_; }
+
     QPointer<QLabel> User1Label; ///< shows the name of User 1
     QPointer<QLabel> User2Label; ///< shows the name of User 2
     QPointer<QLabel> User3Label; ///< shows the name of User 3
@@ -87,6 +92,7 @@ private:
     void loadView();
     void viewDidLoad();
     void catchUp();
+    void sayWithoutNames();
     void setUpRows();
     void setUpRow(SlotRow& row);
     bool isReady() const;
@@ -98,17 +104,15 @@ private:
     std::array<QPointer<QLabel>*, slotCount> labels();
     QLabel& labelOf(std::int64_t index);
 
+    struct Sending {
+        std::int64_t index; ///< the slot
+        BusyWait::Counter counter;
+        QString path; ///< empty: the slot is cleared
+    };
     using Upload = std::function<UploadResult(const UploadOptions&, UploadWait&)>;
-    UploadResult uploadSlot(std::int64_t index, BusyWait::Counter counter, const Upload& upload);
-    void setUploading(std::int64_t index, bool uploading);
-    void showPicture(std::int64_t index, const QNIRFile& file);
-    void remember(std::int64_t index, const UploadResult& result, const QString& path);
-    void showRemembered(std::int64_t index);
-    void showProgress(std::int64_t index, const BusyWait::State& state);
-    void showResult(const UploadResult& result, const QString& done);
+    UploadResult upload(const Sending& sending, const Upload& upload);
+    void sayResult(const UploadResult& result, const QString& done);
     void refuse(const QString& why);
-    void showStatus(const QString& text, bool problem = false);
-    void showReady();
     SlotRow* rowOf(std::int64_t index); ///< null unless 1 to 4
 
     Surroundings surroundings_;
@@ -116,18 +120,14 @@ private:
     QPointer<QWidget> view_;
     MainQueue mainQueue_;
     Listening listening_;
-    std::optional<SlotMemory> memory_;
+    RememberedSlots remembered_;
     std::array<SlotRow*, slotCount> rows_{};
-    bool uploading_ = false;
-    QPointer<Alert> sheet_;     ///< the open sheet, if any
-    bool disconnected_ = false; ///< the disconnect alert is open
-    QString series_;            ///< "2 of 3: " while several files are loaded
-    QString problem_;           ///< the last reason shown, for a sheet that follows
-
-public:
-    /// The device link. Declared last and so destroyed first, because its thread uses the queue
-    /// above.
-    HIDClass hidClass;
+    std::optional<BlockingUpload> upload_; ///< from the view's loading on
+    QPointer<Alert> sheet_;                ///< the open sheet, if any
+    bool disconnected_ = false;            ///< the disconnect alert is open
+    QString series_;                       ///< "2 of 3: " while several files are loaded
+    QString problem_;                      ///< the last reason shown, for a sheet that follows
+    HIDClass hidClass_; ///< declared last and so destroyed first: its thread uses the queue
 };
 
 } // namespace cabslot

@@ -1,21 +1,21 @@
 // The import and delete flows.
 #include "ui/RootViewController.h"
 
-#include "base/Pedal.h"
-#include "device/DeviceCommands.h"
 #include "device/SharedState.h"
 #include "irfile/QNIRFile.h"
 #include "prepare/Prepare.h"
 #include "ui/Alert.h"
+#include "ui/BlockingUpload.h"
+#include "ui/DroppedFiles.h"
 #include "ui/Fatal.h"
 #include "ui/OpenPanel.h"
-#include "ui/SlotPicture.h"
+#include "ui/SlotContent.h"
 #include "ui/SlotRow.h"
+#include "ui/Words.h"
 #include "ui_RootViewController.h"
 
 #include <QAbstractButton>
 #include <QFileInfo>
-#include <QGuiApplication>
 
 #include <cstdio>
 #include <limits>
@@ -33,10 +33,6 @@ const QString fileError = "File Error!! Please check the file or file name for e
 void print(const QString& line) {
     std::printf("%s\n", line.toUtf8().constData());
     std::fflush(stdout);
-}
-
-QString slotName(std::int64_t index) {
-    return QString::fromStdString(defaultSlotName(static_cast<std::size_t>(index)));
 }
 
 std::uint32_t importNumber(std::int64_t index) {
@@ -59,40 +55,6 @@ IRSource sourceOf(const QString& path, bool prepares) {
     if (prepares) // a refused file gives no bytes, and the upload says why
         source.bytes = prepareFile(source.path, {}).wav;
     return source;
-}
-
-QString quoted(const QString& name) {
-    return "“" + name + "”";
-}
-
-/// Why the file cannot be loaded; empty if it can. Changes nothing that is sent.
-QString whyNotDropped(const QUrl& url) {
-    if (!url.isLocalFile())
-        return quoted(url.toString()) + ": it is not a file on this computer.";
-    const QFileInfo file(url.toLocalFile());
-    if (file.suffix().compare("wav", Qt::CaseInsensitive) != 0)
-        return quoted(file.fileName()) + ": only WAV files (.wav) can be dropped.";
-    QNIRFile ir;
-    std::array<std::uint32_t, irPointCount> block{};
-    if (ir.openForInspection(url.toLocalFile().toStdString()) && ir.GetIRDataBuffer(block))
-        return {};
-    return quoted(file.fileName()) + ": " + QString::fromStdString(ir.whyRefused()) + ".";
-}
-
-/// Why not all files can be loaded, from slot `index` on; empty if they can.
-QString whyNotDropped(std::int64_t index, const QList<QUrl>& files) {
-    const qsizetype free = static_cast<qsizetype>(slotCount) - index + 1;
-    if (files.size() > free)
-        return QString("%1 files were dropped, but from %2 on there %3.")
-            .arg(files.size())
-            .arg(slotName(index))
-            .arg(free == 1 ? "is 1 slot" : QString("are %1 slots").arg(free));
-    QStringList reasons;
-    for (const QUrl& file : files) {
-        if (const QString why = whyNotDropped(file); !why.isEmpty())
-            reasons << why;
-    }
-    return reasons.join(' ');
 }
 
 } // namespace
@@ -123,20 +85,20 @@ void RootViewController::panelClosed(std::int64_t index, int answer, const QStri
 }
 
 bool RootViewController::importFile(std::int64_t index, const QString& path, bool prepares) {
-    const UploadResult result = uploadSlot(
-        index, BusyWait::Counter::aloud, [&](const UploadOptions& options, UploadWait& waiting) {
-            return loadSlot(importNumber(index), sourceOf(path, prepares), options, waiting);
-        });
+    const UploadResult result =
+        upload({index, BusyWait::Counter::aloud, path},
+               [&](const UploadOptions& options, UploadWait& waiting) {
+                   return loadSlot(importNumber(index), sourceOf(path, prepares), options, waiting);
+               });
     if (isRefused(result.end)) {
         refuse(quoted(QFileInfo(path).fileName()) + ": " +
                QString::fromStdString(result.whyRefused));
         alterIRError(fileError);
         return false;
     }
-    remember(index, result, path);
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
     labelOf(index).setText(name);
-    showResult(result, quoted(name.trimmed()) + " is in " + slotName(index) + ".");
+    sayResult(result, quoted(name.trimmed()) + " is in " + slotName(index) + ".");
     print("选中了文件 Optional(\"" + path + "\")"); // the chosen file
     return result.end == UploadEnd::confirmed;
 }
@@ -151,16 +113,17 @@ void RootViewController::importDropped(std::int64_t index, const QList<QUrl>& fi
             series_ = QString("%1 of %2: ").arg(i + 1).arg(files.size());
         const bool confirmed = importFile(index + i, files[i].toLocalFile());
         series_.clear();
-        if (!confirmed || !view_->window()->isVisible())
-            return; // the pedal is gone, or the window is about to close
+        if (!confirmed || upload_->closeRequested())
+            return; // the pedal may be gone, or the user wants to leave
     }
 }
 
 void RootViewController::delIR(std::int64_t index) {
-    const UploadResult result = uploadSlot(
-        index, BusyWait::Counter::silent, [&](const UploadOptions& options, UploadWait& waiting) {
-            return clearSlot(importNumber(index), surroundings_.bundle, options, waiting);
-        });
+    const UploadResult result =
+        upload({index, BusyWait::Counter::silent, {}},
+               [&](const UploadOptions& options, UploadWait& waiting) {
+                   return clearSlot(importNumber(index), surroundings_.bundle, options, waiting);
+               });
     // If the blank samples cannot be used, a clear ends silently: the slot keeps its content.
     if (result.end == UploadEnd::samplesRefused)
         return;
@@ -169,10 +132,9 @@ void RootViewController::delIR(std::int64_t index) {
                QString::fromStdString(result.whyRefused));
         return alterIRError("Error");
     }
-    remember(index, result, {});
     // The view's own default name, not the pedal's: "User3" has no blank.
     labelOf(index).setText(IRName.at(index - 1));
-    showResult(result, slotName(index) + " is cleared.");
+    sayResult(result, slotName(index) + " is cleared.");
 }
 
 void RootViewController::alterIRError(const QString& hitString) {
@@ -187,87 +149,34 @@ void RootViewController::alterIRError(const QString& hitString) {
     sheet_->openAsSheet();
 }
 
-// What surrounds every upload: it blocks all other actions, and handles afterwards what was
-// requested meanwhile.
-UploadResult RootViewController::uploadSlot(std::int64_t index, BusyWait::Counter counter,
-                                            const Upload& upload) {
-    listening_.stop(); // before the first report is sent
-    QWidget* const window = view_->window();
-    const QPointer<QWidget> focus = window->focusWidget();
-    BusyWait waiting(
-        *window, surroundings_.pause,
-        [this, index](const BusyWait::State& state) { showProgress(index, state); }, counter);
-    mainQueue_.hold();
-    setUploading(index, true);
-    UploadResult result =
-        upload({.arming = Arming::afterUpload,
-                .recorded = [this, index](const QNIRFile& file) { showPicture(index, file); }},
-               waiting);
-    setUploading(index, false);
-    mainQueue_.release();
-    if (focus != nullptr)
-        focus->setFocus();
-    if (waiting.closeRequested())
-        QMetaObject::invokeMethod(window, &QWidget::close, Qt::QueuedConnection);
+// What was sent is then shown in its row, and remembered if the pedal has confirmed it. After a
+// clear, the picture is the flat line of the blank IR; none would mean that the content is unknown.
+UploadResult RootViewController::upload(const Sending& sending, const Upload& upload) {
+    std::optional<IRSummary> sent;
+    const auto recorded = [&](const QNIRFile& file) {
+        const std::string& name = IRNameArr.at(static_cast<std::size_t>(sending.index - 1));
+        sent = summaryOf(file, irdatabuff, QString::fromStdString(name).trimmed().toStdString());
+    };
+    SlotRow* const row = rowOf(sending.index);
+    const UploadResult result =
+        upload_->run({sending.index, row, sending.counter, series_}, [&](UploadWait& waiting) {
+            return upload({.arming = Arming::afterUpload, .recorded = recorded}, waiting);
+        });
+    if (isRefused(result.end))
+        return result;
+    std::optional<SlotRecord> record;
+    if (result.end == UploadEnd::confirmed)
+        record = remembered_.remember(importNumber(sending.index), sending.path.toStdString());
+    unwrapped(row).showContent({lineOf(record), std::move(sent)});
     return result;
 }
 
-void RootViewController::setUploading(std::int64_t index, bool uploading) {
-    uploading_ = uploading;
-    updateControls();
-    if (SlotRow* row = rowOf(index))
-        row->setBusy(uploading);
-    if (uploading) {
-        QGuiApplication::setOverrideCursor(Qt::BusyCursor);
-    } else {
-        QGuiApplication::restoreOverrideCursor();
-        ui_->progress->showIdle();
-    }
-}
-
-// After a clear, this is the flat line of the blank IR, which was sent and is known to be silent.
-// An empty picture means that the content is unknown.
-void RootViewController::showPicture(std::int64_t index, const QNIRFile& file) {
-    const std::string name = IRNameArr.at(static_cast<std::size_t>(index - 1));
-    unwrapped(rowOf(index))
-        .picture()
-        ->setSummary(
-            summaryOf(file, irdatabuff, QString::fromStdString(name).trimmed().toStdString()));
-}
-
-void RootViewController::showProgress(std::int64_t index, const BusyWait::State& state) {
-    const bool sending = state.frame != 0;
-    if (sending)
-        ui_->progress->showFrame(state.frame);
-    else
-        ui_->progress->showWaiting();
-    // A lost pedal is only mentioned here: the upload runs to its end, then the alert appears.
-    const bool gone = isDeviceConnent == 0;
-    QString text = series_;
-    if (gone)
-        text += QString("The pedal is gone. Still waiting for %1, %2 s.")
-                    .arg(slotName(index))
-                    .arg(state.seconds);
-    else if (sending)
-        text += QString("Sending frame %2 of %3 to %1.")
-                    .arg(slotName(index))
-                    .arg(state.frame)
-                    .arg(uploadFrameCount);
-    else
-        text += QString("Sent to %1. Waiting for the pedal to confirm, %2 s.")
-                    .arg(slotName(index))
-                    .arg(state.seconds);
-    if (state.closing)
-        text += " Closing when this is done.";
-    showStatus(text, gone);
-}
-
 // No alert for an upload that was not confirmed in time: the pedal may well have stored it.
-void RootViewController::showResult(const UploadResult& result, const QString& done) {
+void RootViewController::sayResult(const UploadResult& result, const QString& done) {
     if (result.end == UploadEnd::confirmed)
-        showStatus(series_ + done);
+        ui_->statusLine->say(series_ + done);
     else
-        showReady();
+        ui_->statusLine->sayReady();
 }
 
 } // namespace cabslot

@@ -3,6 +3,7 @@
 #include "ui/IRWindow.h"
 #include "ui/Look.h"
 #include "ui/PicturePainter.h"
+#include "ui/Words.h"
 
 #include <QPainter>
 
@@ -40,7 +41,7 @@ void SlotPicture::setSummary(IRSummary summary) {
     for (const Finding& finding : summary.findings)
         words += "\n" + QString::fromStdString(finding.text);
     summary_ = std::move(summary);
-    setToolTip(words.toHtmlEscaped().replace('\n', "<br>"));
+    setToolTip(toolTipOf(words));
     setAccessibleDescription(words);
     setEnabled(true);
     if (view_)

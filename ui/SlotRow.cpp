@@ -12,6 +12,7 @@
 #include <QMimeData>
 
 #include <algorithm>
+#include <utility>
 
 namespace cabslot {
 
@@ -82,9 +83,13 @@ void SlotRow::setSlot(int slot) {
     delete_->setToolTip(QString("Clear %1 (Ctrl+Shift+%2)").arg(name).arg(slot));
 }
 
-void SlotRow::setDetail(const QString& text) {
-    detail_->setText(text);
-    detail_->setVisible(!text.isEmpty());
+void SlotRow::showContent(SlotContent content) {
+    detail_->setText(content.line);
+    detail_->setVisible(!content.line.isEmpty());
+    if (content.summary)
+        picture_->setSummary(std::move(*content.summary));
+    else
+        picture_->clear();
 }
 
 void SlotRow::setReady(bool ready) {

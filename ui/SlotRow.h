@@ -2,6 +2,8 @@
 // files. Main thread.
 #pragma once
 
+#include "ui/SlotContent.h"
+
 #include <QFrame>
 #include <QLabel>
 #include <QList>
@@ -27,8 +29,8 @@ public:
     QPushButton* addButton() const { return add_; }       ///< its tag is the slot's number
     QPushButton* deleteButton() const { return delete_; } ///< its tag is the slot's number + 4
 
-    /// The line below the name: where the picture comes from. Empty: unknown.
-    void setDetail(const QString& text);
+    /// Shows what is known of the slot's content.
+    void showContent(SlotContent content);
 
     /// Enables or disables the two buttons and dropping.
     void setReady(bool ready);

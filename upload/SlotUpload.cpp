@@ -18,7 +18,7 @@ bool waitUntilUploaded(UploadWait& wait) {
 
 UploadEnd waitUntilConfirmed(std::uint32_t polls, UploadWait& wait) {
     for (std::uint32_t poll = 0; CheckMCUInportIR_Finish == 1; ++poll) {
-        if (poll == polls)
+        if (poll == polls || wait.isEnough())
             return UploadEnd::notConfirmed;
         if (!wait.waitForConfirmation(poll))
             return UploadEnd::givenUp;

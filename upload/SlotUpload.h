@@ -26,6 +26,9 @@ public:
 
     /// Called while the pedal has not confirmed; `poll` counts from 0. False abandons the upload.
     virtual bool waitForConfirmation(std::uint32_t poll) = 0;
+
+    /// Asked before each poll for the confirmation. True ends the wait as the last poll would.
+    virtual bool isEnough() { return false; }
 };
 
 /// When `CheckMCUInportIR_Finish` is set to 1, which starts the wait for the confirmation.

@@ -31,7 +31,10 @@ protected:
         folder.write("bundle/Contents/Resources/0.wav", WavBuilder{}.add(0).bytes());
     }
 
-    ~WindowFixture() override {
+    ~WindowFixture() override { close(); }
+
+    /// Ends the window and the pedal, which keeps its slots: another open() starts both anew.
+    void close() {
         delegate.reset();
         window.reset();
         if (pedalThread.joinable()) {
@@ -68,7 +71,8 @@ protected:
                          .pedal = pedalName,
                          .endProcess = [this](int status) { ended.push_back(status); },
                          .pause = [this](std::chrono::milliseconds time) { pause(time); },
-                         .sound = [this](std::string&) { return &sound; }});
+                         .sound = [this](std::string&) { return &sound; },
+                         .namesWait = namesWait});
         delegate->window = window.get();
         QObject::connect(qApp, &QApplication::lastWindowClosed, delegate.get(),
                          &AppDelegate::applicationShouldTerminateAfterLastWindowClosed);
@@ -143,6 +147,7 @@ public:
 
 protected:
     std::string pedalName{}; ///< the pedal whose slots are remembered; empty: none
+    std::chrono::milliseconds namesWait{5000};
     FakeLibrary sound;
     std::unique_ptr<HIDManager> manager;
     TempFolder folder;

@@ -25,13 +25,13 @@ TEST_F(Window, WithoutAPedalTheAlertIsShownAndTheProcessEnds) {
 TEST_F(Window, EventsReadTheValueAsItIsWhenTheyRun) {
     open();
     root().User1Label->setText("old");
-    root().hidClass.setKVOValue(2); // neither 0 nor 1: taken like 0
+    root().hidClass().setKVOValue(2); // neither 0 nor 1: taken like 0
     QCoreApplication::processEvents();
     EXPECT_EQ(label(1), "User 1          ");
 
     root().User1Label->setText("old");
-    root().hidClass.setKVOValue(0);
-    root().hidClass.setKVOValue(1);
+    root().hidClass().setKVOValue(0);
+    root().hidClass().setKVOValue(1);
     answerDisconnects();
     QCoreApplication::processEvents();
     ASSERT_TRUE(QTest::qWaitFor([this] { return !ended.empty(); }));
@@ -42,7 +42,7 @@ TEST_F(Window, EventsWaitWhileAnUploadIsUnderWay) {
     bool raised = false;
     pause = [&](std::chrono::milliseconds) {
         root().User2Label->setText("old");
-        root().hidClass.setKVOValue(0);
+        root().hidClass().setKVOValue(0);
         raised = true;
         QTest::qWait(20);
         EXPECT_EQ(label(2), "old");

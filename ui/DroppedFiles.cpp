@@ -1,0 +1,48 @@
+#include "ui/DroppedFiles.h"
+
+#include "base/Pedal.h"
+#include "irfile/QNIRFile.h"
+#include "ui/Preview.h"
+#include "ui/Words.h"
+
+#include <QFileInfo>
+#include <QStringList>
+
+#include <array>
+
+namespace cabslot {
+
+namespace {
+
+/// Why the file cannot be loaded; empty if it can. Changes nothing that is sent.
+QString whyNotDropped(const QUrl& url) {
+    if (!url.isLocalFile())
+        return quoted(url.toString()) + ": it is not a file on this computer.";
+    const QFileInfo file(url.toLocalFile());
+    if (!isWavName(file.fileName()))
+        return quoted(file.fileName()) + ": only WAV files (.wav) can be dropped.";
+    QNIRFile ir;
+    std::array<std::uint32_t, irPointCount> block{};
+    if (ir.openForInspection(url.toLocalFile().toStdString()) && ir.GetIRDataBuffer(block))
+        return {};
+    return quoted(file.fileName()) + ": " + QString::fromStdString(ir.whyRefused()) + ".";
+}
+
+} // namespace
+
+QString whyNotDropped(std::int64_t index, const QList<QUrl>& files) {
+    const qsizetype free = static_cast<qsizetype>(slotCount) - index + 1;
+    if (files.size() > free)
+        return QString("%1 files were dropped, but from %2 on there %3.")
+            .arg(files.size())
+            .arg(slotName(index))
+            .arg(free == 1 ? "is 1 slot" : QString("are %1 slots").arg(free));
+    QStringList reasons;
+    for (const QUrl& file : files) {
+        if (const QString why = whyNotDropped(file); !why.isEmpty())
+            reasons << why;
+    }
+    return reasons.join(' ');
+}
+
+} // namespace cabslot

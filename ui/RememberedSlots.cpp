@@ -1,0 +1,34 @@
+#include "ui/RememberedSlots.h"
+
+#include "device/SharedState.h"
+
+#include <cstdio>
+
+namespace cabslot {
+
+namespace {
+
+void complain(const std::string& line) {
+    std::fprintf(stderr, "cabslot: %s\n", line.c_str());
+}
+
+} // namespace
+
+RememberedSlots::RememberedSlots(const std::string& pedal) {
+    if (!pedal.empty())
+        memory_.emplace(pedal, complain);
+}
+
+std::optional<SlotRecord> RememberedSlots::remember(std::uint32_t slot, const std::string& file) {
+    if (!memory_)
+        return {};
+    const SlotRecord record = recordOfUpload(slot, file);
+    memory_->remember(slot, record);
+    return record;
+}
+
+std::optional<SlotRecord> RememberedSlots::recall(std::uint32_t slot) {
+    return memory_ ? memory_->recall(slot, IRNameArr.at(slot - 1)) : std::nullopt;
+}
+
+} // namespace cabslot

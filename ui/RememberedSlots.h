@@ -1,0 +1,30 @@
+// What was loaded into the slots of one pedal from this computer, in this run or an earlier one.
+// Main thread.
+#pragma once
+
+#include "memory/SlotMemory.h"
+
+#include <optional>
+#include <string>
+
+namespace cabslot {
+
+class RememberedSlots {
+public:
+    /// `pedal` is the --pedal choice; if it is empty, nothing is remembered. What cannot be written
+    /// or read is reported on standard error.
+    explicit RememberedSlots(const std::string& pedal);
+
+    /// Remembers the upload that was just confirmed; `file` is empty after a clear. Returns what
+    /// was remembered.
+    std::optional<SlotRecord> remember(std::uint32_t slot, const std::string& file);
+
+    /// What slot 1 to 4 most likely holds: the protocol cannot query its content, but the slot has
+    /// the name that it was loaded with.
+    std::optional<SlotRecord> recall(std::uint32_t slot);
+
+private:
+    std::optional<SlotMemory> memory_;
+};
+
+} // namespace cabslot

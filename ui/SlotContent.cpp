@@ -1,0 +1,24 @@
+#include "ui/SlotContent.h"
+
+#include <QDateTime>
+#include <QLocale>
+
+namespace cabslot {
+
+QString lineOf(const std::optional<SlotRecord>& record) {
+    if (!record)
+        return {};
+    const QDate day = QDateTime::fromSecsSinceEpoch(record->time.time_since_epoch().count()).date();
+    const bool thisYear = day.year() == QDate::currentDate().year();
+    return (record->source.empty() ? "Cleared" : "Loaded") + QString(" from here on ") +
+           QLocale::c().toString(day, thisYear ? "d MMM" : "d MMM yyyy");
+}
+
+SlotContent contentOf(const std::optional<SlotRecord>& record) {
+    if (!record)
+        return {};
+    const QString line = lineOf(record);
+    return {line, summaryOf(record->block, record->name, line.toStdString())};
+}
+
+} // namespace cabslot

@@ -1,0 +1,61 @@
+#include "ui/StatusLine.h"
+
+#include "base/VisibleText.h"
+#include "ui/BusyWait.h"
+#include "ui/Look.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace cabslot {
+
+namespace {
+
+constexpr int besideWindowButtons = 76; // pixels that the buttons in the window's corner take
+
+} // namespace
+
+StatusLine::StatusLine(QWidget* parent)
+    : QWidget(parent), text_(new QLabel("Looking for the pedal…")),
+      stop_(new QPushButton("Stop waiting")) {
+    text_->setObjectName("status");
+    text_->setTextFormat(Qt::PlainText); // it quotes names of files
+    text_->setWordWrap(true);
+    text_->setProperty("role", "status");
+    stop_->setObjectName("stopWaiting");
+    stop_->setToolTip("Waits no longer for the pedal; the slot's name stays the new one (Esc)");
+    stop_->setFocusPolicy(Qt::NoFocus); // Esc does the same; no key that was meant for a slot may
+    stop_->setProperty(BusyWait::worksWhileBusy, true);
+    stop_->hide();
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, besideWindowButtons, 0);
+    row->addWidget(text_, 1);
+    row->addWidget(stop_);
+    // Room for a reason of two lines and for a button, so that the window keeps its size.
+    setFixedHeight(std::max(2 * text_->fontMetrics().lineSpacing(), stop_->sizeHint().height()));
+}
+
+void StatusLine::say(const QString& text, bool problem) {
+    text_->setText(text);
+    setLook(*text_, "problem", problem);
+}
+
+void StatusLine::sayReady() {
+    say("Load a WAV file into a slot, or drop one on it.");
+}
+
+QString StatusLine::refuse(const QString& why) {
+    QString text = QString::fromStdString(visibleText(why.toStdString()));
+    std::fprintf(stderr, "cabslot: %s\n", text.toUtf8().constData());
+    text[0] = text[0].toUpper();
+    if (!text.endsWith('.'))
+        text += '.';
+    say(text, true);
+    return text;
+}
+
+} // namespace cabslot

@@ -1,0 +1,34 @@
+// The line above the slots: what is going on, or what was wrong, and a button for what can be done
+// about it. Main thread.
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QPushButton;
+
+namespace cabslot {
+
+class StatusLine final : public QWidget {
+    Q_OBJECT
+public:
+    explicit StatusLine(QWidget* parent = nullptr);
+
+    void say(const QString& text, bool problem = false);
+
+    /// Says that a file can be loaded.
+    void sayReady();
+
+    /// Reports a problem here and on standard error. Returns it as it is shown, for an alert:
+    /// printable, beginning with a capital and ending with a full stop.
+    QString refuse(const QString& why);
+
+    /// Works during an upload; hidden unless the wait may be ended.
+    QPushButton* stopButton() const { return stop_; }
+
+private:
+    QLabel* text_;
+    QPushButton* stop_;
+};
+
+} // namespace cabslot
