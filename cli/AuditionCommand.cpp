@@ -55,19 +55,21 @@ ExitStatus play(std::unique_ptr<Player> player, Rendering rendering) {
 
 } // namespace
 
-AuditionCommand::AuditionCommand(CLI::App& app)
-    : Command(app, "audition",
+AuditionCommand::AuditionCommand(Arguments& program)
+    : Command(program, "audition",
               "Play a dry guitar phrase through a file, at the same loudness as any other file; "
               "needs no pedal") {
-    subcommand().add_option("FILE", file_, "A WAV or factory IR file")->required()->type_name("");
-    subcommand()
-        .add_option("--dry", dry_, "The phrase: clean, driven, or a sound file; clean if not given")
-        ->type_name("PHRASE");
-    subcommand()
-        .add_option("--out", out_, "Write the sound to this WAV file instead of playing it")
-        ->type_name("OUT");
-    subcommand().add_flag("--raw-level", rawLevel_,
-                          "Leave it as loud as it is, unless its peaks would be beyond full scale");
+    addFile("FILE", file_, "A WAV or factory IR file");
+    arguments().add({.name = "--dry",
+                     .help = "The phrase: clean, driven, or a sound file; clean if not given",
+                     .reader = into(dry_),
+                     .type = "PHRASE"});
+    arguments().add({.name = "--out",
+                     .help = "Write the sound to this WAV file instead of playing it",
+                     .reader = into(out_),
+                     .type = "OUT"});
+    arguments().addFlag("--raw-level", rawLevel_,
+                        "Leave it as loud as it is, unless its peaks would be beyond full scale");
 }
 
 std::string AuditionCommand::phrasePath() const {

@@ -9,7 +9,7 @@ namespace cabslot {
 
 class AuditionCommand final : public Command {
 public:
-    explicit AuditionCommand(CLI::App& app);
+    explicit AuditionCommand(Arguments& program);
     ExitStatus run() override;
 
 private:

@@ -6,34 +6,35 @@
 
 namespace cabslot {
 
-ClearCommand::ClearCommand(CLI::App& app, PedalOptions& pedal)
-    : SlotCommand(app, pedal, "clear", "Load silence into slots, under their default names") {
-    subcommand()
-        .add_option("SLOT", slots_, "The user slots, " + slotNumbers())
-        ->type_name("")
-        ->check(whyNoSlot);
-    subcommand().add_flag("--all", all_, "Clear all slots");
-    subcommand().callback([this] { checkUsage(); });
+ClearCommand::ClearCommand(Arguments& program, PedalOptions& pedal)
+    : SlotCommand(program, pedal, "clear", "Load silence into slots, under their default names") {
+    arguments().add({.name = "SLOT",
+                     .help = "The user slots, " + slotNumbers(),
+                     .reader = intoSlots(slots_),
+                     .many = true});
+    arguments().addFlag("--all", all_, "Clear all slots");
+    arguments().addCheck([this] { return whatIsWrong(); });
 }
 
-void ClearCommand::checkUsage() {
+std::string ClearCommand::whatIsWrong() const {
     if (slots_.empty() && !all_)
-        throw CLI::RequiredError("SLOT (or --all)");
+        return "SLOT (or --all) is required";
     if (!slots_.empty() && all_)
-        throw CLI::ValidationError("give either slots or --all");
-    rejectRepeatedSlot(slots_);
-    if (all_) {
-        slots_.resize(slotCount);
-        std::iota(slots_.begin(), slots_.end(), 1U);
-    }
+        return "give either slots or --all";
+    return whyRepeated(slots_);
 }
 
 ExitStatus ClearCommand::run() {
     const auto blank = checkedSource(blankIRPath(bundlePath()));
     if (!blank)
         return ExitStatus::fileRefused;
+    std::vector<std::uint32_t> slots = slots_;
+    if (all_) {
+        slots.resize(slotCount);
+        std::iota(slots.begin(), slots.end(), 1U);
+    }
     std::vector<SlotJob> jobs;
-    for (const std::uint32_t slot : slots_)
+    for (const std::uint32_t slot : slots)
         jobs.push_back({slot, *blank, true});
     return upload(jobs);
 }

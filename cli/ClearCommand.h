@@ -7,11 +7,11 @@ namespace cabslot {
 
 class ClearCommand final : public SlotCommand {
 public:
-    ClearCommand(CLI::App& app, PedalOptions& pedal);
+    ClearCommand(Arguments& program, PedalOptions& pedal);
     ExitStatus run() override;
 
 private:
-    void checkUsage();
+    std::string whatIsWrong() const;
 
     std::vector<std::uint32_t> slots_;
     bool all_ = false;

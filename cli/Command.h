@@ -2,9 +2,8 @@
 // called if the user gave it. The table of commands is in CommandLine.cpp.
 #pragma once
 
+#include "arguments/Arguments.h"
 #include "cli/ExitStatus.h"
-
-#include <CLI/App.hpp>
 
 #include <string>
 
@@ -17,16 +16,14 @@ public:
     /// Does the work. Results go to standard output, error messages to standard error.
     virtual ExitStatus run() = 0;
 
-    bool given() const { return subcommand_->parsed(); }
+    bool given() const { return arguments_.given(); }
 
 protected:
-    /// `app` keeps the subcommand and must outlive this object.
-    Command(CLI::App& app, const std::string& name, const std::string& description)
-        : subcommand_(app.add_subcommand(name, description)) {
-        subcommand_->footer(""); // the program's footer is long
-    }
+    /// `parent` keeps the command's arguments and must outlive this object.
+    Command(Arguments& parent, const std::string& name, const std::string& description)
+        : arguments_(parent.addCommand(name, description)) {}
 
-    CLI::App& subcommand() { return *subcommand_; }
+    Arguments& arguments() { return arguments_; }
 
     /// A required file; `name` is how the help shows it.
     void addFile(const std::string& name, std::string& file, const std::string& description);
@@ -37,7 +34,7 @@ protected:
     void addTimeout(double& seconds);
 
 private:
-    CLI::App* subcommand_;
+    Arguments& arguments_;
 };
 
 } // namespace cabslot

@@ -1,5 +1,6 @@
 #include "cli/CommandLine.h"
 
+#include "arguments/Arguments.h"
 #include "cli/AuditionCommand.h"
 #include "cli/ClearCommand.h"
 #include "cli/Console.h"
@@ -11,10 +12,6 @@
 #include "cli/PresetCommand.h"
 #include "cli/Terminal.h"
 #include "platform/PedalChoice.h"
-
-#include <CLI/App.hpp>
-#include <CLI/Config.hpp>
-#include <CLI/Formatter.hpp>
 
 #include <iostream>
 #include <memory>
@@ -50,25 +47,27 @@ Examples:
   cabslotctl preset show Live.preset
   cabslotctl doctor)";
 
-void addPedalOptions(CLI::App& app, PedalOptions& pedal) {
+void addPedalOptions(Arguments& program, PedalOptions& pedal) {
     pedal.pedal = defaultPedal;
-    app.add_option("--pedal", pedal.pedal,
-                   "The pedal to use: usb, sim or unix:PATH; usb if not given")
-        ->envname(pedalVariable)
-        ->check(whatIsWrongWithPedal)
-        ->type_name("PEDAL");
-    app.add_option("--trace", pedal.traceFile, "Write every report to this file, for a bug report")
-        ->type_name("FILE");
+    program.add({.name = "--pedal",
+                 .help = "The pedal to use: usb, sim or unix:PATH; usb if not given",
+                 .reader = into(pedal.pedal, whatIsWrongWithPedal),
+                 .type = "PEDAL",
+                 .variable = pedalVariable});
+    program.add({.name = "--trace",
+                 .help = "Write every report to this file, for a bug report",
+                 .reader = into(pedal.traceFile),
+                 .type = "FILE"});
 }
 
-using CommandMaker = std::unique_ptr<Command> (*)(CLI::App& app, PedalOptions& pedal);
+using CommandMaker = std::unique_ptr<Command> (*)(Arguments& program, PedalOptions& pedal);
 
 template<typename T>
-std::unique_ptr<Command> make(CLI::App& app, PedalOptions& pedal) {
-    if constexpr (std::is_constructible_v<T, CLI::App&, PedalOptions&>)
-        return std::make_unique<T>(app, pedal);
+std::unique_ptr<Command> make(Arguments& program, PedalOptions& pedal) {
+    if constexpr (std::is_constructible_v<T, Arguments&, PedalOptions&>)
+        return std::make_unique<T>(program, pedal);
     else
-        return std::make_unique<T>(app); // it needs no pedal
+        return std::make_unique<T>(program); // it needs no pedal
 }
 
 // In the order of the help.
@@ -97,27 +96,17 @@ ExitStatus flushOutput(ExitStatus status) {
 
 int runCommandLine(int argc, const char* const* argv) {
     prepareStreams();
-    CLI::App app(description, "cabslotctl");
-    app.set_version_flag("--version", "cabslotctl " CABSLOT_VERSION, "Print the version and exit");
-    app.set_help_flag("-h,--help", "Print this help message and exit");
-    app.footer(std::string(pedalHelp) + footer);
-    app.require_subcommand(1);
-    app.fallthrough(); // --pedal may also follow the command
-
+    Arguments program({.name = "cabslotctl",
+                       .version = CABSLOT_VERSION,
+                       .description = description,
+                       .footer = std::string(pedalHelp) + footer});
     PedalOptions pedal;
-    addPedalOptions(app, pedal);
+    addPedalOptions(program, pedal);
     std::vector<std::unique_ptr<Command>> commands;
     for (const CommandMaker makeCommand : commandTable)
-        commands.push_back(makeCommand(app, pedal));
-
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& help) {
-        return app.exit(help);
-    } catch (const CLI::ParseError& wrong) {
-        complain(std::string(wrong.what()) + " (see cabslotctl --help)");
-        return static_cast<int>(ExitStatus::wrongUsage);
-    }
+        commands.push_back(makeCommand(program, pedal));
+    if (const auto status = program.parse(argc, argv))
+        return static_cast<int>(flushOutput(static_cast<ExitStatus>(*status)));
     catchInterrupts();
     return static_cast<int>(flushOutput(runGiven(commands)));
 }

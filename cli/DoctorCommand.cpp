@@ -28,14 +28,14 @@ const char* nameOf(UsbStatus status) {
 }
 
 void printJson(const UsbVerdict& verdict) {
-    nlohmann::ordered_json json = {{"status", nameOf(verdict.status)}};
+    Json json = {{"status", nameOf(verdict.status)}};
     if (!verdict.path.empty()) {
-        json["path"] = verdict.path;
-        json["release"] = verdict.release;
+        json.add("path", verdict.path);
+        json.add("release", verdict.release);
     }
-    json["message"] = verdict.message;
+    json.add("message", verdict.message);
     if (!verdict.fix.empty())
-        json["fix"] = verdict.fix;
+        json.add("fix", verdict.fix);
     printDocument(json);
 }
 
@@ -47,8 +47,9 @@ void printLines(const UsbVerdict& verdict) {
 
 } // namespace
 
-DoctorCommand::DoctorCommand(CLI::App& app)
-    : Command(app, "doctor", "Look for the pedal on USB and say what to do if it cannot be used") {
+DoctorCommand::DoctorCommand(Arguments& program)
+    : Command(program, "doctor",
+              "Look for the pedal on USB and say what to do if it cannot be used") {
     addJson(json_);
 }
 

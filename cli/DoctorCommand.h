@@ -9,7 +9,7 @@ namespace cabslot {
 /// be used, else `noPedal`.
 class DoctorCommand final : public Command {
 public:
-    explicit DoctorCommand(CLI::App& app);
+    explicit DoctorCommand(Arguments& program);
     ExitStatus run() override;
 
 private:

@@ -11,8 +11,8 @@ namespace cabslot {
 
 namespace {
 
-nlohmann::ordered_json levelJson(std::optional<double> level) {
-    return level ? nlohmann::ordered_json(std::round(*level * 100) / 100) : nullptr;
+Json levelJson(std::optional<double> level) {
+    return level ? Json(std::round(*level * 100) / 100) : Json();
 }
 
 std::uint64_t hashOf(const Block& block) {
@@ -59,20 +59,20 @@ FileReport inspectFile(const std::string& path) {
     return reportOn(file, path, block, summaryOf(file, block, shownName(sentName(file))));
 }
 
-nlohmann::ordered_json fieldsOf(const FileReport& report) {
-    nlohmann::ordered_json json = {{"kind", report.factory ? "factory" : "wav"},
-                                   {"name", report.name},
-                                   {"rate", report.rate},
-                                   {"channels", report.channels},
-                                   {"bits", report.bits},
-                                   {"frames", report.claimedFrames},
-                                   {"points", report.points},
-                                   {"peak_dbfs", levelJson(report.peak)},
-                                   {"rms_dbfs", levelJson(report.rms)},
-                                   {"findings", nlohmann::ordered_json::array()}};
+Json fieldsOf(const FileReport& report) {
+    Json::List findings;
     for (const Finding& finding : report.findings)
-        json["findings"].push_back({{"kind", nameOf(finding.kind)}, {"text", finding.text}});
-    return json;
+        findings.push_back({{"kind", nameOf(finding.kind)}, {"text", finding.text}});
+    return {{"kind", report.factory ? "factory" : "wav"},
+            {"name", report.name},
+            {"rate", report.rate},
+            {"channels", report.channels},
+            {"bits", report.bits},
+            {"frames", report.claimedFrames},
+            {"points", report.points},
+            {"peak_dbfs", levelJson(report.peak)},
+            {"rms_dbfs", levelJson(report.rms)},
+            {"findings", findings}};
 }
 
 } // namespace cabslot

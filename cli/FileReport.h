@@ -2,9 +2,8 @@
 #pragma once
 
 #include "analysis/IRSummary.h"
+#include "cli/Json.h"
 #include "irfile/QNIRFile.h"
-
-#include <nlohmann/json.hpp>
 
 #include <cstdint>
 #include <optional>
@@ -45,6 +44,6 @@ FileReport inspectFile(const std::string& path);
 std::string sentName(const QNIRFile& file);
 
 /// The JSON fields of a file that is not refused, in the documented order.
-nlohmann::ordered_json fieldsOf(const FileReport& report);
+Json fieldsOf(const FileReport& report);
 
 } // namespace cabslot

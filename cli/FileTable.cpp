@@ -112,15 +112,12 @@ void printTable(std::span<const FileReport> reports) {
     }
 }
 
-nlohmann::ordered_json jsonOf(const FileReport& report, std::size_t sameBlock) {
-    nlohmann::ordered_json json = {{"file", report.path}, {"refused", nullptr}};
-    if (report.refused) {
-        json["refused"] = report.whyRefused;
-        return json;
-    }
-    json.update(fieldsOf(report));
-    json["same_block"] =
-        sameBlock == 0 ? nlohmann::ordered_json() : nlohmann::ordered_json(sameBlock);
+Json jsonOf(const FileReport& report, std::size_t sameBlock) {
+    if (report.refused)
+        return {{"file", report.path}, {"refused", report.whyRefused}};
+    Json json = {{"file", report.path}, {"refused", {}}};
+    json.addAll(fieldsOf(report));
+    json.add("same_block", sameBlock == 0 ? Json() : Json(sameBlock));
     return json;
 }
 

@@ -58,27 +58,26 @@ std::vector<std::uint8_t> littleEndianWords(const Block& block) {
 
 } // namespace
 
-InspectCommand::InspectCommand(CLI::App& app)
-    : Command(app, "inspect",
+InspectCommand::InspectCommand(Arguments& program)
+    : Command(program, "inspect",
               "Show what files would put into the pedal, and any problems; needs no pedal") {
-    subcommand()
-        .add_option("FILE", files_, "WAV or factory IR files, and folders with WAV files")
-        ->required()
-        ->type_name("");
-    subcommand().add_flag("--recursive", recursive_, "Look into subfolders too");
+    arguments().add({.name = "FILE",
+                     .help = "WAV or factory IR files, and folders with WAV files",
+                     .reader = into(files_),
+                     .required = true,
+                     .many = true});
+    arguments().addFlag("--recursive", recursive_, "Look into subfolders too");
     addJson(json_);
-    subcommand()
-        .add_option("--block", blockFile_,
-                    "Write the 1024 points to this file, as little-endian 32-bit words")
-        ->type_name("OUT");
-    subcommand()
-        .add_option("--plot", plotFile_,
-                    "Draw waveform, frequency response and findings into this file, named *.svg")
-        ->type_name("OUT")
-        ->check([](const std::string& path) {
-            return isSvgPath(path) ? std::string{} : path + ": a plot's name must end with .svg";
-        });
-    subcommand().callback([this] { checkUsage(); });
+    arguments().add({.name = "--block",
+                     .help = "Write the 1024 points to this file, as little-endian 32-bit words",
+                     .reader = into(blockFile_),
+                     .type = "OUT"});
+    arguments().add(
+        {.name = "--plot",
+         .help = "Draw waveform, frequency response and findings into this file, named *.svg",
+         .reader = into(plotFile_, whyNoSvgPath),
+         .type = "OUT"});
+    arguments().addCheck([this] { return whatIsWrong(); });
 }
 
 /// Writes the requested files; on failure, reports it and returns false.
@@ -103,9 +102,9 @@ bool InspectCommand::isForOneFile() const {
     return files_.size() == 1 && !std::filesystem::is_directory(pathOf(files_.front()), unknown);
 }
 
-void InspectCommand::checkUsage() const {
-    if (!isForOneFile() && !(blockFile_.empty() && plotFile_.empty()))
-        throw CLI::ValidationError("--block and --plot take a single file");
+std::string InspectCommand::whatIsWrong() const {
+    const bool writes = !blockFile_.empty() || !plotFile_.empty();
+    return writes && !isForOneFile() ? "--block and --plot take a single file" : "";
 }
 
 ExitStatus InspectCommand::inspectOne() const {

@@ -12,11 +12,11 @@ namespace cabslot {
 /// Reports one file in detail, several files or a folder in a table.
 class InspectCommand final : public Command {
 public:
-    explicit InspectCommand(CLI::App& app);
+    explicit InspectCommand(Arguments& program);
     ExitStatus run() override;
 
 private:
-    void checkUsage() const;
+    std::string whatIsWrong() const;
     bool isForOneFile() const;
     ExitStatus inspectOne() const;
     bool writeFiles(const IRSummary& summary, const Block& block) const;

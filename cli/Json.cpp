@@ -1,19 +1,78 @@
 #include "cli/Json.h"
 
+#include <nlohmann/json.hpp>
+
 #include <array>
 #include <cstdio>
 #include <iostream>
+#include <string_view>
 
 namespace cabslot {
 
-std::string documentText(const nlohmann::ordered_json& part) {
-    constexpr auto replacing = nlohmann::ordered_json::error_handler_t::replace;
-    return part.dump(2, ' ', false, replacing);
+namespace {
+
+using Node = nlohmann::ordered_json;
+
+/// Converts a value for nlohmann-json.
+struct Converter {
+    Node operator()(const Json::List& list) const {
+        Node node = Node::array();
+        for (const Json& element : list)
+            node.push_back(std::visit(*this, element.value()));
+        return node;
+    }
+    Node operator()(const Json::Fields& fields) const {
+        Node node = Node::object();
+        for (const Json::Field& field : fields)
+            node[field.name] = std::visit(*this, field.value.value());
+        return node;
+    }
+    Node operator()(const auto& value) const { return value; }
+};
+
+std::string text(const Node& node) {
+    return node.dump(2, ' ', false, Node::error_handler_t::replace);
 }
 
-void printDocument(const nlohmann::ordered_json& fields) {
-    nlohmann::ordered_json document = {{"version", jsonVersion}};
-    document.update(fields);
+/// Escapes DEL and the control characters of C1 (two bytes in UTF-8), which nlohmann-json does not.
+std::string withoutControls(std::string_view valid) {
+    std::string safe;
+    const auto escape = [&safe](unsigned code) {
+        std::array<char, 8> escaped{};
+        std::snprintf(escaped.data(), escaped.size(), "\\u%04x", code);
+        safe += escaped.data();
+    };
+    for (std::size_t i = 0; i < valid.size(); ++i) {
+        if (valid[i] == '\x7F')
+            escape(0x7F);
+        else if (valid[i] == '\xC2' && static_cast<unsigned char>(valid[i + 1]) < 0xA0)
+            escape(static_cast<unsigned char>(valid[++i]));
+        else
+            safe += valid[i];
+    }
+    return safe;
+}
+
+} // namespace
+
+Json::Json(std::initializer_list<Field> fields) : value_(Fields(fields)) {}
+
+void Json::add(const std::string& name, Json value) {
+    std::get<Fields>(value_).push_back({name, std::move(value)});
+}
+
+void Json::addAll(const Json& fields) {
+    for (const Field& field : std::get<Fields>(fields.value_))
+        add(field.name, field.value);
+}
+
+std::string documentText(const Json& part) {
+    return withoutControls(text(std::visit(Converter{}, part.value())));
+}
+
+void printDocument(const Json& fields) {
+    Json document = {{"version", jsonVersion}};
+    document.addAll(fields);
     std::cout << documentText(document) << '\n';
 }
 

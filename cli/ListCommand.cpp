@@ -11,19 +11,17 @@ namespace cabslot {
 
 namespace {
 
-nlohmann::ordered_json rememberedJson(SlotMemory& memory, std::uint32_t slot) {
+Json rememberedJson(SlotMemory& memory, std::uint32_t slot) {
     const auto record = memory.recall(slot, IRNameArr.at(slot - 1));
     if (!record)
-        return nullptr;
-    nlohmann::ordered_json json = {{"name", record->name}, {"source", nullptr}};
-    if (!record->source.empty())
-        json["source"] = record->source;
-    json["time"] = isoTime(record->time);
-    return json;
+        return {};
+    return {{"name", record->name},
+            {"source", record->source.empty() ? Json() : Json(record->source)},
+            {"time", isoTime(record->time)}};
 }
 
 void printJson(SlotMemory memory) {
-    nlohmann::ordered_json slots = nlohmann::ordered_json::array();
+    Json::List slots;
     for (std::uint32_t slot = 1; slot <= slotCount; ++slot) {
         slots.push_back({{"slot", slot},
                          {"name", IRNameArr.at(slot - 1)},
@@ -40,8 +38,8 @@ void printLines() {
 
 } // namespace
 
-ListCommand::ListCommand(CLI::App& app, PedalOptions& pedal)
-    : Command(app, "list", "Show the names of the four user slots"), pedal_(pedal) {
+ListCommand::ListCommand(Arguments& program, PedalOptions& pedal)
+    : Command(program, "list", "Show the names of the four user slots"), pedal_(pedal) {
     addJson(json_);
     addTimeout(pedal.timeout);
 }

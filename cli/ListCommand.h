@@ -8,7 +8,7 @@ namespace cabslot {
 
 class ListCommand final : public Command {
 public:
-    ListCommand(CLI::App& app, PedalOptions& pedal);
+    ListCommand(Arguments& program, PedalOptions& pedal);
     ExitStatus run() override;
 
 private:

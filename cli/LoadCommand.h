@@ -8,7 +8,7 @@ namespace cabslot {
 /// Checks all files before it contacts the pedal: if one is refused, nothing is sent.
 class LoadCommand final : public SlotCommand {
 public:
-    LoadCommand(CLI::App& app, PedalOptions& pedal);
+    LoadCommand(Arguments& program, PedalOptions& pedal);
     ExitStatus run() override;
 
 private:
@@ -18,9 +18,9 @@ private:
     };
 
     std::vector<Pair> pairs() const;
-    void checkUsage() const;
+    std::string whatIsWrong() const;
 
-    std::uint32_t slot_ = 0;
+    std::string slot_;
     std::string file_;
     std::vector<std::string> more_; ///< slot, file, slot, file ...
     bool prepare_ = false;

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <filesystem>
@@ -29,13 +28,6 @@ namespace fs = std::filesystem;
 constexpr std::size_t threadCount = 4;
 constexpr std::chrono::milliseconds refreshInterval{20};
 
-std::optional<double> numberIn(const std::string& text) {
-    double number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
-}
-
 std::string whyNoLevel(const std::string& level) {
     const auto number = numberIn(level);
     if (level == "keep" || level == "peak" || (number && *number >= quietestGoal && *number <= 0))
@@ -43,12 +35,11 @@ std::string whyNoLevel(const std::string& level) {
     return level + " is not a level; use keep, peak or a loudness of -70 to 0 (LUFS)";
 }
 
-nlohmann::ordered_json jsonOf(const std::string& from, const std::string& to,
-                              const PreparedIR& prepared) {
+Json jsonOf(const std::string& from, const std::string& to, const PreparedIR& prepared) {
     const auto peak = peakDbfs(samplesOf(prepared.block));
     return {{"file", from},
             {"out", to},
-            {"peak_dbfs", peak ? nlohmann::ordered_json(std::round(*peak * 100) / 100) : nullptr},
+            {"peak_dbfs", peak ? Json(std::round(*peak * 100) / 100) : Json()},
             {"steps", prepared.steps}};
 }
 
@@ -64,58 +55,57 @@ bool isSameFile(const std::string& one, const std::string& other) {
 
 } // namespace
 
-PrepareCommand::PrepareCommand(CLI::App& app)
-    : Command(app, "prepare",
+PrepareCommand::PrepareCommand(Arguments& program)
+    : Command(program, "prepare",
               "Make the best 1024 points of files, as WAV files to load; needs no pedal") {
-    subcommand()
-        .add_option("FILE", files_, "The file and the WAV file to write; with --into, files alone")
-        ->required()
-        ->type_name("");
-    subcommand()
-        .add_option("--into", folder_, "Write each file into this folder, under its own name")
-        ->type_name("FOLDER");
-    subcommand().add_flag("--force", force_, "Replace existing files");
+    arguments().add({.name = "FILE",
+                     .help = "The file and the WAV file to write; with --into, files alone",
+                     .reader = into(files_),
+                     .required = true,
+                     .many = true});
+    arguments().add({.name = "--into",
+                     .help = "Write each file into this folder, under its own name",
+                     .reader = into(folder_),
+                     .type = "FOLDER"});
+    arguments().addFlag("--force", force_, "Replace existing files");
     addSteps();
     addJson(json_);
-    subcommand()
-        .add_option("--plot", plotFile_,
-                    "Draw the response before and after into this file, named *.svg")
-        ->type_name("OUT")
-        ->check([](const std::string& path) {
-            return isSvgPath(path) ? std::string{} : path + ": a plot's name must end with .svg";
-        });
-    subcommand().callback([this] { checkUsage(); });
+    arguments().add({.name = "--plot",
+                     .help = "Draw the response before and after into this file, named *.svg",
+                     .reader = into(plotFile_, whyNoSvgPath),
+                     .type = "OUT"});
+    arguments().addCheck([this] { return whatIsWrong(); });
 }
 
 void PrepareCommand::addSteps() {
-    subcommand()
-        .add_option("--channel", channel_, "first, or the mean of all; first if not given")
-        ->type_name("CHANNEL")
-        ->check(CLI::IsMember({"first", "mean"}));
-    subcommand().add_flag("--no-resample", noResample_,
-                          "Resample with the plain interpolation of load");
-    subcommand().add_flag("--no-trim", noTrim_, "Keep what comes before the onset");
-    subcommand().add_flag("--minimum-phase", minimumPhase_,
-                          "Same response, with the energy as early as possible");
-    subcommand()
-        .add_option("--fade", fade_,
-                    "Fade out the end of an IR that is cut, 0 to 20 ms; 2 if not given")
-        ->type_name("MS")
-        ->check(CLI::Range(0.0, longestFade));
-    subcommand()
-        .add_option("--level", level_,
-                    "keep, peak (-0.3 dBFS) or a loudness in LUFS, such as -18; peak if not given")
-        ->type_name("LEVEL")
-        ->check(whyNoLevel);
+    arguments().add({.name = "--channel",
+                     .help = "first, or the mean of all; first if not given",
+                     .reader = oneOf(channel_, {"first", "mean"}),
+                     .type = "CHANNEL"});
+    arguments().addFlag("--no-resample", noResample_,
+                        "Resample with the plain interpolation of load");
+    arguments().addFlag("--no-trim", noTrim_, "Keep what comes before the onset");
+    arguments().addFlag("--minimum-phase", minimumPhase_,
+                        "Same response, with the energy as early as possible");
+    arguments().add({.name = "--fade",
+                     .help = "Fade out the end of an IR that is cut, 0 to 20 ms; 2 if not given",
+                     .reader = within(fade_, 0, longestFade),
+                     .type = "MS"});
+    arguments().add(
+        {.name = "--level",
+         .help = "keep, peak (-0.3 dBFS) or a loudness in LUFS, such as -18; peak if not given",
+         .reader = into(level_, whyNoLevel),
+         .type = "LEVEL"});
 }
 
-void PrepareCommand::checkUsage() const {
+std::string PrepareCommand::whatIsWrong() const {
     if (folder_.empty() && files_.size() != 2)
-        throw CLI::ValidationError("give the file and the WAV file to write, or --into FOLDER");
+        return "give the file and the WAV file to write, or --into FOLDER";
     if (!plotFile_.empty() && files_.size() > 2 - (folder_.empty() ? 0 : 1))
-        throw CLI::ValidationError("--plot takes a single file");
+        return "--plot takes a single file";
     if (folder_.empty() && pathOf(files_[1]).extension() != ".wav")
-        throw CLI::ValidationError(files_[1] + ": the output's name must end with .wav");
+        return files_[1] + ": the output's name must end with .wav";
+    return {};
 }
 
 PrepareOptions PrepareCommand::options() const {
@@ -217,7 +207,7 @@ ExitStatus PrepareCommand::run() {
     if (!mayWrite(all))
         return ExitStatus::wrongUsage;
     ExitStatus status = ExitStatus::done;
-    nlohmann::ordered_json written = nlohmann::ordered_json::array();
+    Json::List written;
     const std::vector<Result> results = work(all);
     for (std::size_t i = 0; i < all.size(); ++i) {
         const Result& result = results[i];

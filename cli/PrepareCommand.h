@@ -12,7 +12,7 @@ namespace cabslot {
 /// One file into another, or several into a folder.
 class PrepareCommand final : public Command {
 public:
-    explicit PrepareCommand(CLI::App& app);
+    explicit PrepareCommand(Arguments& program);
     ExitStatus run() override;
 
 private:
@@ -28,7 +28,7 @@ private:
     };
 
     void addSteps();
-    void checkUsage() const;
+    std::string whatIsWrong() const;
     PrepareOptions options() const;
     std::vector<Job> jobs() const;
     bool mayWrite(const std::vector<Job>& jobs) const;

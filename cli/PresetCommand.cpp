@@ -11,6 +11,7 @@
 #include <array>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <string>
 
 namespace cabslot {
@@ -47,9 +48,9 @@ ExitStatus saveWithData(QNPresetFile& preset, const std::string& file, const std
 /// A command about one preset file.
 class PresetFileCommand : public Command {
 protected:
-    PresetFileCommand(CLI::App& app, const std::string& name, const std::string& description,
+    PresetFileCommand(Arguments& program, const std::string& name, const std::string& description,
                       const std::string& fileDescription = "A preset file")
-        : Command(app, name, description) {
+        : Command(program, name, description) {
         addFile("FILE", file_, fileDescription);
     }
 
@@ -68,9 +69,13 @@ private:
 
 class PresetVerify final : public Command {
 public:
-    explicit PresetVerify(CLI::App& app)
-        : Command(app, "verify", "Check whether each file is a valid preset") {
-        subcommand().add_option("FILE", files_, "Preset files")->required()->type_name("");
+    explicit PresetVerify(Arguments& program)
+        : Command(program, "verify", "Check whether each file is a valid preset") {
+        arguments().add({.name = "FILE",
+                         .help = "Preset files",
+                         .reader = into(files_),
+                         .required = true,
+                         .many = true});
     }
 
     ExitStatus run() override {
@@ -92,13 +97,13 @@ private:
 
 class PresetNew final : public PresetFileCommand {
 public:
-    explicit PresetNew(CLI::App& app)
-        : PresetFileCommand(app, "new", "Create a preset file, all zeros unless data are given",
+    explicit PresetNew(Arguments& program)
+        : PresetFileCommand(program, "new", "Create a preset file, all zeros unless data are given",
                             "The file to create") {
-        data_ = subcommand()
-                    .add_option("--data", binary_,
-                                "The data area, up to 1536 bytes; zeros fill the rest")
-                    ->type_name("BIN");
+        arguments().add({.name = "--data",
+                         .help = "The data area, up to 1536 bytes; zeros fill the rest",
+                         .reader = into(binary_),
+                         .type = "BIN"});
     }
 
     ExitStatus run() override {
@@ -108,18 +113,18 @@ public:
             return ExitStatus::wrongUsage;
         }
         QNPresetFile preset;
-        return data_->count() > 0 ? saveWithData(preset, file(), binary_) : save(preset, file());
+        return binary_ ? saveWithData(preset, file(), *binary_) : save(preset, file());
     }
 
 private:
-    const CLI::Option* data_ = nullptr; // distinguishes an empty name from none
-    std::string binary_;
+    std::optional<std::string> binary_;
 };
 
 class PresetExport final : public PresetFileCommand {
 public:
-    explicit PresetExport(CLI::App& app)
-        : PresetFileCommand(app, "export", "Write a preset's data area, 1536 bytes, to a file") {
+    explicit PresetExport(Arguments& program)
+        : PresetFileCommand(program, "export",
+                            "Write a preset's data area, 1536 bytes, to a file") {
         addFile("OUT", out_, "The file to write");
     }
 
@@ -145,8 +150,8 @@ private:
 
 class PresetImport final : public PresetFileCommand {
 public:
-    explicit PresetImport(CLI::App& app)
-        : PresetFileCommand(app, "import", "Replace a preset's data area with a file's bytes") {
+    explicit PresetImport(Arguments& program)
+        : PresetFileCommand(program, "import", "Replace a preset's data area with a file's bytes") {
         addFile("BIN", binary_, "The data area, up to 1536 bytes; zeros fill the rest");
     }
 
@@ -161,11 +166,11 @@ private:
     std::string binary_;
 };
 
-using CommandMaker = std::unique_ptr<Command> (*)(CLI::App& app);
+using CommandMaker = std::unique_ptr<Command> (*)(Arguments& program);
 
 template<typename T>
-std::unique_ptr<Command> make(CLI::App& app) {
-    return std::make_unique<T>(app);
+std::unique_ptr<Command> make(Arguments& program) {
+    return std::make_unique<T>(program);
 }
 
 // In the order of the help.
@@ -175,12 +180,10 @@ constexpr CommandMaker commandTable[] = {
 
 } // namespace
 
-PresetCommand::PresetCommand(CLI::App& app)
-    : Command(app, "preset", "Show, check and create preset files; needs no pedal") {
-    CLI::App& own = subcommand();
-    own.require_subcommand(1);
+PresetCommand::PresetCommand(Arguments& program)
+    : Command(program, "preset", "Show, check and create preset files; needs no pedal") {
     for (const CommandMaker makeCommand : commandTable)
-        commands_.push_back(makeCommand(own));
+        commands_.push_back(makeCommand(arguments()));
 }
 
 ExitStatus PresetCommand::run() {

@@ -11,7 +11,7 @@ namespace cabslot {
 
 class PresetCommand final : public Command {
 public:
-    explicit PresetCommand(CLI::App& app);
+    explicit PresetCommand(Arguments& program);
     ExitStatus run() override;
 
 private:

@@ -28,19 +28,16 @@ std::string bytesText(std::span<const std::uint8_t> bytes) {
 
 void printJson(const PresetFinding& found) {
     const PresetBuffUnion& image = found.image;
-    const auto shown = [&](std::size_t value) {
-        return hasFields(found) ? nlohmann::ordered_json(value) : nullptr;
-    };
-    const nlohmann::ordered_json json = {
-        {"file_size", shown(image.buff_S.FileSize)},
-        {"device_id", shown(image.buff_S.DeviceID)},
-        {"preset_version", shown(image.buff_S.PresetVersion)},
-        {"reserve_nonzero_bytes", shown(nonzeroBytes(image.buff_S.Reserve))},
-        {"checksum_stored", shown(image.buff_S.CheckSum)},
-        {"checksum_computed", shown(image.dataSum())},
-        {"data_nonzero_bytes", shown(nonzeroBytes(image.buff_S.DataStart))},
-        {"error", static_cast<std::int32_t>(found.error)},
-        {"verdict", presetVerdict(found)}};
+    const auto shown = [&](std::size_t value) { return hasFields(found) ? Json(value) : Json(); };
+    const Json json = {{"file_size", shown(image.buff_S.FileSize)},
+                       {"device_id", shown(image.buff_S.DeviceID)},
+                       {"preset_version", shown(image.buff_S.PresetVersion)},
+                       {"reserve_nonzero_bytes", shown(nonzeroBytes(image.buff_S.Reserve))},
+                       {"checksum_stored", shown(image.buff_S.CheckSum)},
+                       {"checksum_computed", shown(image.dataSum())},
+                       {"data_nonzero_bytes", shown(nonzeroBytes(image.buff_S.DataStart))},
+                       {"error", static_cast<std::int32_t>(found.error)},
+                       {"verdict", presetVerdict(found)}};
     printDocument(json);
 }
 
@@ -62,8 +59,8 @@ void printText(const PresetFinding& found) {
 
 } // namespace
 
-PresetShow::PresetShow(CLI::App& app)
-    : Command(app, "show", "Show the fields of a preset and whether it is valid") {
+PresetShow::PresetShow(Arguments& program)
+    : Command(program, "show", "Show the fields of a preset and whether it is valid") {
     addFile("FILE", file_, "A preset file");
     addJson(json_);
 }

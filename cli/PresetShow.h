@@ -11,7 +11,7 @@ namespace cabslot {
 /// document, in which missing fields are null, so that a script finds `error` for every refusal.
 class PresetShow final : public Command {
 public:
-    explicit PresetShow(CLI::App& app);
+    explicit PresetShow(Arguments& program);
     ExitStatus run() override;
 
 private:

@@ -103,9 +103,9 @@ void reportRest(std::size_t confirmed, std::size_t all, std::span<const SlotJob>
 
 } // namespace
 
-SlotCommand::SlotCommand(CLI::App& app, PedalOptions& pedal, const std::string& name,
+SlotCommand::SlotCommand(Arguments& program, PedalOptions& pedal, const std::string& name,
                          const std::string& description)
-    : Command(app, name, description), pedal_(pedal) {
+    : Command(program, name, description), pedal_(pedal) {
     addTimeout(pedal.timeout);
     addSeconds("--confirm-timeout", confirmTimeout_,
                "How long to wait for the pedal to confirm, for each slot");
@@ -123,11 +123,25 @@ std::string SlotCommand::whyNoSlot(const std::string& slot) {
     return "there is no slot " + slot + "; there are " + slotNumbers();
 }
 
-void SlotCommand::rejectRepeatedSlot(std::vector<std::uint32_t> slots) {
+std::uint32_t SlotCommand::slotOf(const std::string& slot) {
+    return static_cast<std::uint32_t>(std::stoul(slot));
+}
+
+Reader SlotCommand::intoSlots(std::vector<std::uint32_t>& slots) {
+    return [&slots](const std::string& slot) {
+        std::string why = whyNoSlot(slot);
+        if (why.empty())
+            slots.push_back(slotOf(slot));
+        return why;
+    };
+}
+
+std::string SlotCommand::whyRepeated(std::vector<std::uint32_t> slots) {
     std::ranges::sort(slots);
     const auto twice = std::ranges::adjacent_find(slots);
-    if (twice != slots.end())
-        throw CLI::ValidationError("slot " + std::to_string(*twice) + " is named twice");
+    if (twice == slots.end())
+        return {};
+    return "slot " + std::to_string(*twice) + " is named twice";
 }
 
 std::optional<IRSource> SlotCommand::checkedSource(const std::string& path, bool prepares) {

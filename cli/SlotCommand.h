@@ -22,7 +22,7 @@ struct SlotJob {
 
 class SlotCommand : public Command {
 protected:
-    SlotCommand(CLI::App& app, PedalOptions& pedal, const std::string& name,
+    SlotCommand(Arguments& program, PedalOptions& pedal, const std::string& name,
                 const std::string& description);
 
     /// "1 to 4"
@@ -31,8 +31,14 @@ protected:
     /// A validator: empty for a slot's number, else what is wrong.
     static std::string whyNoSlot(const std::string& slot);
 
-    /// Throws a parse error if a slot is named twice.
-    static void rejectRepeatedSlot(std::vector<std::uint32_t> slots);
+    /// The number in a text that whyNoSlot() accepts.
+    static std::uint32_t slotOf(const std::string& slot);
+
+    /// Reads the numbers of slots.
+    static Reader intoSlots(std::vector<std::uint32_t>& slots);
+
+    /// What is wrong if a slot is named twice; else empty.
+    static std::string whyRepeated(std::vector<std::uint32_t> slots);
 
     /// The IR file at `path`, unchanged or prepared; nothing if it cannot be loaded. Reports why,
     /// and what preparing did.

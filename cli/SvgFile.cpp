@@ -79,11 +79,11 @@ std::string element(const Text& text) {
 
 } // namespace
 
-bool isSvgPath(const std::string& path) {
+std::string whyNoSvgPath(const std::string& path) {
     std::string ending = textOf(pathOf(path).extension());
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return ending == ".svg";
+    return ending == ".svg" ? std::string() : path + ": a plot's name must end with .svg";
 }
 
 std::string svgFile(const Picture& picture) {

@@ -6,6 +6,8 @@
 #include "fuzz/Fuzzing.h"
 #include "prepare/Prepare.h"
 
+#include <nlohmann/json.hpp>
+
 #include <iostream>
 #include <sstream>
 

@@ -1,9 +1,8 @@
 // cabslot-sim: a simulated pedal at a Unix socket or on a virtual USB port, for using and testing
 // Cabslot without hardware.
+#include "arguments/Arguments.h"
 #include "simulator/server/PedalServer.h"
 #include "simulator/usb/UsbPedal.h"
-
-#include <CLI/CLI.hpp>
 
 #include <chrono>
 #include <csignal>
@@ -20,28 +19,26 @@
 namespace {
 
 using namespace cabslot::simulator;
+using cabslot::Arguments;
+using cabslot::into;
+using cabslot::within;
 
 constexpr int exitFailure = 1;
-constexpr int exitUsage = 2;
 
 constexpr std::chrono::milliseconds secondPedalPace{100};
 
-struct Arguments {
+constexpr std::uint32_t longestDelay = 3600000; // ms
+constexpr std::uint32_t mostReports = 1000000000;
+
+struct Settings {
     std::string socket;
     bool usb = false;
     std::string state;
-    unsigned confirmDelay = 1500;
+    std::uint32_t confirmDelay = 1500;
     std::vector<std::string> faults;
-    std::size_t vanishAfter = 0;
+    std::uint32_t vanishAfter = 0;
     bool secondDevice = false;
 };
-
-std::vector<std::string> faultNames() {
-    std::vector<std::string> names;
-    for (const NamedFault& fault : namedFaults())
-        names.emplace_back(fault.name);
-    return names;
-}
 
 std::string faultHelp() {
     std::string text = "Faults:\n";
@@ -62,49 +59,63 @@ Examples:
   cabslot-sim --socket /tmp/pedal.sock --fault split --fault garbage)";
 }
 
-PedalOptions optionsOf(const Arguments& arguments) {
+PedalOptions optionsOf(const Settings& settings) {
     PedalOptions options;
-    options.confirmDelay = std::chrono::milliseconds(arguments.confirmDelay);
-    for (const std::string& name : arguments.faults)
+    options.confirmDelay = std::chrono::milliseconds(settings.confirmDelay);
+    for (const std::string& name : settings.faults)
         setFault(options.faults, name);
-    options.faults.vanishAfter = arguments.vanishAfter;
+    options.faults.vanishAfter = settings.vanishAfter;
     return options;
 }
 
-void addOptions(CLI::App& app, Arguments& arguments) {
-    app.add_option("--socket", arguments.socket, "Where hosts connect, e.g. /tmp/pedal.sock")
-        ->type_name("PATH");
-    app.add_flag("--usb", arguments.usb,
-                 "On a virtual USB port instead (module vhci-hcd, root): plugged in until it ends");
-    app.add_option("--state", arguments.state,
-                   "Keep the slots in this folder, created if necessary; in memory without it")
-        ->type_name("DIR");
-    app.add_option("--confirm-delay", arguments.confirmDelay,
-                   "From an import's last frame to its confirmation, 1500 if not given")
-        ->type_name("MS")
-        ->check(CLI::Range(0U, 3600000U).description(""));
-    app.add_option("--fault", arguments.faults, "Misbehave, see below; several may be given")
-        ->type_name("NAME")
-        ->check(CLI::IsMember(faultNames()).description(""));
-    app.add_option("--vanish-after", arguments.vanishAfter,
-                   "Cut the first connection that sends N reports, right after the N-th")
-        ->type_name("N")
-        ->check(CLI::Range(1U, 1000000000U).description(""));
-    app.add_flag("--second-device", arguments.secondDevice,
-                 "A second pedal at PATH.2 that sends its data unasked, ten times a second");
-    app.set_version_flag("--version", "cabslot-sim " CABSLOT_VERSION, "Show the version and exit");
-    app.set_help_flag("-h,--help", "Show this help and exit");
-    app.get_formatter()->column_width(26);
-    app.footer(faultHelp());
-    app.final_callback([&arguments] {
-        if (arguments.socket.empty() != arguments.usb)
-            throw CLI::ValidationError("give either --socket or --usb");
-        if (arguments.usb && arguments.secondDevice)
-            throw CLI::ValidationError("--second-device needs --socket");
-        const Faults faults = optionsOf(arguments).faults;
-        if (!arguments.usb && (faults.usbStall || faults.usbHold))
-            throw CLI::ValidationError("--fault usb-stall and usb-hold need --usb");
-    });
+std::string whatIsWrongWith(const Settings& settings) {
+    Faults known;
+    for (const std::string& name : settings.faults) {
+        if (!setFault(known, name))
+            return "--fault: there is no " + name + "; the help lists what there is";
+    }
+    if (settings.socket.empty() != settings.usb)
+        return "give either --socket or --usb";
+    if (settings.usb && settings.secondDevice)
+        return "--second-device needs --socket";
+    if (!settings.usb && (known.usbStall || known.usbHold))
+        return "--fault usb-stall and usb-hold need --usb";
+    return {};
+}
+
+void addPedal(Arguments& program, Settings& settings) {
+    program.add({.name = "--confirm-delay",
+                 .help = "From an import's last frame to its confirmation, 1500 if not given",
+                 .reader = within(settings.confirmDelay, 0, longestDelay),
+                 .type = "MS"});
+    program.add({.name = "--fault",
+                 .help = "Misbehave, see below; several may be given",
+                 .reader = into(settings.faults),
+                 .type = "NAME",
+                 .many = true});
+    program.add({.name = "--vanish-after",
+                 .help = "Cut the first connection that sends N reports, right after the N-th",
+                 .reader = within(settings.vanishAfter, 1, mostReports),
+                 .type = "N"});
+}
+
+void addOptions(Arguments& program, Settings& settings) {
+    program.add({.name = "--socket",
+                 .help = "Where hosts connect, e.g. /tmp/pedal.sock",
+                 .reader = into(settings.socket),
+                 .type = "PATH"});
+    program.addFlag("--usb", settings.usb,
+                    "On a virtual USB port instead (module vhci-hcd, root): plugged in until it "
+                    "ends");
+    program.add(
+        {.name = "--state",
+         .help = "Keep the slots in this folder, created if necessary; in memory without it",
+         .reader = into(settings.state),
+         .type = "DIR"});
+    addPedal(program, settings);
+    program.addFlag("--second-device", settings.secondDevice,
+                    "A second pedal at PATH.2 that sends its data unasked, ten times a second");
+    program.addCheck([&settings] { return whatIsWrongWith(settings); });
 }
 
 /// One write per line, so that lines of two threads do not mix and a pipe gets each at once.
@@ -164,9 +175,9 @@ int serveOnUsb(PedalServer& pedal, const Faults& faults, const sigset_t& signals
     return 0;
 }
 
-int serveOnSockets(PedalServer& pedal, const Arguments& arguments, const sigset_t& signals) {
+int serveOnSockets(PedalServer& pedal, const Settings& settings, const sigset_t& signals) {
     std::string why;
-    if (!pedal.listenAt(arguments.socket, why))
+    if (!pedal.listenAt(settings.socket, why))
         return fail(why);
     PedalStore secondStore("Other ");
     PedalOptions secondOptions;
@@ -174,45 +185,44 @@ int serveOnSockets(PedalServer& pedal, const Arguments& arguments, const sigset_
     PedalServer secondPedal(secondStore, secondOptions,
                             [](const std::string& line) { printLine("second pedal: " + line); });
     std::vector<PedalServer*> servers{&pedal};
-    if (arguments.secondDevice) {
-        if (!secondPedal.listenAt(arguments.socket + ".2", why))
+    if (settings.secondDevice) {
+        if (!secondPedal.listenAt(settings.socket + ".2", why))
             return fail(why);
         servers.push_back(&secondPedal);
     }
-    printLine("listening on " + arguments.socket);
-    if (arguments.secondDevice)
-        printLine("second pedal: listening on " + arguments.socket + ".2");
+    printLine("listening on " + settings.socket);
+    if (settings.secondDevice)
+        printLine("second pedal: listening on " + settings.socket + ".2");
     serveUntilSignal(servers, signals);
     return 0;
 }
 
-int simulate(const Arguments& arguments) {
+int simulate(const Settings& settings) {
     const sigset_t signals = blockEndSignals();
     std::string why;
     std::optional<PedalStore> store{PedalStore{}};
-    if (!arguments.state.empty())
-        store = PedalStore::open(arguments.state, why);
+    if (!settings.state.empty())
+        store = PedalStore::open(settings.state, why);
     if (!store)
         return fail(why);
-    const PedalOptions options = optionsOf(arguments);
+    const PedalOptions options = optionsOf(settings);
     PedalServer pedal(*store, options, printLine);
-    return arguments.usb ? serveOnUsb(pedal, options.faults, signals)
-                         : serveOnSockets(pedal, arguments, signals);
+    return settings.usb ? serveOnUsb(pedal, options.faults, signals)
+                        : serveOnSockets(pedal, settings, signals);
 }
 
 int run(int argc, char** argv) {
-    CLI::App app("A simulated pedal: use and test Cabslot without the hardware.", "cabslot-sim");
-    Arguments arguments;
-    addOptions(app, arguments);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& help) {
-        return app.exit(help);
-    } catch (const CLI::ParseError& wrong) {
-        std::fprintf(stderr, "cabslot-sim: %s (see cabslot-sim --help)\n", wrong.what());
-        return exitUsage;
-    }
-    return simulate(arguments);
+    Arguments program(
+        {.name = "cabslot-sim",
+         .version = CABSLOT_VERSION,
+         .description = "A simulated pedal: use and test Cabslot without the hardware.",
+         .footer = faultHelp(),
+         .column = 26});
+    Settings settings;
+    addOptions(program, settings);
+    if (const auto status = program.parse(argc, argv))
+        return *status;
+    return simulate(settings);
 }
 
 } // namespace

@@ -201,6 +201,8 @@ TEST_F(Cabslotctl, WrongUsageIsNamed) {
         {{"clear"}, "SLOT (or --all) is required"},
         {{"clear", "1", "--all"}, "give either slots or --all"},
         {{"list", "--timeout", "-1"}, "--timeout"},
+        {{"list", "--timeout", "inf"}, "inf is not a number from 0 to 86400"},
+        {{"prepare", "--fade", "nan", "a", "b.wav"}, "nan is not a number from 0 to 20"},
         {{"--trace", "/nonexistent/trace", "list"}, "/nonexistent/trace"},
         {{"inspect", wav(), "--block", "/nonexistent/block"}, "/nonexistent/block"},
         {{"inspect", wav(), "--plot", "x.gif"}, "x.gif: a plot's name must end with .svg"},
@@ -213,6 +215,8 @@ TEST_F(Cabslotctl, WrongUsageIsNamed) {
         EXPECT_TRUE(errHas(row.says));
         EXPECT_EQ(out, "");
     }
+    EXPECT_EQ(run({"inspect", "[a,b]"}), 1);
+    EXPECT_TRUE(errHas("[a,b]: there is no such file")) << "a name, not a list";
 }
 
 TEST_F(Cabslotctl, TheVariableGivesThePedal) {

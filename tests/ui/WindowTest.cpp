@@ -1,5 +1,6 @@
 // The shell, and the reaction to the device link's events.
 #include "tests/support/WindowFixture.h"
+#include "ui/Arguments.h"
 
 namespace cabslot::testing {
 namespace {
@@ -20,6 +21,19 @@ TEST_F(Window, WithoutAPedalTheAlertIsShownAndTheProcessEnds) {
     EXPECT_EQ(said[0].modality, Qt::ApplicationModal);
     EXPECT_EQ(status(), "It is switched off.");
     EXPECT_EQ(label(1), "…") << "the form's own text";
+}
+
+TEST(WindowArguments, AWrongVariableNeverReachesTheRealPedal) {
+    const char* const program[] = {"cabslot", "--pedal", "sim"};
+    std::string pedal;
+    ::setenv("CABSLOT_PEDAL", "nonsense", 1);
+    EXPECT_EQ(readArguments(1, program, pedal), 2);
+    EXPECT_EQ(readArguments(3, program, pedal), std::nullopt);
+    EXPECT_EQ(pedal, "sim");
+    ::setenv("CABSLOT_PEDAL", "unix:/x", 1);
+    EXPECT_EQ(readArguments(1, program, pedal), std::nullopt);
+    EXPECT_EQ(pedal, "unix:/x");
+    ::unsetenv("CABSLOT_PEDAL");
 }
 
 TEST_F(Window, EventsReadTheValueAsItIsWhenTheyRun) {
