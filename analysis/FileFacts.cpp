@@ -29,7 +29,7 @@ void add(FileFacts& facts, std::size_t frame, double value, std::size_t decoded)
 
 } // namespace
 
-FileFacts factsOf(const QNIRFile& file) {
+FileFacts factsOf(const IRFile& file) {
     FileFacts facts{.sampleRate = file.sampleRate(),
                     .channels = file.channelCount(),
                     .bits = file.bitsPerSample(),
@@ -37,7 +37,7 @@ FileFacts factsOf(const QNIRFile& file) {
                     .held = file.heldFrames(),
                     .misplaced = file.misplacedTag()};
     std::array<float, samplesAtOnce> values{};
-    while (const std::size_t count = file.readFirstChannel(facts.frames, values)) {
+    while (const std::size_t count = file.readChannel(0, facts.frames, values)) {
         for (std::size_t i = 0; i < count; ++i)
             add(facts, facts.frames + i, static_cast<double>(values[i]), file.decodedPoints());
         facts.frames += count;

@@ -1,7 +1,7 @@
 // Facts about a file that its converted block does not show.
 #pragma once
 
-#include "irfile/QNIRFile.h"
+#include "irfile/IRFile.h"
 
 #include <cstdint>
 #include <string>
@@ -16,7 +16,7 @@ struct FileFacts {
     std::uint16_t bits = 0;
     std::uint64_t claimed = 0; ///< frames that the file claims
     std::uint64_t held = 0;    ///< frames that it holds
-    QNIRFile::MisplacedTag misplaced{};
+    IRFile::MisplacedTag misplaced{};
     std::size_t frames = 0;    ///< of the held ones, those that were inspected
     bool moreFollows = false;  ///< more frames follow, as in a long recording
     std::size_t used = 0;      ///< of these, those used for the pedal's block; 0 if there are more
@@ -28,8 +28,8 @@ struct FileFacts {
     std::size_t noNumbers = 0; ///< used samples that are infinite or NaN
 };
 
-/// The facts about a loaded file, as far as it is in memory.
-FileFacts factsOf(const QNIRFile& file);
+/// The facts about an open file, as far as it is in memory.
+FileFacts factsOf(const IRFile& file);
 
 /// How many frames there are and how many are used, such as "5000, of which 1024 are used".
 std::string framesText(const FileFacts& facts);

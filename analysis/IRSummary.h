@@ -16,11 +16,17 @@ struct IRSummary {
     std::vector<Finding> findings;
 };
 
-/// `block` is what the loaded `file` was converted into.
-IRSummary summaryOf(const QNIRFile& file, const Block& block, const std::string& name);
+/// Of an IR file that was not refused.
+IRSummary summaryOf(const ReadIR& read);
+
+/// The same with a name of the caller's: `block` is what `file` was converted into.
+IRSummary summaryOf(const IRFile& file, const Block& block, const std::string& name);
 
 /// The same without the file: covers only what the block shows.
 IRSummary summaryOf(const Block& block, const std::string& name, const std::string& origin);
+
+/// The name that `ir` gets in the pedal, without the blanks around it.
+std::string shownName(const IR& ir);
 
 /// The peak and RMS levels as text.
 std::string levelsText(const Samples& samples);

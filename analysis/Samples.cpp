@@ -1,5 +1,7 @@
 #include "analysis/Samples.h"
 
+#include "irfile/SampleFormat.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -7,9 +9,6 @@
 namespace cabslot {
 
 namespace {
-
-constexpr double fullScale = 8388608; // 2^23
-constexpr unsigned bitsAbove = 8;     // unused bits of an entry, above the sample
 
 double valueAt(std::span<const double> curve, double position) {
     const auto index = std::min(static_cast<std::size_t>(position), curve.size() - 1);
@@ -21,9 +20,8 @@ double valueAt(std::span<const double> curve, double position) {
 
 Samples samplesOf(const Block& block) {
     Samples samples{};
-    std::transform(block.begin(), block.end(), samples.begin(), [](std::uint32_t entry) {
-        return (static_cast<std::int32_t>(entry << bitsAbove) >> bitsAbove) / fullScale;
-    });
+    std::transform(block.begin(), block.end(), samples.begin(),
+                   [](std::uint32_t entry) { return signedSample(entry) / double{fullScale}; });
     return samples;
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "irfile/IR.h"
-#include "irfile/IRConversion.h"
 
 #include <array>
 #include <cstdint>

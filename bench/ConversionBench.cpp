@@ -4,7 +4,8 @@
 // Both start from the same bytes, read the header, decode the first channel and end with 1024
 // 24-bit integers; libsamplerate interpolates linearly, like Cabslot. The names are
 // conversion/RATE/BITS/LIBRARY.
-#include "irfile/QNIRFile.h"
+#include "irfile/IRConversion.h"
+#include "irfile/IRFile.h"
 
 #include <benchmark/benchmark.h>
 #include <samplerate.h>
@@ -137,8 +138,7 @@ bool convertWithLibraries(const Bytes& bytes, Block& block) {
 
 bool convertWithCabslot(const Bytes& bytes, Block& block) {
     static const std::string path = "Cab.wav";
-    cabslot::QNIRFile file;
-    return file.openBytes(bytes, path) && file.GetIRDataBuffer(block);
+    return cabslot::IRFile::of(bytes, path).convertTo(block).empty();
 }
 
 void run(benchmark::State& state, bool (*convert)(const Bytes&, Block&), std::uint32_t rate,

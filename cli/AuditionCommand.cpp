@@ -5,8 +5,8 @@
 #include "cli/Console.h"
 #include "cli/OutputFile.h"
 #include "cli/Playback.h"
-#include "irfile/QNIRFile.h"
-#include "irfile/SoundFile.h"
+#include "irfile/IRFile.h"
+#include "irfile/WavBytes.h"
 #include "platform/BundlePath.h"
 
 #include <utility>
@@ -32,7 +32,7 @@ void complainAboutLevel(Level level) {
 
 ExitStatus write(const std::string& path, const Rendering& rendering) {
     std::string why;
-    if (writeOutputFile(path, soundFile(rendering.samples), why))
+    if (writeOutputFile(path, wavBytes(rendering.samples), why))
         return ExitStatus::done;
     complain(why);
     return ExitStatus::wrongUsage;
@@ -79,10 +79,9 @@ std::string AuditionCommand::phrasePath() const {
 }
 
 ExitStatus AuditionCommand::run() {
-    QNIRFile file;
-    Block block{};
-    if (!file.openForInspection(file_) || !file.GetIRDataBuffer(block)) {
-        complain(file_ + ": " + file.whyRefused());
+    const ReadIR read = readIR(file_);
+    if (!read) {
+        complain(file_ + ": " + read.whyRefused);
         return ExitStatus::fileRefused;
     }
     std::string why;
@@ -91,7 +90,7 @@ ExitStatus AuditionCommand::run() {
         complain(why);
         return ExitStatus::wrongUsage;
     }
-    return sound(*library, samplesOf(block));
+    return sound(*library, samplesOf(read.ir.block));
 }
 
 ExitStatus AuditionCommand::sound(const SoundLibrary& library, const Samples& ir) const {

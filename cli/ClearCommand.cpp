@@ -25,7 +25,7 @@ std::string ClearCommand::whatIsWrong() const {
 }
 
 ExitStatus ClearCommand::run() {
-    const auto blank = checkedSource(blankIRPath(bundlePath()));
+    const auto blank = checkedIR(blankIRPath(bundlePath()));
     if (!blank)
         return ExitStatus::fileRefused;
     std::vector<std::uint32_t> slots = slots_;

@@ -2,27 +2,15 @@
 
 #include "base/PathText.h"
 #include "cli/Console.h"
+#include "irfile/NameFromPath.h"
 
-#include <algorithm>
 #include <filesystem>
-#include <string_view>
 
 namespace cabslot {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-bool isWavName(const std::string& name) {
-    constexpr std::string_view ending = ".wav";
-    if (name.starts_with('.') || name.size() < ending.size())
-        return false;
-    return std::equal(ending.begin(), ending.end(), name.end() - ending.size(),
-                      [](char wanted, char letter) {
-                          return letter == wanted ||
-                                 (letter >= 'A' && letter <= 'Z' && letter - 'A' + 'a' == wanted);
-                      });
-}
 
 void refuse(FileList& list, const std::string& folder, const std::string& why) {
     complain(folder + ": " + why);
@@ -36,7 +24,7 @@ void addFolder(FileList& list, const fs::path& folder, bool recursive) {
          entry.increment(error)) {
         const std::string name = textOf(entry->path().filename());
         if (!entry->is_directory(unknown)) {
-            if (isWavName(name))
+            if (!name.starts_with('.') && isWavName(name))
                 list.paths.push_back(textOf(entry->path()));
         } else if (recursive && !entry->is_symlink(unknown) && !name.starts_with('.')) {
             addFolder(list, entry->path(), recursive);

@@ -21,21 +21,12 @@ std::uint64_t hashOf(const Block& block) {
 
 } // namespace
 
-std::string sentName(const QNIRFile& file) {
-    std::string text;
-    for (const std::uint8_t byte : file.nameField()) {
-        if (byte != 0)
-            text += static_cast<char>(byte);
-    }
-    return text;
-}
-
-FileReport reportOn(const QNIRFile& file, const std::string& path, const Block& block,
-                    const IRSummary& summary) {
-    return {.path = path,
-            .title = shownName(sentName(file)),
-            .factory = file.isInteralIR(),
-            .name = sentName(file),
+FileReport reportOn(const ReadIR& read, const IRSummary& summary) {
+    const IRFile& file = read.file;
+    return {.path = read.ir.source,
+            .title = shownName(textOf(read.ir.name)),
+            .factory = read.ir.factory,
+            .name = textOf(read.ir.name),
             .rate = file.sampleRate(),
             .channels = file.channelCount(),
             .bits = file.bitsPerSample(),
@@ -45,18 +36,17 @@ FileReport reportOn(const QNIRFile& file, const std::string& path, const Block& 
             .peak = peakDbfs(summary.samples),
             .rms = rmsDbfs(summary.samples),
             .findings = summary.findings,
-            .blockHash = hashOf(block)};
+            .blockHash = hashOf(read.ir.block)};
 }
 
 FileReport inspectFile(const std::string& path) {
-    QNIRFile file;
-    Block block{};
-    if (!file.openForInspection(path) || !file.GetIRDataBuffer(block))
-        return {.path = path,
-                .title = shownName(std::string(irNameFromPath(path))),
-                .refused = true,
-                .whyRefused = file.whyRefused()};
-    return reportOn(file, path, block, summaryOf(file, block, shownName(sentName(file))));
+    const ReadIR read = readIR(path);
+    if (read)
+        return reportOn(read, summaryOf(read));
+    return {.path = path,
+            .title = shownName(std::string(irNameFromPath(path))),
+            .refused = true,
+            .whyRefused = read.whyRefused};
 }
 
 Json fieldsOf(const FileReport& report) {

@@ -3,7 +3,6 @@
 
 #include "analysis/IRSummary.h"
 #include "cli/Json.h"
-#include "irfile/QNIRFile.h"
 
 #include <cstdint>
 #include <optional>
@@ -33,15 +32,11 @@ struct FileReport {
     std::uint64_t blockHash = 0; ///< equal for equal blocks
 };
 
-/// `summary` and `block` are the results for `file`, which was loaded from `path`.
-FileReport reportOn(const QNIRFile& file, const std::string& path, const Block& block,
-                    const IRSummary& summary);
+/// `summary` is that of `read`, which is not refused.
+FileReport reportOn(const ReadIR& read, const IRSummary& summary);
 
 /// Reads, converts and checks the file. Any thread.
 FileReport inspectFile(const std::string& path);
-
-/// The name that would be sent, in the form that the pedal shows.
-std::string sentName(const QNIRFile& file);
 
 /// The JSON fields of a file that is not refused, in the documented order.
 Json fieldsOf(const FileReport& report);

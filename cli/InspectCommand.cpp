@@ -12,7 +12,6 @@
 #include "cli/OutputFile.h"
 #include "cli/SvgFile.h"
 #include "cli/TerminalWave.h"
-#include "irfile/QNIRFile.h"
 
 #include <filesystem>
 #include <iostream>
@@ -109,16 +108,15 @@ std::string InspectCommand::whatIsWrong() const {
 
 ExitStatus InspectCommand::inspectOne() const {
     const std::string& path = files_.front();
-    QNIRFile file;
-    Block block{};
-    if (!file.openForInspection(path) || !file.GetIRDataBuffer(block)) {
-        complain(path + ": " + file.whyRefused());
+    const ReadIR read = readIR(path);
+    if (!read) {
+        complain(path + ": " + read.whyRefused);
         return ExitStatus::fileRefused;
     }
-    const IRSummary summary = summaryOf(file, block, shownName(sentName(file)));
-    if (!writeFiles(summary, block))
+    const IRSummary summary = summaryOf(read);
+    if (!writeFiles(summary, read.ir.block))
         return ExitStatus::wrongUsage;
-    const FileReport report = reportOn(file, path, block, summary);
+    const FileReport report = reportOn(read, summary);
     json_ ? printDocument(fieldsOf(report)) : printText(report, summary);
     return ExitStatus::done;
 }

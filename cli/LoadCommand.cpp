@@ -46,8 +46,8 @@ ExitStatus LoadCommand::run() {
     const std::vector<Pair> all = pairs();
     std::vector<SlotJob> jobs;
     for (const Pair& pair : all) {
-        if (const auto source = checkedSource(pair.file, prepare_))
-            jobs.push_back({pair.slot, *source});
+        if (const auto ir = checkedIR(pair.file, prepare_))
+            jobs.push_back({pair.slot, *ir});
     }
     if (jobs.size() == all.size())
         return upload(jobs);

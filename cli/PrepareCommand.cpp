@@ -36,7 +36,7 @@ std::string whyNoLevel(const std::string& level) {
 }
 
 Json jsonOf(const std::string& from, const std::string& to, const PreparedIR& prepared) {
-    const auto peak = peakDbfs(samplesOf(prepared.block));
+    const auto peak = peakDbfs(samplesOf(prepared.ir.block));
     return {{"file", from},
             {"out", to},
             {"peak_dbfs", peak ? Json(std::round(*peak * 100) / 100) : Json()},
@@ -161,14 +161,14 @@ std::string PrepareCommand::write(const Job& job, const PreparedIR& prepared) co
         return why;
     const std::string plot =
         svgFile(comparisonPage(textOf(pathOf(job.from).filename()), prepared.steps,
-                               samplesOf(prepared.plain), samplesOf(prepared.block)));
+                               samplesOf(prepared.plain), samplesOf(prepared.ir.block)));
     writeOutputFile(plotFile_, {reinterpret_cast<const std::uint8_t*>(plot.data()), plot.size()},
                     why);
     return why;
 }
 
 void PrepareCommand::report(const Job& job, const PreparedIR& prepared) const {
-    std::cout << job.to << ": " << dbfsText(peakDbfs(samplesOf(prepared.block))) << '\n';
+    std::cout << job.to << ": " << dbfsText(peakDbfs(samplesOf(prepared.ir.block))) << '\n';
     for (const std::string& step : prepared.steps)
         std::cout << "  " << step << '\n';
 }
@@ -182,7 +182,7 @@ std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>&
     const auto workThrough = [&] {
         for (std::size_t i = begun++; i < jobs.size() && !interrupted(); i = begun++) {
             results[i].prepared = prepareFile(jobs[i].from, options());
-            if (!results[i].prepared.refused)
+            if (results[i].prepared.whyRefused.empty())
                 results[i].whyNotWritten = write(jobs[i], results[i].prepared);
             results[i].isDone = true;
             ++done;
@@ -213,7 +213,7 @@ ExitStatus PrepareCommand::run() {
         const Result& result = results[i];
         if (!result.isDone) {
             status = ExitStatus::interrupted;
-        } else if (result.prepared.refused) {
+        } else if (!result.prepared.whyRefused.empty()) {
             complain(all[i].from + ": " + result.prepared.whyRefused);
             status = ExitStatus::fileRefused;
         } else if (!result.whyNotWritten.empty()) {

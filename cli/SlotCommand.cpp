@@ -3,7 +3,7 @@
 #include "cli/Console.h"
 #include "device/DeviceCommands.h"
 #include "device/SharedState.h"
-#include "irfile/QNIRFile.h"
+#include "irfile/IRFile.h"
 #include "memory/SlotMemory.h"
 #include "platform/BundlePath.h"
 #include "prepare/Prepare.h"
@@ -63,7 +63,7 @@ UploadResult uploadOne(const std::vector<SlotJob>& jobs, std::size_t index,
         label = std::to_string(index + 1) + " of " + std::to_string(jobs.size()) + ", " + label;
     UploadProgress progress(session, label);
     return job.clearing ? clearSlot(job.slot, bundlePath(), options, progress)
-                        : loadSlot(job.slot, job.source, options, progress);
+                        : loadSlot(job.slot, job.ir, options, progress);
 }
 
 void reportConfirmed(std::uint32_t slot) {
@@ -72,14 +72,14 @@ void reportConfirmed(std::uint32_t slot) {
 }
 
 std::string sourceToTell(const SlotJob& job) {
-    return job.clearing ? std::string() : job.source.path;
+    return job.clearing ? std::string() : job.ir.source;
 }
 
 ExitStatus reportFailure(const SlotJob& job, const UploadResult& result,
                          const PedalSession& session) {
     const std::string name = defaultSlotName(job.slot);
-    if (isRefused(result.end)) // the file changed after it was checked
-        return refuse(job.source.path, result.whyRefused);
+    if (isRefused(result.end)) // the blank IR changed after it was checked
+        return refuse(blankIRPath(bundlePath()), result.whyRefused);
     if (result.end == UploadEnd::notConfirmed) {
         complain("the pedal did not confirm in time that it has stored " + name +
                  "; look with \"cabslotctl list\" and load it again if need be");
@@ -144,19 +144,18 @@ std::string SlotCommand::whyRepeated(std::vector<std::uint32_t> slots) {
     return "slot " + std::to_string(*twice) + " is named twice";
 }
 
-std::optional<IRSource> SlotCommand::checkedSource(const std::string& path, bool prepares) {
-    QNIRFile file;
-    Block block{};
-    if (!file.openForInspection(path) || !file.GetIRDataBuffer(block)) {
-        refuse(path, file.whyRefused());
+std::optional<IR> SlotCommand::checkedIR(const std::string& path, bool prepares) {
+    ReadIR read = readIR(path);
+    if (!read) {
+        refuse(path, read.whyRefused);
         return {};
     }
-    if (!prepares || file.isInteralIR()) // a factory IR has nothing to prepare
-        return IRSource{.path = path};
-    PreparedIR prepared = prepareFile(file, block, {});
+    if (!prepares || read.ir.factory) // a factory IR has nothing to prepare
+        return read.ir;
+    PreparedIR prepared = prepare(read, {});
     for (const std::string& sentence : prepared.steps)
         complain(std::string(path).append(": ").append(sentence));
-    return IRSource{.path = path, .bytes = std::move(prepared.wav)};
+    return prepared.ir;
 }
 
 ExitStatus SlotCommand::upload(const std::vector<SlotJob>& jobs) const {

@@ -3,6 +3,7 @@
 
 #include "cli/Command.h"
 #include "cli/PedalSession.h"
+#include "irfile/IR.h"
 #include "upload/SlotUpload.h"
 
 #include <chrono>
@@ -16,8 +17,8 @@ namespace cabslot {
 /// The upload to one slot.
 struct SlotJob {
     std::uint32_t slot = 0; ///< 1 to 4
-    IRSource source;        ///< already checked
-    bool clearing = false;  ///< uses the slot's default name instead of the source's
+    IR ir{};
+    bool clearing = false; ///< loads silence instead, under the slot's default name
 };
 
 class SlotCommand : public Command {
@@ -42,7 +43,7 @@ protected:
 
     /// The IR file at `path`, unchanged or prepared; nothing if it cannot be loaded. Reports why,
     /// and what preparing did.
-    static std::optional<IRSource> checkedSource(const std::string& path, bool prepares = false);
+    static std::optional<IR> checkedIR(const std::string& path, bool prepares = false);
 
     /// Uploads in the order of the arguments and reports each confirmation. Stops at the first
     /// failure and returns its status.

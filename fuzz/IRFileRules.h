@@ -1,5 +1,5 @@
 // IR files by the rules of their formats alone, without the code that reads them: a reference for
-// QNIRFile.
+// IRFile.
 #pragma once
 
 #include "base/Pedal.h"

@@ -23,27 +23,25 @@ PrepareOptions optionsFrom(std::uint8_t bits) {
             .level = static_cast<LevelGoal>((bits >> 6) % 3)};
 }
 
-void checkPrepared(const QNIRFile& file, const Block& plain, const PrepareOptions& options) {
-    const PreparedIR prepared = prepareFile(file, plain, options);
-    QNIRFile again;
-    Block block{};
-    check(again.openBytes(prepared.wav, "a.wav") && again.GetIRDataBuffer(block) &&
-              block == prepared.block && again.frameCount() <= irPointCount,
+void checkPrepared(const ReadIR& read, const PrepareOptions& options) {
+    const PreparedIR prepared = prepare(read, options);
+    const ReadIR again = readIR(IRFile::of(prepared.wav, "a.wav"), "a.wav");
+    check(again && again.ir.block == prepared.ir.block && again.file.frameCount() <= irPointCount,
           "the plain conversion passes a prepared file bit for bit");
-    check(!options.changesNothing() || samplesOf(block) == samplesOf(plain), "no step, no change");
-    check(file.isInteralIR() || options.level == LevelGoal::keep ||
-              peakOf(samplesOf(block)) < 0.96606, // -0.3 dBFS
+    check(!options.changesNothing() || samplesOf(again.ir.block) == samplesOf(prepared.plain),
+          "no step, no change");
+    check(read.ir.factory || options.level == LevelGoal::keep ||
+              peakOf(samplesOf(again.ir.block)) < 0.96606, // -0.3 dBFS
           "the peak stays within the goal");
 }
 
 FileReport reportOf(const std::string& path, View content, const PrepareOptions* options) {
-    QNIRFile file;
-    Block block{};
-    if (!file.openBytes(content, path) || !file.GetIRDataBuffer(block))
-        return {.path = path, .title = "?", .refused = true, .whyRefused = file.whyRefused()};
+    const ReadIR read = readIR(IRFile::of(content, path), path);
+    if (!read)
+        return {.path = path, .title = "?", .refused = true, .whyRefused = read.whyRefused};
     if (options)
-        checkPrepared(file, block, *options);
-    return reportOn(file, path, block, summaryOf(file, block, sentName(file)));
+        checkPrepared(read, *options);
+    return reportOn(read, summaryOf(read));
 }
 
 std::string printed(const std::vector<FileReport>& reports, bool json) {

@@ -1,19 +1,18 @@
 // IR files of any content and name, up to the block and the name that are sent.
 //
 // Input: the name (a count byte, then that many bytes), then the file's content.
-#include "device/SharedState.h"
 #include "fuzz/IRFileRules.h"
-#include "irfile/QNIRFile.h"
+#include "irfile/IRConversion.h"
+#include "irfile/IRFile.h"
+#include "irfile/NameFromPath.h"
 
 namespace cabslot::fuzz {
 namespace {
 
 constexpr std::uint32_t untouched = 0xDEADBEEF;
-using Block = std::array<std::uint32_t, irPointCount>;
 
-void checkFacts(const QNIRFile& file, const IRFileRules& rules, std::string name) {
-    check(file.isInteralIR() == rules.factory && SendisInternalIR == (rules.factory ? 1 : 0),
-          "the factory flag matches the file");
+void checkFacts(const IRFile& file, const IRFileRules& rules, std::string name) {
+    check(file.isFactory() == rules.factory, "the factory flag matches the file");
     check(file.sampleRate() == rules.rate() && file.channelCount() == rules.channels() &&
               file.bitsPerSample() == rules.bits() && file.frameCount() == rules.frames(),
           "rate, channels, bits and frames match the file");
@@ -21,13 +20,13 @@ void checkFacts(const QNIRFile& file, const IRFileRules& rules, std::string name
     name.append(1, '\0').append(4, ' ');
     if (rules.factory)
         name = FileNameBuff[rules.number(7, 1)];
-    const auto field = file.nameField();
+    const NameField field = nameFieldOf(file.name());
     check(std::equal(field.begin(), field.end(), name.begin(), name.end(),
                      [](std::uint8_t one, char other) { return static_cast<char>(one) == other; }),
           "the name matches the path");
 }
 
-void checkBlock(QNIRFile& file, const IRFileRules& rules, bool everyPoint) {
+void checkBlock(const IRFile& file, const IRFileRules& rules, bool everyPoint) {
     const std::uint32_t bits = rules.bits();
     const bool silent = rules.channels() > 2;
     const bool isFloat = bits == 32 && !silent;
@@ -36,8 +35,7 @@ void checkBlock(QNIRFile& file, const IRFileRules& rules, bool everyPoint) {
     const std::uint32_t largest = rules.rate() == 44100 && isFloat ? 0x7FFFFFFF : 0xFFFFFF;
     Block block;
     block.fill(untouched);
-    const bool made = file.GetIRDataBuffer(block);
-    check(made == file.whyRefused().empty(), "there is a reason exactly if there is no block");
+    const bool made = file.convertTo(block).empty();
     check(made == ((silent || isFloat || bits == 8 || bits == 16 || bits == 24) &&
                    findRate(rules.rate()) != nullptr),
           "exactly the known formats are decoded");
@@ -57,8 +55,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string path = input.text();
     const IRFileRules rules(input.rest());
     const std::string name = nameIn(path);
-    cabslot::QNIRFile file;
-    const bool opened = file.openBytes(rules.content, path);
+    const cabslot::IRFile file = cabslot::IRFile::of(rules.content, path);
+    const bool opened = file.isOpen();
     check(opened == rules.opens(name), "exactly the valid files are opened");
     check(opened == file.whyRefused().empty(), "exactly the refusals have a reason");
     check(opened || (file.sampleRate() == 0 && file.frameCount() == 0), "or nothing is known");

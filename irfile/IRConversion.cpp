@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <bit>
 #include <cfloat>
+#include <iterator>
 #include <limits>
 
 namespace cabslot {
@@ -20,14 +21,16 @@ constinit thread_local std::array<float, irPointCount> ResampOut{};
 
 namespace {
 
-// As in the pedal's own tool, the ratios are rounded to three decimals, and the caps lie a few
-// points above the last point that 1024 output points need (1114, 2047 and 2228).
-constexpr std::array<IRRate, 4> rateTable = {{
+// The ratios are rounded to three decimals, and the caps lie a few points above the last point that
+// 1024 output points need (1114, 2047 and 2228). Both are kept, so that an IR sounds the same in
+// every version.
+constexpr IRRate rateTable[] = {
     {44100, 1024, 0.0f},
     {48000, 1120, std::bit_cast<float>(0x3F8B4396u)}, // 1.088
     {88200, 2050, 2.0f},
     {96000, 2240, std::bit_cast<float>(0x400B53F8u)}, // 2.177
-}};
+};
+constexpr std::size_t rateCount = std::size(rateTable);
 
 /// The position of an output point: `fraction` of the way from input point `index` to the next.
 struct Position {
@@ -53,15 +56,40 @@ constexpr Positions positionsAt(float ratio) {
 }
 
 /// One row per row of rateTable.
-constexpr std::array<Positions, rateTable.size()> positionTable = {
-    positionsAt(rateTable[0].ratio), positionsAt(rateTable[1].ratio),
-    positionsAt(rateTable[2].ratio), positionsAt(rateTable[3].ratio)};
+constexpr std::array<Positions, rateCount> positionTable = [] {
+    std::array<Positions, rateCount> table;
+    std::ranges::transform(rateTable, table.begin(),
+                           [](const IRRate& rate) { return positionsAt(rate.ratio); });
+    return table;
+}();
+
+/// Whether the decoded points reach to the last position, and the work buffers hold them.
+constexpr bool fits(std::size_t row) {
+    const IRRate& rate = rateTable[row];
+    return rate.cap <= irWorkCount &&
+           (rate.ratio == 0.0f || positionTable[row].back().index + 1 < rate.cap);
+}
+static_assert([] {
+    for (std::size_t row = 0; row < rateCount; ++row)
+        if (!fits(row))
+            return false;
+    return true;
+}());
 
 } // namespace
 
 const IRRate* findRate(std::int64_t sampleRate) {
     const auto row = std::ranges::find(rateTable, sampleRate, &IRRate::sampleRate);
-    return row == rateTable.end() ? nullptr : &*row;
+    return row == std::end(rateTable) ? nullptr : row;
+}
+
+std::string supportedRates() {
+    std::string text;
+    for (const IRRate& rate : rateTable) {
+        const bool last = &rate == std::end(rateTable) - 1;
+        text += (text.empty() ? "" : last ? " and " : ", ") + std::to_string(rate.sampleRate);
+    }
+    return text + " Hz";
 }
 
 std::uint32_t ICovertoF(std::span<const std::uint32_t, irWorkCount> source, std::int32_t rate) {
@@ -78,8 +106,7 @@ std::uint32_t ICovertoF(std::span<const std::uint32_t, irWorkCount> source, std:
 
 std::uint32_t Resample(std::span<const float, irWorkCount> source, std::int32_t rate) {
     const IRRate* row = findRate(rate);
-    const Positions& positions =
-        positionTable[row ? static_cast<std::size_t>(row - rateTable.data()) : 0];
+    const Positions& positions = positionTable[row ? static_cast<std::size_t>(row - rateTable) : 0];
     std::array<float, irPointCount> points;
     for (std::size_t k = 0; k < irPointCount; ++k) {
         const float* const point = source.data() + positions[k].index;

@@ -13,7 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string_view>
+#include <string>
 
 namespace cabslot {
 
@@ -33,8 +33,8 @@ struct IRRate {
 /// The row for `sampleRate`, or null.
 const IRRate* findRate(std::int64_t sampleRate);
 
-/// The supported rates as text.
-inline constexpr std::string_view supportedRates = "44100, 48000, 88200 and 96000 Hz";
+/// The supported rates as text: "44100, 48000, 88200 and 96000 Hz".
+std::string supportedRates();
 
 /// Integer to float: fills EnterBufferF's first 1120, 2050 or 2240 points, for 48, 88.2 or 96 kHz,
 /// and returns that count; for any other rate, writes nothing and returns 0.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace cabslot {
 
@@ -92,8 +93,8 @@ std::string_view irNameFromPath(std::string_view path) {
     const std::size_t last = file.rfind(wavExtension);
     if (first == last) // the only one, or none
         return file.substr(0, first);
-    // With two or more, the name keeps its extension, as in the pedal's own tool: "a.wav.wav" gives
-    // "a.wav.wav".
+    // With two or more, the name keeps its extension: "a.wav.wav" gives "a.wav.wav". Kept, so that
+    // a file has the same name in every version.
     return file.substr(0, last + wavExtension.size());
 }
 
@@ -109,6 +110,33 @@ std::string whyNameRefused(std::string_view name) {
         why.append("\"").append(shown).append("\", which");
     return why += " the pedal cannot show; use plain letters, digits and signs"
                   " (rename it, for example without accents)";
+}
+
+NameField nameFieldOf(std::string_view name) {
+    NameField field;
+    field.fill(' ');
+    const std::size_t count = std::min(name.size(), field.size());
+    std::copy_n(name.begin(), count, field.begin());
+    if (count <= wavNameSize)
+        field[wavNameSize] = 0;
+    return field;
+}
+
+std::string textOf(const NameField& field) {
+    std::string text;
+    std::ranges::copy_if(field, std::back_inserter(text),
+                         [](std::uint8_t byte) { return byte != 0; });
+    return text;
+}
+
+bool isWavName(std::string_view path) {
+    if (path.size() < wavExtension.size())
+        return false;
+    return std::ranges::equal(
+        wavExtension, path.substr(path.size() - wavExtension.size()), [](char wanted, char letter) {
+            return letter == wanted ||
+                   (letter >= 'A' && letter <= 'Z' && letter - 'A' + 'a' == wanted);
+        });
 }
 
 } // namespace cabslot

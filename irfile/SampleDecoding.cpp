@@ -17,8 +17,8 @@ constexpr std::uint16_t floatBits = 32;
 std::uint32_t floatPoint(float sample) {
     const std::int32_t value = scaleToInteger(belowFullScale(sample));
     const auto point = static_cast<std::uint32_t>(value);
-    // As in the pedal's own conversion, only negative samples are masked to 24 bits: 2.0 and more
-    // leave higher bits set. The bits above 23 are never sent.
+    // Only negative samples are masked to 24 bits: 2.0 and more leave higher bits set. The bits
+    // above 23 are never sent, but resampling reads them.
     return value < 0 ? (point & sampleMask) | signBit : point;
 }
 
@@ -27,7 +27,7 @@ template<std::uint16_t bits>
 std::uint32_t pointOf(std::uint32_t sample) {
     if constexpr (bits == floatBits)
         return floatPoint(std::bit_cast<float>(sample));
-    else // as the pedal's own conversion, keeps the 8-bit offset of 128
+    else // keeps the 8-bit offset of 128, so that an IR sounds the same in every version
         return sample << (sampleBits - bits);
 }
 

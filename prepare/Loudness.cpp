@@ -68,7 +68,7 @@ struct EndMeasuring {
 
 } // namespace
 
-double loudnessOf(const Signal& ir) {
+double noiseLoudness(const Signal& ir) {
     constexpr double none = std::numeric_limits<double>::quiet_NaN();
     if (peakOf(ir) == 0)
         return none;

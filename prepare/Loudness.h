@@ -7,6 +7,6 @@ namespace cabslot {
 
 /// The loudness in LUFS, by EBU R128, of one second of fixed pink noise at -20 dBFS (RMS) played
 /// through `ir`. NaN for a silent IR.
-double loudnessOf(const Signal& ir);
+double noiseLoudness(const Signal& ir);
 
 } // namespace cabslot

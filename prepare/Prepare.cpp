@@ -2,7 +2,7 @@
 
 #include "analysis/Words.h"
 #include "irfile/SampleFormat.h"
-#include "irfile/SoundFile.h"
+#include "irfile/WavBytes.h"
 #include "prepare/Loudness.h"
 #include "prepare/MinimumPhase.h"
 #include "prepare/Steps.h"
@@ -15,7 +15,7 @@ namespace cabslot {
 
 namespace {
 
-constexpr std::size_t leadIn = 8;       // points kept before the onset
+constexpr std::size_t keptBefore = 8;   // points before the onset that are kept
 constexpr double inaudible = 1e-4;      // of the peak; -80 dB
 constexpr double audibleChange = 0.005; // dB; smaller changes are not reported
 
@@ -29,7 +29,7 @@ std::string gainText(double gain) {
 
 /// The requested channel, or the mean of all, as far as the file is in memory. NaN and infinite
 /// samples count as 0.
-Signal channelOf(const QNIRFile& file, Channel channel) {
+Signal channelOf(const IRFile& file, Channel channel) {
     const std::uint16_t count = channel == Channel::mean ? file.channelCount() : 1;
     Signal sum;
     for (std::uint16_t i = 0; i < count; ++i) {
@@ -45,8 +45,8 @@ Signal channelOf(const QNIRFile& file, Channel channel) {
 /// Applies the steps to one file.
 class Preparation {
 public:
-    Preparation(const QNIRFile& file, const Block& plain, const PrepareOptions& options)
-        : options_(options), file_(file), plain_(plain) {}
+    Preparation(const ReadIR& read, const PrepareOptions& options)
+        : options_(options), file_(read.file), ir_(read.ir) {}
 
     PreparedIR run() {
         takeIn();
@@ -69,16 +69,16 @@ private:
             signal_ = resampled(channelOf(file_, options_.channel), rate);
             say("Resampled from " + std::to_string(file_.sampleRate()) + " Hz to 44100 Hz.");
         } else {
-            const Samples samples = samplesOf(plain_);
+            const Samples samples = samplesOf(ir_.block);
             signal_.assign(samples.begin(), samples.end());
         }
     }
 
     void trim() {
         const std::size_t onset = onsetOf(signal_);
-        if (!options_.trim || onset <= leadIn)
+        if (!options_.trim || onset <= keptBefore)
             return;
-        const std::size_t gone = onset - leadIn;
+        const std::size_t gone = onset - keptBefore;
         signal_.erase(signal_.begin(), signal_.begin() + static_cast<std::ptrdiff_t>(gone));
         if (const std::string time = millisecondsText(gone); time != "0.0 ms")
             say("Trimmed " + time + " before the onset.");
@@ -121,7 +121,7 @@ private:
         if (options_.level == LevelGoal::peak)
             factor = highest;
         else if (options_.level == LevelGoal::loudness)
-            factor = std::pow(10, (options_.loudness - loudnessOf(signal_)) / 20);
+            factor = std::pow(10, (options_.loudness - noiseLoudness(signal_)) / 20);
         // A kept level may reach full scale; the other goals stay within usualPeak.
         const double limit = options_.level == LevelGoal::keep
                                  ? (double{fullScale} - 1) / double{fullScale} / peak
@@ -136,41 +136,41 @@ private:
     }
 
     PreparedIR write() {
-        PreparedIR result;
-        result.plain = plain_;
+        PreparedIR result{.whyRefused = {}, .ir = ir_, .plain = ir_.block, .wav = {}, .steps = {}};
+        result.ir.block = {};
         std::vector<float> samples(signal_.size());
         for (std::size_t i = 0; i < signal_.size(); ++i) {
             const auto point =
                 static_cast<std::int32_t>(std::clamp(std::round(signal_[i] * double{fullScale}),
                                                      -double{fullScale}, double{fullScale} - 1));
-            result.block[i] = static_cast<std::uint32_t>(point) & sampleMask;
+            result.ir.block[i] = static_cast<std::uint32_t>(point) & sampleMask;
             samples[i] = static_cast<float>(point) / fullScale; // exact
         }
-        result.wav = soundFile(samples);
+        result.wav = wavBytes(samples);
         result.steps = std::move(steps_);
         return result;
     }
 
     const PrepareOptions& options_;
-    const QNIRFile& file_;
-    const Block& plain_;
+    const IRFile& file_;
+    const IR& ir_;
     Signal signal_;
     std::vector<std::string> steps_;
 };
 
 /// The plain block as a file, with as many points as the file fills.
-PreparedIR unchanged(const QNIRFile& file, const Block& plain) {
+PreparedIR unchanged(const ReadIR& read) {
+    const IRFile& file = read.file;
     const std::size_t count = std::min<std::size_t>(
         irPointCount, file.sampleRate() == pointsPerSecond ? file.decodedPoints() : irPointCount);
+    const Block& plain = read.ir.block;
     std::vector<float> samples(count);
     for (std::size_t i = 0; i < count; ++i)
         samples[i] = static_cast<float>(signedSample(plain[i])) / fullScale;
-    PreparedIR result;
-    result.block = plain;
-    for (std::uint32_t& point : result.block)
+    PreparedIR result{.whyRefused = {}, .ir = read.ir, .plain = plain, .wav = {}, .steps = {}};
+    for (std::uint32_t& point : result.ir.block)
         point &= sampleMask;
-    result.plain = plain;
-    result.wav = soundFile(samples);
+    result.wav = wavBytes(samples);
     return result;
 }
 
@@ -185,25 +185,21 @@ bool PrepareOptions::changesNothing() const {
            level == LevelGoal::keep;
 }
 
-PreparedIR prepareFile(const QNIRFile& file, const Block& plain, const PrepareOptions& options) {
+PreparedIR prepare(const ReadIR& read, const PrepareOptions& options) {
     if (options.changesNothing())
-        return unchanged(file, plain);
-    if (!file.isInteralIR())
-        return Preparation(file, plain, options).run();
-    PreparedIR result = unchanged(file, plain);
+        return unchanged(read);
+    if (!read.ir.factory)
+        return Preparation(read, options).run();
+    PreparedIR result = unchanged(read);
     result.steps = {"A factory IR is passed as it is."};
     return result;
 }
 
 PreparedIR prepareFile(const std::string& path, const PrepareOptions& options) {
-    QNIRFile file;
-    Block plain{};
-    if (file.openForInspection(path) && file.GetIRDataBuffer(plain))
-        return prepareFile(file, plain, options);
-    PreparedIR result;
-    result.refused = true;
-    result.whyRefused = file.whyRefused();
-    return result;
+    const ReadIR read = readIR(path);
+    if (read)
+        return prepare(read, options);
+    return {.whyRefused = read.whyRefused, .wav = {}, .steps = {}};
 }
 
 } // namespace cabslot

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "analysis/Samples.h"
-#include "irfile/QNIRFile.h"
+#include "irfile/IRFile.h"
 
 #include <cstdint>
 #include <optional>
@@ -48,11 +48,10 @@ struct PrepareOptions {
 };
 
 struct PreparedIR {
-    bool refused = false;           ///< the file cannot be loaded; the rest is empty
-    std::string whyRefused;         ///< a clause for the user
-    std::vector<std::uint8_t> wav;  ///< the file's bytes
-    Block block{};                  ///< what the pedal gets
+    std::string whyRefused;         ///< a clause for the user; not empty: the rest is
+    IR ir{};                        ///< what the pedal gets, under the file's name
     Block plain{};                  ///< what the pedal would get without preparing
+    std::vector<std::uint8_t> wav;  ///< the prepared IR as a file
     std::vector<std::string> steps; ///< one sentence per step that changed something
 };
 
@@ -60,7 +59,7 @@ struct PreparedIR {
 /// unchanged. Uses only the first MiB of a long file. Takes some milliseconds.
 PreparedIR prepareFile(const std::string& path, const PrepareOptions& options);
 
-/// The same for a file that is already open, and its block.
-PreparedIR prepareFile(const QNIRFile& file, const Block& plain, const PrepareOptions& options);
+/// The same for a file that was read and not refused.
+PreparedIR prepare(const ReadIR& read, const PrepareOptions& options);
 
 } // namespace cabslot

@@ -12,9 +12,9 @@ namespace cabslot {
 
 namespace {
 
-constexpr double onsetLevel = 0.01;   // of the peak; -40 dB
-constexpr double leadIn = 8;          // zeros before the signal, for the filter to rise in
-constexpr std::size_t padding = 4096; // zeros after the signal, for the filter to ring in
+constexpr double onsetLevel = 0.01;      // of the peak; -40 dB
+constexpr double zerosBefore = 8;        // for the filter to rise in
+constexpr std::size_t zerosAfter = 4096; // for the filter to ring in
 
 } // namespace
 
@@ -39,9 +39,9 @@ std::size_t onsetOf(const Signal& signal) {
 }
 
 Signal resampled(const Signal& signal, double rate) {
-    Signal padded(static_cast<std::size_t>(leadIn * rate / pointsPerSecond));
+    Signal padded(static_cast<std::size_t>(zerosBefore * rate / pointsPerSecond));
     padded.insert(padded.end(), signal.begin(), signal.end());
-    padded.resize(padded.size() + padding);
+    padded.resize(padded.size() + zerosAfter);
     const double length = std::ceil(static_cast<double>(padded.size()) * pointsPerSecond / rate);
     Signal result(static_cast<std::size_t>(length));
     const soxr_io_spec_t format = soxr_io_spec(SOXR_FLOAT64_I, SOXR_FLOAT64_I);

@@ -4,7 +4,7 @@
 // burst of noise in a delay line one period long, damped by a low-pass filter. The driven phrase
 // then passes a soft clipper, like an amplifier in front of a cabinet.
 
-#include "irfile/SoundFile.h"
+#include "irfile/WavBytes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -189,7 +189,7 @@ void finish(Signal& signal, double peakLevel) {
 
 bool write(const char* path, const Signal& signal) {
     const std::vector<float> samples(signal.begin(), signal.end());
-    const std::vector<std::uint8_t> bytes = cabslot::soundFile(samples);
+    const std::vector<std::uint8_t> bytes = cabslot::wavBytes(samples);
     std::ofstream file(path, std::ios::binary);
     file.write(reinterpret_cast<const char*>(bytes.data()),
                static_cast<std::streamsize>(bytes.size()));

@@ -1,14 +1,12 @@
 #include "ui/DroppedFiles.h"
 
 #include "base/Pedal.h"
-#include "irfile/QNIRFile.h"
+#include "irfile/IRFile.h"
 #include "ui/Preview.h"
 #include "ui/Words.h"
 
 #include <QFileInfo>
 #include <QStringList>
-
-#include <array>
 
 namespace cabslot {
 
@@ -21,11 +19,10 @@ QString whyNotDropped(const QUrl& url) {
     const QFileInfo file(url.toLocalFile());
     if (!isWavName(file.fileName()))
         return quoted(file.fileName()) + ": only WAV files (.wav) can be dropped.";
-    QNIRFile ir;
-    std::array<std::uint32_t, irPointCount> block{};
-    if (ir.openForInspection(url.toLocalFile().toStdString()) && ir.GetIRDataBuffer(block))
+    const ReadIR read = readIR(url.toLocalFile().toStdString());
+    if (read)
         return {};
-    return quoted(file.fileName()) + ": " + QString::fromStdString(ir.whyRefused()) + ".";
+    return quoted(file.fileName()) + ": " + QString::fromStdString(read.whyRefused) + ".";
 }
 
 } // namespace

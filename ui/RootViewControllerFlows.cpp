@@ -2,7 +2,7 @@
 #include "ui/RootViewController.h"
 
 #include "device/SharedState.h"
-#include "irfile/QNIRFile.h"
+#include "irfile/IRFile.h"
 #include "prepare/Prepare.h"
 #include "ui/Alert.h"
 #include "ui/BlockingUpload.h"
@@ -50,11 +50,12 @@ std::optional<std::int64_t> slotOf(QObject* sender, int firstTag) {
     return slot;
 }
 
-IRSource sourceOf(const QString& path, bool prepares) {
-    IRSource source{.path = path.toStdString()};
-    if (prepares) // a refused file gives no bytes, and the upload says why
-        source.bytes = prepareFile(source.path, {}).wav;
-    return source;
+UploadResult load(std::uint32_t slot, const std::string& path, bool prepares,
+                  const UploadOptions& options, UploadWait& waiting) {
+    if (prepares) // a refused file is refused again below, in the usual order
+        if (const PreparedIR prepared = prepareFile(path, {}); prepared.whyRefused.empty())
+            return loadSlot(slot, prepared.ir, options, waiting);
+    return loadSlot(slot, path, options, waiting);
 }
 
 } // namespace
@@ -88,7 +89,7 @@ bool RootViewController::importFile(std::int64_t index, const QString& path, boo
     const UploadResult result =
         upload({index, BusyWait::Counter::aloud, path},
                [&](const UploadOptions& options, UploadWait& waiting) {
-                   return loadSlot(importNumber(index), sourceOf(path, prepares), options, waiting);
+                   return load(importNumber(index), path.toStdString(), prepares, options, waiting);
                });
     if (isRefused(result.end)) {
         refuse(quoted(QFileInfo(path).fileName()) + ": " +
@@ -153,9 +154,13 @@ void RootViewController::alterIRError(const QString& hitString) {
 // clear, the picture is the flat line of the blank IR; none would mean that the content is unknown.
 UploadResult RootViewController::upload(const Sending& sending, const Upload& upload) {
     std::optional<IRSummary> sent;
-    const auto recorded = [&](const QNIRFile& file) {
-        const std::string& name = IRNameArr.at(static_cast<std::size_t>(sending.index - 1));
-        sent = summaryOf(file, irdatabuff, QString::fromStdString(name).trimmed().toStdString());
+    const auto recorded = [&](const IRFile* file) {
+        const std::string name =
+            QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(sending.index - 1)))
+                .trimmed()
+                .toStdString();
+        sent = file != nullptr ? summaryOf(*file, irdatabuff, name)
+                               : summaryOf(irdatabuff, name, "Prepared");
     };
     SlotRow* const row = rowOf(sending.index);
     const UploadResult result =

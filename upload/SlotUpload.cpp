@@ -1,7 +1,8 @@
 #include "upload/SlotUpload.h"
 
 #include "device/SharedState.h"
-#include "irfile/QNIRFile.h"
+#include "upload/QNIRFile.h"
+#include "upload/Staging.h"
 
 namespace cabslot {
 
@@ -38,13 +39,12 @@ UploadEnd upload(const UploadOptions& options, UploadWait& wait) {
 
 enum class Name { ofFile, ofSlot };
 
-UploadResult uploadSlot(std::uint32_t slot, const IRSource& source, Name name,
+UploadResult uploadFile(std::uint32_t slot, const std::string& path, Name name,
                         const UploadOptions& options, UploadWait& wait) {
     const std::int64_t index = std::int64_t{slot} - 1;
     IR_InportNumber = slot;
     QNIRFile file;
-    if (!(source.bytes.empty() ? file.OpenFilePath(source.path)
-                               : file.openBytes(source.bytes, source.path)))
+    if (!file.OpenFilePath(path))
         return {UploadEnd::fileRefused, file.whyRefused()};
     if (!file.setIrdataBuff())
         return {UploadEnd::samplesRefused, file.whyRefused()};
@@ -58,15 +58,29 @@ UploadResult uploadSlot(std::uint32_t slot, const IRSource& source, Name name,
     // Even without a confirmation: the pedal may have stored the IR anyway.
     file.sendIsInternalIR(index);
     if (options.recorded)
-        options.recorded(file);
+        options.recorded(&file.file());
     return {end, {}};
 }
 
 } // namespace
 
-UploadResult loadSlot(std::uint32_t slot, const IRSource& source, const UploadOptions& options,
+UploadResult loadSlot(std::uint32_t slot, const std::string& path, const UploadOptions& options,
                       UploadWait& wait) {
-    return uploadSlot(slot, source, Name::ofFile, options, wait);
+    return uploadFile(slot, path, Name::ofFile, options, wait);
+}
+
+UploadResult loadSlot(std::uint32_t slot, const IR& ir, const UploadOptions& options,
+                      UploadWait& wait) {
+    const std::int64_t index = std::int64_t{slot} - 1;
+    IR_InportNumber = slot;
+    stage(index, ir);
+    const UploadEnd end = upload(options, wait);
+    if (end == UploadEnd::givenUp)
+        return {end, {}};
+    recordFactoryFlag(index, ir.factory);
+    if (options.recorded)
+        options.recorded(nullptr);
+    return {end, {}};
 }
 
 std::string blankIRPath(const std::string& bundlePath) {
@@ -75,7 +89,7 @@ std::string blankIRPath(const std::string& bundlePath) {
 
 UploadResult clearSlot(std::uint32_t slot, const std::string& bundlePath,
                        const UploadOptions& options, UploadWait& wait) {
-    return uploadSlot(slot, {.path = blankIRPath(bundlePath)}, Name::ofSlot, options, wait);
+    return uploadFile(slot, blankIRPath(bundlePath), Name::ofSlot, options, wait);
 }
 
 } // namespace cabslot

@@ -10,11 +10,11 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
 namespace cabslot {
 
-class QNIRFile;
+class IRFile;
+struct IR;
 
 /// What an upload does between two polls of a flag.
 class UploadWait {
@@ -46,9 +46,9 @@ struct UploadOptions {
     Arming arming = Arming::afterUpload;
     std::uint32_t confirmationPolls = confirmationPollLimit;
 
-    /// If set, called when the slot has been recorded, confirmed or not. irdatabuff still holds the
-    /// file's block.
-    std::function<void(const QNIRFile& file)> recorded{};
+    /// If set, called when the slot has been recorded, confirmed or not, with the file if there is
+    /// one. irdatabuff still holds what was sent.
+    std::function<void(const IRFile* file)> recorded{};
 };
 
 enum class UploadEnd {
@@ -69,14 +69,12 @@ struct UploadResult {
     std::string whyRefused;
 };
 
-/// Where an IR comes from.
-struct IRSource {
-    std::string path;                  ///< its last component gives the IR's name
-    std::vector<std::uint8_t> bytes{}; ///< the file's content; empty: it is read from `path`
-};
-
 /// Loads an IR file into slot 1 to 4, under the name derived from its path.
-UploadResult loadSlot(std::uint32_t slot, const IRSource& source, const UploadOptions& options,
+UploadResult loadSlot(std::uint32_t slot, const std::string& path, const UploadOptions& options,
+                      UploadWait& wait);
+
+/// Loads `ir` into slot 1 to 4, under its own name; never refused.
+UploadResult loadSlot(std::uint32_t slot, const IR& ir, const UploadOptions& options,
                       UploadWait& wait);
 
 /// The path of the blank IR in the bundle at `bundlePath`.

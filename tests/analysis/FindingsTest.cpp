@@ -78,11 +78,7 @@ TEST(Findings, OfEachKindOfFile) {
     };
     const TempFolder folder;
     for (const Row& row : rows) {
-        QNIRFile file;
-        Block block{};
-        ASSERT_TRUE(file.OpenFilePath(folder.write("x.wav", row.bytes)) &&
-                    file.GetIRDataBuffer(block));
-        const IRSummary summary = summaryOf(file, block, "x");
+        const IRSummary summary = summaryOf(readIR(folder.write("x.wav", row.bytes)));
         Kinds kinds;
         std::string said;
         for (const Finding& finding : summary.findings) {

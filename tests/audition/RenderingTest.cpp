@@ -5,7 +5,7 @@
 #include "audition/sound/Loudness.h"
 #include "audition/sound/Mixer.h"
 #include "audition/sound/PhraseFile.h"
-#include "irfile/QNIRFile.h"
+#include "irfile/IRFile.h"
 
 #include <gtest/gtest.h>
 
@@ -75,12 +75,10 @@ TEST_P(ShippedPhrase, IsEquallyLoudThroughAnyIR) {
     ASSERT_EQ(found.whyNot, "");
     EXPECT_LE(found.samples.size(), 441000U);
     const std::unique_ptr<Phrase> phrase = makePhrase(found);
-    QNIRFile demo;
-    Block block{};
-    ASSERT_TRUE(demo.openForInspection(SHARE_FOLDER "/examples/Demo 1x12.wav"));
-    ASSERT_TRUE(demo.GetIRDataBuffer(block));
-    for (const Samples& ir : {samplesOf(block), impulse(1), impulse(0.001, 500), decay(1, 1),
-                              decay(0.02, 0.01), decay(1, 0.05)}) {
+    const ReadIR demo = readIR(SHARE_FOLDER "/examples/Demo 1x12.wav");
+    ASSERT_EQ(demo.whyRefused, "");
+    for (const Samples& ir : {samplesOf(demo.ir.block), impulse(1), impulse(0.001, 500),
+                              decay(1, 1), decay(0.02, 0.01), decay(1, 0.05)}) {
         const Rendering rendering = phrase->render(ir, Level::matched);
         EXPECT_NEAR(loudnessOf(rendering.samples), matchedLoudness, 0.25);
         EXPECT_NEAR(rendering.loudness, matchedLoudness, 0.25);

@@ -1,7 +1,6 @@
-// How OpenFilePath handles unusual files, and its messages for refused ones. The fuzz seeds check
+// How unusual files are read, and its messages for refused ones. The fuzz seeds check
 // that it refuses only bad files.
-#include "device/SharedState.h"
-#include "irfile/QNIRFile.h"
+#include "irfile/IRFile.h"
 #include "tests/support/Limits.h"
 #include "tests/support/WavBuilder.h"
 
@@ -15,20 +14,23 @@ namespace {
 
 class OpenFile : public ::testing::Test {
 protected:
-    /// Opens a good file first, to show what a refusal releases.
-    void expectRefused(const std::string& path, const std::string& why) {
-        SCOPED_TRACE(path);
-        ASSERT_TRUE(file_.OpenFilePath(good_)) << file_.whyRefused();
-        EXPECT_FALSE(file_.OpenFilePath(path));
-        EXPECT_EQ(file_.whyRefused(), why);
-        EXPECT_EQ(file_.heldBytes(), 0u);
-        EXPECT_FALSE(file_.setIrdataBuff());
-        EXPECT_EQ(file_.whyRefused(), "no file is loaded");
+    static void expectRefused(const std::string& path, const std::string& why) {
+        const ReadIR read = readIR(path);
+        EXPECT_EQ(read.whyRefused, why) << path;
+        EXPECT_TRUE(read.file.bytes().empty() && read.ir.source.empty()) << path;
+    }
+
+    /// Reads a file with these bytes and converts it.
+    void read(const std::string& name, const std::string& bytes) {
+        const ReadIR read = readIR(folder_.write(name, bytes));
+        ASSERT_EQ(read.whyRefused, "");
+        file_ = read.file;
+        block_ = read.ir.block;
     }
 
     TempFolder folder_;
-    std::string good_ = folder_.write("Good.wav", WavBuilder{}.add(1).bytes());
-    QNIRFile file_;
+    IRFile file_;
+    Block block_{};
 };
 
 TEST_F(OpenFile, BadContents) {
@@ -65,9 +67,9 @@ TEST_F(OpenFile, NothingToRead) {
 
     expectRefused("", "no file was chosen");
     expectRefused(folder_.path("missing.wav"), "there is no such file");
-    expectRefused(good_ + std::string("\0/a.wav", 7),
+    expectRefused(large + std::string("\0/a.wav", 7),
                   "there is no such file: its path holds a zero byte");
-    expectRefused(good_ + "/a.wav", "there is no such file: a part of its path is not a folder");
+    expectRefused(large + "/a.wav", "there is no such file: a part of its path is not a folder");
     expectRefused("/", "it is a folder; choose a file in it");
     expectRefused(fifo, "it is not a file but a pipe");
     expectRefused("/dev/zero", "it is not a file but a device");
@@ -102,16 +104,15 @@ TEST_F(OpenFile, TheFirstTagInTheFileCounts) {
     const std::string data("data\x04\0\0\0", 8);
     WavBuilder wav{.beforeFormat =
                        chunk("LIST", "my" + data + "\x11\x22\x33\x44" + "says" + format)};
-    ASSERT_TRUE(file_.OpenFilePath(folder_.write("a.wav", wav.add(1).bytes())));
+    read("a.wav", wav.add(1).bytes());
     EXPECT_EQ(file_.sampleRate(), 96000u);
     EXPECT_EQ(file_.bitsPerSample(), 24u);
     EXPECT_EQ(file_.frameCount(), 1u); // four bytes, three per frame
 
     wav.beforeFormat = chunk("LIST", "my" + data + "\x11\x22\x33\x44");
-    ASSERT_TRUE(file_.OpenFilePath(folder_.write("b.wav", wav.bytes())));
+    read("b.wav", wav.bytes());
     EXPECT_EQ(file_.frameCount(), 2u);
-    ASSERT_TRUE(file_.setIrdataBuff());
-    EXPECT_EQ(irdatabuff[0], 0x221100u) << "the decoy's samples";
+    EXPECT_EQ(block_[0], 0x221100u) << "the decoy's samples";
 }
 
 TEST_F(OpenFile, ExtraChunksAndFieldsThatAreNotReadDoNotMatter) {
@@ -124,7 +125,7 @@ TEST_F(OpenFile, ExtraChunksAndFieldsThatAreNotReadDoNotMatter) {
         wav.afterData = chunk("LIST", "data fmt ");
         for (int i = 0; i < 7; ++i)
             wav.add(0x111111 * (i + 1));
-        ASSERT_TRUE(file_.OpenFilePath(folder_.write("a.wav", wav.bytes())));
+        read("a.wav", wav.bytes());
         EXPECT_EQ(file_.sampleRate(), 88200u);
         EXPECT_EQ(file_.channelCount(), 2u);
         EXPECT_EQ(file_.bitsPerSample(), 24u);
@@ -132,8 +133,7 @@ TEST_F(OpenFile, ExtraChunksAndFieldsThatAreNotReadDoNotMatter) {
         EXPECT_EQ(file_.heldFrames(), 3u);
         std::vector<float> left(9);
         EXPECT_EQ(file_.readChannel(0, 0, left), 3u);
-        ASSERT_TRUE(file_.setIrdataBuff());
-        EXPECT_EQ(irdatabuff[1], 0x555555u) << "frame 2, left";
+        EXPECT_EQ(block_[1], 0x555555u) << "frame 2, left";
     }
 }
 
@@ -146,12 +146,11 @@ TEST_F(OpenFile, OfALongFileAsMuchIsReadAsIsNeeded) {
     for (const std::size_t before : std::array<std::size_t, 3>{0, part - 600, 2 * part}) {
         wav.beforeData = chunk("LIST", std::string(before, 'x'));
         const std::string bytes = wav.bytes();
-        ASSERT_TRUE(file_.OpenFilePath(folder_.write("Long.wav", bytes))) << file_.whyRefused();
-        EXPECT_EQ(file_.heldBytes(), before == 0 ? part : bytes.size());
+        read("Long.wav", bytes);
+        EXPECT_EQ(file_.bytes().size(), before == 0 ? part : bytes.size());
         EXPECT_EQ(file_.frameCount(), 600'000u);
-        ASSERT_TRUE(file_.setIrdataBuff());
         for (std::uint32_t i = 0; i < irPointCount; ++i)
-            ASSERT_EQ(irdatabuff[i], i << 8);
+            ASSERT_EQ(block_[i], i << 8);
     }
 }
 

@@ -38,13 +38,12 @@ protected:
     PreparedIR prepared(const std::string& path, const PrepareOptions& options) {
         PreparedIR result = prepareFile(path, options);
         EXPECT_EQ(result.whyRefused, "");
-        QNIRFile again;
-        Block block{};
-        EXPECT_TRUE(again.openBytes(result.wav, path) && again.GetIRDataBuffer(block));
-        EXPECT_TRUE(block == result.block) << "the plain conversion changes it";
-        EXPECT_TRUE(again.sampleRate() == 44100 && again.bitsPerSample() == 24 &&
-                    again.channelCount() == 1 && again.frameCount() <= irPointCount);
-        samples = samplesOf(result.block);
+        const ReadIR again = readIR(IRFile::of(result.wav, path), path);
+        EXPECT_TRUE(again.ir.block == result.ir.block) << "the plain conversion changes it";
+        const IRFile& file = again.file;
+        EXPECT_TRUE(file.sampleRate() == 44100 && file.bitsPerSample() == 24 &&
+                    file.channelCount() == 1 && file.frameCount() <= irPointCount);
+        samples = samplesOf(result.ir.block);
         return result;
     }
 
@@ -62,7 +61,7 @@ TEST_F(Preparing, WithEverythingOffThePlainBlockComesOutToTheBit) {
             const PreparedIR result =
                 prepared(folder.write("x.wav", wav.bytes()), PrepareOptions::nothing());
             for (std::size_t i = 0; i < irPointCount; ++i)
-                ASSERT_EQ(result.block[i], result.plain[i] & 0xFFFFFFU) << rate << '/' << bits;
+                ASSERT_EQ(result.ir.block[i], result.plain[i] & 0xFFFFFFU) << rate << '/' << bits;
             EXPECT_TRUE(result.steps.empty());
         }
     }
@@ -121,7 +120,7 @@ TEST_F(Preparing, ReachesItsLevelAndNeverClips) {
     const std::string path = file(44100, 500, quiet);
     prepared(path, {});
     EXPECT_NEAR(decibels(peakOf(samples)), -0.3, 0.001);
-    const auto loudness = [this] { return loudnessOf({samples.begin(), samples.end()}); };
+    const auto loudness = [this] { return noiseLoudness({samples.begin(), samples.end()}); };
     prepared(path, {.level = LevelGoal::loudness, .loudness = -45});
     EXPECT_NEAR(loudness(), -45, 0.1);
     const PreparedIR held = prepared(path, {.level = LevelGoal::loudness, .loudness = 20});
@@ -174,7 +173,7 @@ TEST_F(Preparing, TakesTheMeanOfTheChannelsAndRefusesWhatIsRefused) {
     const std::string slow = folder.write("y.wav", WavBuilder{.rate = 22050}.add(1).bytes());
     EXPECT_EQ(prepareFile(slow, {}).whyRefused.substr(0, 25), "22050 Hz is not supported");
     const std::string factory = folder.write("z.bin", factoryFile(3, std::string(3072, '\x21')));
-    EXPECT_EQ(prepared(factory, {}).block[7], 0x212121U);
+    EXPECT_EQ(prepared(factory, {}).ir.block[7], 0x212121U);
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "tests/support/Limits.h"
 #include "tests/support/Programs.h"
 
-#include "irfile/QNIRFile.h"
 #include "platform/SocketHIDManager.h"
 
 #include <sys/stat.h>

@@ -80,7 +80,7 @@ TEST_F(Panel, PreparesWhatIsShownAndLoaded) {
     QMetaObject::invokeMethod(panel, "accept");
     QCoreApplication::processEvents();
     const PreparedIR prepared = prepareFile(folder.path("irs/1 Half.wav"), {});
-    EXPECT_TRUE(store.slot(1).block == prepared.block && prepared.block != prepared.plain);
+    EXPECT_TRUE(store.slot(1).block == prepared.ir.block && prepared.ir.block != prepared.plain);
     EXPECT_EQ(label(2), "1 Half        ") << "under the chosen file's name";
     press(3);
     EXPECT_TRUE(dialog<QFileDialog>()->findChild<QCheckBox*>("prepare")->isChecked());

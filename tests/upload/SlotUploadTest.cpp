@@ -5,6 +5,7 @@
 
 #include "device/DeviceCommands.h"
 #include "device/SendScheduler.h"
+#include "irfile/IR.h"
 #include "upload/SlotUpload.h"
 
 #include <csignal>
@@ -58,8 +59,8 @@ protected:
         device->reports.clear();
     }
 
-    IRSource wav(const std::string& name = "Cab.wav", std::int32_t sample = 1) {
-        return {.path = folder.write(name, WavBuilder{}.add(sample).add(-2).bytes())};
+    std::string wav(const std::string& name = "Cab.wav", std::int32_t sample = 1) {
+        return folder.write(name, WavBuilder{}.add(sample).add(-2).bytes());
     }
 
     TempFolder folder;
@@ -81,21 +82,22 @@ TEST_F(SlotUpload, LoadsConfirmsAndRecords) {
     EXPECT_EQ(isInternalIRArray2.at(2), "0");
     EXPECT_EQ(isInternalIRArray[1], 1);
 
-    std::string bytes = WavBuilder{}.add(7).bytes();
+    IR ir{.name = {'E', 'd', 'i', 't', 'e', 'd', ' ', 'n', 'a', 'm', 'e', '.', '1', '2', '3'},
+          .factory = true,
+          .source = {}};
+    ir.block[0] = 0x000700;
     waiting = {};
     waiting.confirmsAtPoll = 0;
-    EXPECT_EQ(
-        loadSlot(2, {.path = "Memory.wav", .bytes = Bytes(bytes.begin(), bytes.end())}, {}, waiting)
-            .end,
-        UploadEnd::confirmed);
+    EXPECT_EQ(loadSlot(2, ir, {}, waiting).end, UploadEnd::confirmed);
     EXPECT_EQ(irdatabuff[0], 0x000700U);
-    EXPECT_EQ(IRNameArr.at(1), "Memory        ");
+    EXPECT_EQ(IRNameArr.at(1), "Edited name.123");
+    EXPECT_TRUE(isInternalIRArray[1] == 1 && SendisInternalIR == 1);
 }
 
 TEST_F(SlotUpload, APedalThatConfirmsAtOnceIsMissedUnlessTheLastFrameArmsTheWait) {
     waiting.afterLastFrame = Ticking::confirm;
     int told = 0;
-    const UploadOptions options = {.recorded = [&](const QNIRFile&) { ++told; }};
+    const UploadOptions options = {.recorded = [&](const IRFile*) { ++told; }};
     EXPECT_EQ(loadSlot(1, wav(), options, waiting).end, UploadEnd::notConfirmed);
     EXPECT_EQ(told, 1);
     EXPECT_EQ(waiting.confirmationPolls, 600U);
@@ -114,7 +116,7 @@ TEST_F(SlotUpload, APedalThatConfirmsAtOnceIsMissedUnlessTheLastFrameArmsTheWait
 }
 
 TEST_F(SlotUpload, GivingUpRecordsNothing) {
-    const UploadOptions options = {.recorded = [](const QNIRFile&) { ADD_FAILURE(); }};
+    const UploadOptions options = {.recorded = [](const IRFile*) { ADD_FAILURE(); }};
     waiting.giveUpAtUploadPoll = 3;
     EXPECT_EQ(loadSlot(2, wav(), options, waiting).end, UploadEnd::givenUp);
     EXPECT_EQ(waiting.confirmationPolls, 0U);

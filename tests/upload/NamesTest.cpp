@@ -1,7 +1,7 @@
 // Names and flags as sent and displayed. The fuzz seeds check how a path becomes a name.
 #include "device/SharedState.h"
-#include "irfile/QNIRFile.h"
 #include "tests/support/WavBuilder.h"
+#include "upload/QNIRFile.h"
 
 #include <gtest/gtest.h>
 
@@ -90,9 +90,10 @@ TEST_F(Names, FlagsAndCountsFollowTheFile) {
     open("f", factoryFile(16, "\x01\x02\x03"));
     record(1, "1");
     file_.setIsInteralIR(false);
-    EXPECT_EQ(file_.frameCount(), 2u);
     EXPECT_FALSE(file_.setIrdataBuff()) << "there is no format to decode by";
-    file_.setIsInteralIR(true);
+    EXPECT_FALSE(file_.OpenFilePath("missing.wav"));
+    EXPECT_FALSE(file_.setIrdataBuff()) << "what was loaded is released";
+    EXPECT_EQ(file_.whyRefused(), "no file is loaded");
 
     open("Deep.wav", WavBuilder{}.add(0x1234).bytes());
     record(0, "0");

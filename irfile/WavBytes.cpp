@@ -1,4 +1,6 @@
-#include "irfile/SoundFile.h"
+#include "irfile/WavBytes.h"
+
+#include "irfile/SampleFormat.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,9 +12,7 @@ namespace cabslot {
 namespace {
 
 constexpr std::uint32_t rate = 44100;
-constexpr unsigned sampleSize = 3;
-constexpr unsigned bits = 8 * sampleSize;
-constexpr float fullScale = 1 << (bits - 1);
+constexpr unsigned sampleSize = sampleBits / 8;
 constexpr std::uint32_t headerSize = 36; // counted in the RIFF size in addition to the samples
 constexpr std::uint32_t formatSize = 16;
 
@@ -27,7 +27,7 @@ void append(std::vector<std::uint8_t>& bytes, std::uint32_t value, unsigned widt
 
 } // namespace
 
-std::vector<std::uint8_t> soundFile(std::span<const float> samples) {
+std::vector<std::uint8_t> wavBytes(std::span<const float> samples) {
     const auto dataSize = static_cast<std::uint32_t>(samples.size() * sampleSize);
     const std::uint32_t padding = dataSize % 2; // chunks have an even size
     std::vector<std::uint8_t> bytes;
@@ -41,7 +41,7 @@ std::vector<std::uint8_t> soundFile(std::span<const float> samples) {
     append(bytes, rate, 4);
     append(bytes, rate * sampleSize, 4);
     append(bytes, sampleSize, 2);
-    append(bytes, bits, 2);
+    append(bytes, sampleBits, 2);
     append(bytes, "data");
     append(bytes, dataSize, 4);
     for (const float sample : samples) {
