@@ -3,7 +3,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace cabslot {
@@ -51,20 +50,15 @@ public:
         for (Requests requests = nextRequests(); !requests.ends; requests = nextRequests())
             handle(requests);
         player_.reset();
-        const std::lock_guard lock(mutex_);
-        hasEnded_ = true;
-        wake_.notify_all();
     }
 
-    /// Stops calling `changed` and ends the thread.
+    /// Stops calling `changed` and asks the thread to end.
     void end() {
         {
             const std::lock_guard lock(reportMutex_);
             changed_ = nullptr;
         }
         request([](Requests& requests) { requests.ends = true; });
-        std::unique_lock lock(mutex_);
-        wake_.wait_for(lock, longestEnd, [this] { return hasEnded_; });
     }
 
 private:
@@ -180,12 +174,11 @@ private:
     std::mutex reportMutex_;
     std::function<void()> changed_;
 
-    mutable std::mutex mutex_; ///< protects the next six
+    mutable std::mutex mutex_; ///< protects the next five
     std::condition_variable wake_;
     Requests requests_;
     unsigned requestCount_ = 0;
     unsigned seenRequests_ = 0;
-    bool hasEnded_ = false;
     Status status_;
 
     // Used by the thread only.
@@ -201,13 +194,15 @@ Listener::Listener(Load load, std::function<void()> changed)
     : worker_(std::make_shared<Worker>(std::move(load), std::move(changed))) {}
 
 Listener::~Listener() {
-    if (isRunning_)
-        worker_->end();
+    if (!thread_)
+        return;
+    worker_->end();
+    thread_->endsWithin(longestEnd);
 }
 
 void Listener::run() {
-    if (!std::exchange(isRunning_, true))
-        std::thread([worker = worker_] { worker->run(); }).detach();
+    if (!thread_)
+        thread_.emplace([worker = worker_] { worker->run(); });
 }
 
 void Listener::look() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "audition/Sound.h"
+#include "base/BackgroundWork.h"
 
 #include <functional>
 #include <memory>
@@ -50,8 +51,8 @@ private:
 
     void run();
 
-    std::shared_ptr<Worker> worker_; ///< shared with its thread
-    bool isRunning_ = false;
+    std::shared_ptr<Worker> worker_;       ///< shared with its thread
+    std::optional<BackgroundWork> thread_; ///< from the first call on
 };
 
 } // namespace cabslot

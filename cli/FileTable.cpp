@@ -1,47 +1,35 @@
 #include "cli/FileTable.h"
 
 #include "analysis/Words.h"
+#include "base/OnAllCores.h"
 #include "base/VisibleText.h"
 #include "cli/Console.h"
 #include "cli/Json.h"
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <future>
 #include <iomanip>
 #include <iostream>
 #include <map>
 #include <span>
-#include <thread>
 #include <tuple>
 
 namespace cabslot {
 
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr std::size_t longestName = 14; // a factory IR's
 
 /// The reports, made on all processors; incomplete if interrupted.
 std::vector<FileReport> inspectAll(std::span<const std::string> paths) {
     std::vector<FileReport> reports(paths.size());
-    std::atomic<std::size_t> next{0};
-    const auto work = [&] {
-        for (std::size_t i = next++; i < paths.size() && !interrupted(); i = next++)
-            reports[i] = inspectFile(paths[i]);
-    };
-    std::vector<std::future<void>> workers;
-    for (unsigned i = std::max(std::thread::hardware_concurrency(), 1U); i > 0; --i)
-        workers.push_back(std::async(std::launch::async, work));
     ProgressLine line;
-    for (auto& worker : workers) {
-        while (worker.wait_for(50ms) != std::future_status::ready)
-            line.show("inspected " + std::to_string(std::min(next.load(), reports.size())) +
-                      " of " + std::to_string(reports.size()) + " files");
-        worker.get();
-    }
+    onAllCores(
+        paths.size(), [&](std::size_t i) { reports[i] = inspectFile(paths[i]); },
+        [&](std::size_t done) {
+            line.show("inspected " + std::to_string(done) + " of " +
+                      std::to_string(reports.size()) + " files");
+            return !interrupted();
+        });
     return reports;
 }
 

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <thread>
 #include <utility>
 
@@ -21,28 +19,23 @@ constexpr double bufferedTail = 0.25; // seconds held in the device's buffers
 } // namespace
 
 struct Playback::Shared {
+    Shared(std::unique_ptr<Player> with, std::shared_ptr<const Rendering> what)
+        : player(std::move(with)), rendering(std::move(what)) {}
+
     std::unique_ptr<Player> player;
     std::shared_ptr<const Rendering> rendering;
     std::atomic<std::size_t> played = 0;
     std::atomic<bool> isOver = false; ///< set to end the sound
-
-    std::mutex mutex; ///< protects the rest
-    std::condition_variable changed;
-    bool hasEnded = false;
-    std::string whyNot;
+    std::string whyNot;               ///< to be read when the thread has ended
 
     void run() {
-        std::string why = player->start();
-        if (why.empty()) {
+        whyNot = player->start();
+        if (whyNot.empty()) {
             player->play(rendering);
-            why = follow();
+            whyNot = follow();
             player->stop();
         }
         player.reset();
-        const std::lock_guard lock(mutex);
-        hasEnded = true;
-        whyNot = std::move(why);
-        changed.notify_all();
     }
 
     std::string follow() {
@@ -56,27 +49,20 @@ struct Playback::Shared {
         }
         return why;
     }
-
-    bool waitForEnd(std::chrono::milliseconds time) {
-        std::unique_lock lock(mutex);
-        return changed.wait_for(lock, time, [this] { return hasEnded; });
-    }
 };
 
 Playback::Playback(std::unique_ptr<Player> player, Rendering rendering)
-    : shared_(std::make_shared<Shared>()) {
-    shared_->player = std::move(player);
-    shared_->rendering = std::make_shared<const Rendering>(std::move(rendering));
-    std::thread([shared = shared_] { shared->run(); }).detach();
-}
+    : shared_(std::make_shared<Shared>(std::move(player),
+                                       std::make_shared<const Rendering>(std::move(rendering)))),
+      thread_([shared = shared_] { shared->run(); }) {}
 
 Playback::~Playback() {
     shared_->isOver = true;
-    shared_->waitForEnd(longestEnd);
+    thread_.endsWithin(longestEnd);
 }
 
 bool Playback::wait() {
-    return !shared_->waitForEnd(pollInterval);
+    return !thread_.endsWithin(pollInterval);
 }
 
 double Playback::seconds() const {
@@ -86,7 +72,6 @@ double Playback::seconds() const {
 }
 
 std::string Playback::whyNot() const {
-    const std::lock_guard lock(shared_->mutex);
     return shared_->whyNot;
 }
 

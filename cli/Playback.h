@@ -3,6 +3,7 @@
 #pragma once
 
 #include "audition/Sound.h"
+#include "base/BackgroundWork.h"
 
 #include <memory>
 #include <string>
@@ -27,6 +28,7 @@ public:
 private:
     struct Shared;
     std::shared_ptr<Shared> shared_;
+    BackgroundWork thread_;
 };
 
 } // namespace cabslot

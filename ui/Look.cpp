@@ -50,6 +50,7 @@ QLabel[role="status"][problem="true"], QLabel[role="reason"] { color: %problem; 
 QPushButton { background: %tint; color: %text; border: 1px solid %edge; border-radius: 7px;
     padding: 7px 14px; margin: 1px; outline: none; }
 QPushButton[role="secondary"] { background: %button; color: %muted; }
+QPushButton[role="inline"] { padding: 3px 10px; }
 QPushButton:hover, QPushButton[role="secondary"]:hover { background: %hover; color: %text; }
 QPushButton:pressed, QPushButton[role="secondary"]:pressed { background: %pressed; }
 QPushButton[role="switch"]:checked { background: %accent; color: %window; border-color: %accent; }

@@ -31,8 +31,8 @@ struct Colours {
 Colours coloursOf(const QPalette& palette);
 
 /// The style sheet for the whole window. It selects widgets by their property "role": heading,
-/// card, line, row, number, name, detail, secondary (a less important button), status, reason (in a
-/// sheet).
+/// card, line, row, number, name, detail, secondary (a less important button), inline (a button in
+/// a line of text), status, reason (in a sheet).
 QString styleSheetFor(const QPalette& palette);
 
 /// Sets a property used by the style sheet (target, busy, problem) and restyles the widget.

@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace cabslot {
@@ -27,6 +26,7 @@ StatusLine::StatusLine(QWidget* parent)
     text_->setWordWrap(true);
     text_->setProperty("role", "status");
     stop_->setObjectName("stopWaiting");
+    stop_->setProperty("role", "inline");
     stop_->setToolTip("Waits no longer for the pedal; the slot's name stays the new one (Esc)");
     stop_->setFocusPolicy(Qt::NoFocus); // Esc does the same; no key that was meant for a slot may
     stop_->setProperty(BusyWait::worksWhileBusy, true);
@@ -35,8 +35,8 @@ StatusLine::StatusLine(QWidget* parent)
     row->setContentsMargins(0, 0, besideWindowButtons, 0);
     row->addWidget(text_, 1);
     row->addWidget(stop_);
-    // Room for a reason of two lines and for a button, so that the window keeps its size.
-    setFixedHeight(std::max(2 * text_->fontMetrics().lineSpacing(), stop_->sizeHint().height()));
+    // Room for a reason of two lines or for a button, so that the window keeps its size.
+    setFixedHeight(2 * text_->fontMetrics().lineSpacing());
 }
 
 void StatusLine::say(const QString& text, bool problem) {
