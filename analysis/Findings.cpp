@@ -4,8 +4,8 @@
 #include "base/VisibleText.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <optional>
 
 namespace cabslot {
 
@@ -18,6 +18,12 @@ constexpr double atFullScale = 32767.0 / 32768;
 constexpr double wrappingJump = 1.75;
 constexpr double audible = 0.001;      // of the peak; -60 dB
 constexpr double toleratedSilence = 1; // ms; sound travelling from speaker to microphone
+
+// In the order of FindingKind.
+constexpr std::array<std::string_view, 10> kindNames = {
+    "misplaced_tag", "too_many_channels", "silent",      "eight_bits", "beyond_full_scale",
+    "clipped",       "wrapped",           "claims_more", "cut_off",    "starts_late"};
+static_assert(kindNames.size() == static_cast<std::size_t>(FindingKind::startsLate) + 1);
 
 using Found = std::optional<Finding>;
 
@@ -152,29 +158,14 @@ Found startsLate(const Samples& samples) {
 } // namespace
 
 std::string_view nameOf(FindingKind kind) {
-    switch (kind) {
-    case FindingKind::misplacedTag:
-        return "misplaced_tag";
-    case FindingKind::tooManyChannels:
-        return "too_many_channels";
-    case FindingKind::silent:
-        return "silent";
-    case FindingKind::eightBits:
-        return "eight_bits";
-    case FindingKind::beyondFullScale:
-        return "beyond_full_scale";
-    case FindingKind::clipped:
-        return "clipped";
-    case FindingKind::wrapped:
-        return "wrapped";
-    case FindingKind::claimsMore:
-        return "claims_more";
-    case FindingKind::cutOff:
-        return "cut_off";
-    case FindingKind::startsLate:
-        break;
-    }
-    return "starts_late";
+    return kindNames.at(static_cast<std::size_t>(kind));
+}
+
+std::optional<FindingKind> findingKind(std::string_view name) {
+    const auto found = std::ranges::find(kindNames, name);
+    if (found == kindNames.end())
+        return {};
+    return static_cast<FindingKind>(found - kindNames.begin());
 }
 
 std::vector<Finding> findingsOf(const Samples& samples, const FileFacts& facts) {

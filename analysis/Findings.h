@@ -4,6 +4,7 @@
 #include "analysis/FileFacts.h"
 #include "analysis/Samples.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,7 @@ struct Finding {
 
 /// A finding's name in JSON, such as "cut_off".
 std::string_view nameOf(FindingKind kind);
+std::optional<FindingKind> findingKind(std::string_view name);
 
 /// Every finding about a block and its file, most serious first.
 std::vector<Finding> findingsOf(const Samples& samples, const FileFacts& facts);

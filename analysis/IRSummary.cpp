@@ -1,7 +1,7 @@
 #include "analysis/IRSummary.h"
 
 #include "analysis/Words.h"
-#include "irfile/NameFromPath.h"
+#include "irfile/NameField.h"
 
 namespace cabslot {
 

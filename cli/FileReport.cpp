@@ -2,6 +2,7 @@
 
 #include "base/Fnv1a.h"
 #include "cli/Console.h"
+#include "irfile/NameField.h"
 #include "irfile/NameFromPath.h"
 
 #include <cmath>

@@ -3,6 +3,7 @@
 #include "cli/Console.h"
 #include "cli/Json.h"
 #include "device/SharedState.h"
+#include "irfile/NameField.h"
 #include "memory/SlotMemory.h"
 
 #include <iostream>
@@ -15,8 +16,8 @@ Json rememberedJson(SlotMemory& memory, std::uint32_t slot) {
     const auto record = memory.recall(slot, IRNameArr.at(slot - 1));
     if (!record)
         return {};
-    return {{"name", record->name},
-            {"source", record->source.empty() ? Json() : Json(record->source)},
+    return {{"name", nameText(record->ir.name)},
+            {"source", record->isClear() ? Json() : Json(record->ir.source)},
             {"time", isoTime(record->time)}};
 }
 

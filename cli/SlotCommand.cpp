@@ -168,6 +168,7 @@ ExitStatus SlotCommand::upload(const std::vector<SlotJob>& jobs) const {
         .confirmationPolls = static_cast<std::uint32_t>(confirmTimeout_ * (1s / pollInterval))};
     SlotMemory memory(pedal_.pedal, complain);
     for (std::size_t i = 0; i < jobs.size(); ++i) {
+        const std::string replaced = IRNameArr.at(jobs[i].slot - 1);
         const UploadResult result = uploadOne(jobs, i, options, session);
         if (result.end != UploadEnd::confirmed) {
             const ExitStatus status = reportFailure(jobs[i], result, session);
@@ -175,7 +176,7 @@ ExitStatus SlotCommand::upload(const std::vector<SlotJob>& jobs) const {
             return status;
         }
         reportConfirmed(jobs[i].slot);
-        memory.remember(jobs[i].slot, recordOfUpload(jobs[i].slot, sourceToTell(jobs[i])));
+        memory.remember(jobs[i].slot, recordOf(stagedIR(sourceToTell(jobs[i])), replaced));
     }
     return ExitStatus::done;
 }

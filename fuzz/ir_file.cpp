@@ -4,7 +4,7 @@
 #include "fuzz/IRFileRules.h"
 #include "irfile/IRConversion.h"
 #include "irfile/IRFile.h"
-#include "irfile/NameFromPath.h"
+#include "irfile/NameField.h"
 
 namespace cabslot::fuzz {
 namespace {

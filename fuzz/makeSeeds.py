@@ -195,7 +195,12 @@ def slot_record():
             good, good + b"x", good[:-1], good[:5], texts(b"sim", b"", b""), texts(b"usb", b""), b"",
             texts(b"usb", b"x" * 3000, b""), texts(b"usb") + b"\xff" * 8)):
         yield bytes([mended, 7]) + start + rest
-        yield bytes([mended, 7]) + start.replace(b"1", b"2") + rest
+        yield bytes([mended, 7]) + start.replace(b"1", b"3") + rest
+    newer = (texts(b"usb") + b"Cab       \0    \1" + texts(b"/irs/Cab.wav", b"User 1") +
+             struct.pack("<I", 1) + texts(b"cut_off", b"Half is lost."))
+    for rest in (newer, newer + b"x", newer[:-1], newer.replace(b"\1", b"\4", 1), newer.replace(b"cut", b"cat"),
+                 newer.replace(struct.pack("<I", 1) + texts(b"cut_off"), b"\xff" * 4 + texts(b"cut_off"))):
+        yield bytes([1, 7]) + start.replace(b"1", b"2") + rest
     yield from (bytes([1, 0]) + start[:length] for length in (0, 8, 15))
 
 

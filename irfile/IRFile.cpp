@@ -3,6 +3,7 @@
 #include "base/Files.h"
 #include "irfile/FactoryNames.h"
 #include "irfile/IRConversion.h"
+#include "irfile/NameField.h"
 #include "irfile/NameFromPath.h"
 #include "irfile/WavConversion.h"
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace cabslot {
 
@@ -110,23 +109,6 @@ std::string whyNameRefused(std::string_view name) {
         why.append("\"").append(shown).append("\", which");
     return why += " the pedal cannot show; use plain letters, digits and signs"
                   " (rename it, for example without accents)";
-}
-
-NameField nameFieldOf(std::string_view name) {
-    NameField field;
-    field.fill(' ');
-    const std::size_t count = std::min(name.size(), field.size());
-    std::copy_n(name.begin(), count, field.begin());
-    if (count <= wavNameSize)
-        field[wavNameSize] = 0;
-    return field;
-}
-
-std::string textOf(const NameField& field) {
-    std::string text;
-    std::ranges::copy_if(field, std::back_inserter(text),
-                         [](std::uint8_t byte) { return byte != 0; });
-    return text;
 }
 
 bool isWavName(std::string_view path) {

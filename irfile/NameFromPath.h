@@ -1,7 +1,5 @@
-// Derives the IR name from a WAV file's path, and the field in which it is sent.
+// Derives the IR name from a WAV file's path.
 #pragma once
-
-#include "irfile/IR.h"
 
 #include <string>
 #include <string_view>
@@ -15,14 +13,6 @@ std::string_view irNameFromPath(std::string_view path);
 /// Why the pedal cannot take `name`, as a clause for the user; empty if every character is
 /// printable ASCII (0x20 to 0x7E). `name` is UTF-8, or whatever bytes the file system holds.
 std::string whyNameRefused(std::string_view name);
-
-inline constexpr std::size_t wavNameSize = 10; ///< characters of a file's name that are sent
-
-/// The field for the name of an open file: its characters (up to 15), a 0 byte, blanks.
-NameField nameFieldOf(std::string_view name);
-
-/// The characters of `field`, with its blanks: 0 bytes are not shown.
-std::string textOf(const NameField& field);
 
 /// Whether the file's name ends with ".wav", in any case: folders and panels offer only such files.
 bool isWavName(std::string_view path);

@@ -1,34 +1,31 @@
-// Remembers what was loaded into the pedal's slots from this computer, in the user's state folder.
+// Remembers what was loaded into the pedal's slots from this computer, in the user's state folder:
+// the last twenty contents of each slot.
 //
-// A front end calls remember() after each confirmed load or clear, and recall() when the pedal has
-// sent its names: a slot whose name matches the remembered one most likely still holds that IR.
+// A front end calls remember() after each load or clear that was sent, and recall() when the pedal
+// has sent its names: a slot whose name matches the remembered one most likely still holds that IR.
+// history() lists the contents, and undoTarget() is what an undo loads.
 //
-// Each slot has its own file, replaced atomically and readable only by its owner, so that two
-// programs can write at once: the later one wins, and nobody reads a mixture. Main thread.
+// Loading a content that is remembered already moves it to the front, as the newest: two contents
+// that take turns do not displace the others.
+//
+// Each content has its own file, readable only by its owner, which is never changed: several
+// programs may write at once, and a damaged file costs only that content. Main thread.
 #pragma once
 
 #include "base/Pedal.h"
+#include "memory/EntryFiles.h"
+#include "memory/SlotRecord.h"
 
 #include <array>
-#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace cabslot {
 
-/// One confirmed load or clear.
-struct SlotRecord {
-    std::array<std::uint32_t, irPointCount> block{}; ///< as in irdatabuff
-    std::string name;                                ///< UTF-8, without trailing blanks
-    std::string source; ///< absolute path of the loaded file; empty after a clear
-    std::chrono::sys_seconds time{};
-};
-
-/// The record of the upload that was just confirmed: block and name as sent to `slot` (1 to 4), the
-/// time is now. `file` may be relative; empty means a clear.
-SlotRecord recordOfUpload(std::uint32_t slot, const std::string& file);
+inline constexpr std::size_t contentsKept = 20; ///< for each slot
 
 class SlotMemory {
 public:
@@ -38,20 +35,35 @@ public:
     /// gets a line if something cannot be written or read; this is the only effect of a failure.
     SlotMemory(const std::string& pedal, Complain complain);
 
-    /// Stores `record` as the content of slot 1 to 4.
+    /// Stores `record` as the newest content of slot 1 to 4, confirmed or not.
     void remember(std::uint32_t slot, const SlotRecord& record);
 
-    /// What was last remembered for slot 1 to 4, if its name is `nameFromPedal`. A damaged file
-    /// counts as none and is reported once.
+    /// The content that slot 1 to 4 most likely has if the pedal calls it `nameFromPedal`: the
+    /// newest one, if it has that name. An unconfirmed one with another name did not reach the
+    /// pedal, so the one before it counts.
     std::optional<SlotRecord> recall(std::uint32_t slot, const std::string& nameFromPedal);
 
+    /// The contents of slot 1 to 4, newest first. Damaged files are left out and reported once.
+    std::vector<SlotRecord> history(std::uint32_t slot);
+
+    /// What the newest content of slot 1 to 4 replaced. Nothing if that was loaded elsewhere, or if
+    /// `nameFromPedal` shows that the slot was loaded elsewhere since. Loaded and remembered, it is
+    /// the newest content itself, so that the next undo reverts the first.
+    std::optional<SlotRecord> undoTarget(std::uint32_t slot, const std::string& nameFromPedal);
+
 private:
-    std::string recordPathOf(std::uint32_t slot) const;
+    std::string stemOf(std::uint32_t slot) const;
+    std::optional<SlotRecord> read(const EntryFile& file) const;
+    std::optional<SlotRecord> readOrReport(std::uint32_t slot, const EntryFile& file);
+    std::optional<SlotRecord> firstNamed(std::uint32_t slot, std::span<const EntryFile> files,
+                                         const std::string& name);
+    std::string write(std::uint32_t slot, const SlotRecord& record,
+                      std::span<const EntryFile> existing) const;
 
     std::string pedal_;
     std::string folder_; ///< empty: there is no state folder, so nothing is stored
     Complain complain_;
-    std::array<bool, slotCount> damageTold_{};
+    std::array<bool, slotCount> damageReported_{};
 };
 
 } // namespace cabslot

@@ -1,6 +1,7 @@
 #include "ui/RememberedSlots.h"
 
 #include "device/SharedState.h"
+#include "upload/SlotUpload.h"
 
 #include <cstdio>
 
@@ -19,10 +20,11 @@ RememberedSlots::RememberedSlots(const std::string& pedal) {
         memory_.emplace(pedal, complain);
 }
 
-std::optional<SlotRecord> RememberedSlots::remember(std::uint32_t slot, const std::string& file) {
+std::optional<SlotRecord> RememberedSlots::remember(std::uint32_t slot, const std::string& file,
+                                                    const std::string& replaced) {
     if (!memory_)
         return {};
-    const SlotRecord record = recordOfUpload(slot, file);
+    const SlotRecord record = recordOf(stagedIR(file), replaced);
     memory_->remember(slot, record);
     return record;
 }

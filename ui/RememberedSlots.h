@@ -15,9 +15,10 @@ public:
     /// or read is reported on standard error.
     explicit RememberedSlots(const std::string& pedal);
 
-    /// Remembers the upload that was just confirmed; `file` is empty after a clear. Returns what
-    /// was remembered.
-    std::optional<SlotRecord> remember(std::uint32_t slot, const std::string& file);
+    /// Remembers the upload that was just confirmed; `file` is empty after a clear,
+    /// `replaced` the slot's name before. Returns what was remembered.
+    std::optional<SlotRecord> remember(std::uint32_t slot, const std::string& file,
+                                       const std::string& replaced);
 
     /// What slot 1 to 4 most likely holds: the protocol cannot query its content, but the slot has
     /// the name that it was loaded with.

@@ -153,12 +153,11 @@ void RootViewController::alterIRError(const QString& hitString) {
 // What was sent is then shown in its row, and remembered if the pedal has confirmed it. After a
 // clear, the picture is the flat line of the blank IR; none would mean that the content is unknown.
 UploadResult RootViewController::upload(const Sending& sending, const Upload& upload) {
+    const auto slot = static_cast<std::size_t>(sending.index - 1);
+    const std::string replaced = slot < IRNameArr.count() ? IRNameArr.at(slot) : std::string();
     std::optional<IRSummary> sent;
     const auto recorded = [&](const IRFile* file) {
-        const std::string name =
-            QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(sending.index - 1)))
-                .trimmed()
-                .toStdString();
+        const std::string name = QString::fromStdString(IRNameArr.at(slot)).trimmed().toStdString();
         sent = file != nullptr ? summaryOf(*file, irdatabuff, name)
                                : summaryOf(irdatabuff, name, "Prepared");
     };
@@ -171,7 +170,8 @@ UploadResult RootViewController::upload(const Sending& sending, const Upload& up
         return result;
     std::optional<SlotRecord> record;
     if (result.end == UploadEnd::confirmed)
-        record = remembered_.remember(importNumber(sending.index), sending.path.toStdString());
+        record =
+            remembered_.remember(importNumber(sending.index), sending.path.toStdString(), replaced);
     unwrapped(row).showContent({lineOf(record), std::move(sent)});
     return result;
 }

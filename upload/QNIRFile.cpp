@@ -1,7 +1,7 @@
 #include "upload/QNIRFile.h"
 
 #include "device/SharedState.h"
-#include "irfile/NameFromPath.h"
+#include "irfile/NameField.h"
 #include "irfile/WavConversion.h"
 #include "upload/Staging.h"
 

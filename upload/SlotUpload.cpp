@@ -4,6 +4,8 @@
 #include "upload/QNIRFile.h"
 #include "upload/Staging.h"
 
+#include <algorithm>
+
 namespace cabslot {
 
 namespace {
@@ -81,6 +83,12 @@ UploadResult loadSlot(std::uint32_t slot, const IR& ir, const UploadOptions& opt
     if (options.recorded)
         options.recorded(nullptr);
     return {end, {}};
+}
+
+IR stagedIR(const std::string& source) {
+    IR ir{.block = irdatabuff, .factory = SendisInternalIR == 1, .source = source};
+    std::copy_n(SendFileName.begin(), ir.name.size(), ir.name.begin());
+    return ir;
 }
 
 std::string blankIRPath(const std::string& bundlePath) {

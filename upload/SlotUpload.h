@@ -6,6 +6,8 @@
 // four names, because the slot's name is replaced in it.
 #pragma once
 
+#include "irfile/IR.h"
+
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -76,6 +78,9 @@ UploadResult loadSlot(std::uint32_t slot, const std::string& path, const UploadO
 /// Loads `ir` into slot 1 to 4, under its own name; never refused.
 UploadResult loadSlot(std::uint32_t slot, const IR& ir, const UploadOptions& options,
                       UploadWait& wait);
+
+/// The IR that was staged last, as it is sent; `source` is the file it came from.
+IR stagedIR(const std::string& source);
 
 /// The path of the blank IR in the bundle at `bundlePath`.
 std::string blankIRPath(const std::string& bundlePath);
