@@ -1,6 +1,7 @@
 #include "irfile/NameFromPath.h"
 
 #include "base/PathText.h"
+#include "irfile/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -13,42 +14,6 @@ constexpr std::string_view wavExtension = ".wav"; // lower case only
 
 constexpr bool isPlain(char character) {
     return character >= 0x20 && character <= 0x7E;
-}
-
-constexpr unsigned byteOf(char character) {
-    return static_cast<unsigned char>(character);
-}
-
-struct Utf8Character {
-    char32_t code = 0;
-    std::size_t length = 0; ///< bytes; 0: not valid UTF-8
-};
-
-constexpr std::size_t utf8Length(unsigned lead) {
-    if (lead < 0x80)
-        return 1;
-    if (lead < 0xC2 || lead > 0xF4) // continuation bytes, and leads of over-long or too large codes
-        return 0;
-    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-}
-
-/// The character at the start of `text`, which is not empty.
-Utf8Character firstCharacter(std::string_view text) {
-    const unsigned lead = byteOf(text.front());
-    const std::size_t length = utf8Length(lead);
-    if (length == 0 || length > text.size())
-        return {};
-    char32_t code = length == 1 ? lead : lead & (0x7Fu >> length);
-    for (const char next : text.substr(1, length - 1)) {
-        if ((byteOf(next) & 0xC0) != 0x80)
-            return {};
-        code = code << 6 | (byteOf(next) & 0x3F);
-    }
-    constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
-    const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < smallest[length] || code > 0x10FFFF || surrogate)
-        return {};
-    return {code, length};
 }
 
 /// False for characters that would garble a message: controls, blanks, direction marks, tags.
@@ -68,10 +33,6 @@ bool isVisible(char32_t code) {
     return std::none_of(invisible.begin(), invisible.end(), [code](const Range& range) {
         return code >= range.first && code <= range.last;
     });
-}
-
-constexpr bool isCombining(char32_t code) {
-    return code >= 0x0300 && code <= 0x036F;
 }
 
 /// The character at `position` in a form that can be shown; empty if it cannot be shown.
