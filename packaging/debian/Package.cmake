@@ -6,7 +6,16 @@ add_custom_command(OUTPUT ${changelog}.gz COMMAND gzip -9nkf ${changelog} DEPEND
 add_custom_target(changelog ALL DEPENDS ${changelog}.gz)
 
 set(doc ${CMAKE_INSTALL_DATADIR}/doc/cabslot)
-install(FILES debian/copyright ${changelog}.gz DESTINATION ${doc})
+
+# .reuse/dep5 has this file's format, but the licence's text stands elsewhere.
+file(READ ${PROJECT_SOURCE_DIR}/.reuse/dep5 copyright)
+file(READ ${PROJECT_SOURCE_DIR}/LICENSES/MIT.txt licence)
+string(STRIP "${licence}" licence)
+string(REPLACE "\n\n" "\n.\n" licence "${licence}")
+string(REPLACE "\n" "\n " licence "${licence}")
+file(CONFIGURE OUTPUT copyright CONTENT "@copyright@\nLicense: MIT\n @licence@\n" @ONLY)
+
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/copyright ${changelog}.gz DESTINATION ${doc})
 
 install(FILES debian/lintian-overrides RENAME cabslot
   DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides)
