@@ -20,9 +20,10 @@ constexpr double audible = 0.001;      // of the peak; -60 dB
 constexpr double toleratedSilence = 1; // ms; sound travelling from speaker to microphone
 
 // In the order of FindingKind.
-constexpr std::array<std::string_view, 10> kindNames = {
-    "misplaced_tag", "too_many_channels", "silent",      "eight_bits", "beyond_full_scale",
-    "clipped",       "wrapped",           "claims_more", "cut_off",    "starts_late"};
+constexpr std::array<std::string_view, 12> kindNames = {
+    "misplaced_tag", "too_many_channels", "silent",  "almost_silent", "very_quiet",
+    "eight_bits",    "beyond_full_scale", "clipped", "wrapped",       "claims_more",
+    "cut_off",       "starts_late"};
 static_assert(kindNames.size() == static_cast<std::size_t>(FindingKind::startsLate) + 1);
 
 using Found = std::optional<Finding>;
@@ -50,10 +51,17 @@ Found tooManyChannels(const FileFacts& facts) {
                        "silence. Save the file as mono."};
 }
 
-Found silent(const Samples& samples) {
-    if (peakOf(samples) > 0)
-        return {};
-    return Finding{FindingKind::silent, "Silent: all points are zero."};
+Found quiet(const Samples& samples) {
+    const auto peak = peakDbfs(samples);
+    if (!peak)
+        return Finding{FindingKind::silent, "Silent: all points are zero."};
+    if (*peak < almostSilentPeak)
+        return Finding{FindingKind::almostSilent, "Almost silent: the peak is at " +
+                                                      dbfsText(peak) + ", which is noise at most."};
+    if (*peak < veryQuietPeak)
+        return Finding{FindingKind::veryQuiet,
+                       "Very quiet: the peak is at " + dbfsText(peak) + ". Prepare raises it."};
+    return {};
 }
 
 Found eightBits(const FileFacts& facts) {
@@ -178,7 +186,7 @@ std::vector<Finding> findingsOf(const Samples& samples, const FileFacts& facts) 
     add(misplacedTag(facts));
     if (add(tooManyChannels(facts)))
         return findings;
-    add(silent(samples));
+    add(quiet(samples));
     // If the cause is known, its effect on the block is not reported as well.
     const bool eight = add(eightBits(facts));
     if (!add(beyondFullScale(facts)) && !eight) {

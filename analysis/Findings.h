@@ -15,6 +15,8 @@ enum class FindingKind {
     misplacedTag,    ///< "fmt " or "data" was found inside another chunk
     tooManyChannels, ///< more than two, so none is used
     silent,          ///< nothing but zeros
+    almostSilent,    ///< its peak is below almostSilentPeak
+    veryQuiet,       ///< its peak is below veryQuietPeak
     eightBits,       ///< the conversion distorts them
     beyondFullScale, ///< floats that are too large and wrap round
     clipped,         ///< neighbouring points at full scale
@@ -23,6 +25,9 @@ enum class FindingKind {
     cutOff,          ///< the file is longer than the pedal's IR
     startsLate,      ///< silence comes first
 };
+
+inline constexpr double almostSilentPeak = -90; ///< dBFS; what is below is noise, not an IR
+inline constexpr double veryQuietPeak = -50;    ///< dBFS
 
 struct Finding {
     FindingKind kind;

@@ -84,6 +84,14 @@ void PrepareCommand::addSteps() {
                      .type = "CHANNEL"});
     arguments().addFlag("--no-resample", noResample_,
                         "Resample with the plain interpolation of load");
+    arguments().add({.name = "--low-cut",
+                     .help = "Remove lows below this, 20 to 1000 Hz, by 12 dB per octave",
+                     .reader = within(lowCut_, lowestLowCut, highestLowCut),
+                     .type = "HZ"});
+    arguments().add({.name = "--high-cut",
+                     .help = "Remove highs above this, 1000 to 20000 Hz, by 12 dB per octave",
+                     .reader = within(highCut_, lowestHighCut, highestHighCut),
+                     .type = "HZ"});
     arguments().addFlag("--no-trim", noTrim_, "Keep what comes before the onset");
     arguments().addFlag("--minimum-phase", minimumPhase_,
                         "Same response, with the energy as early as possible");
@@ -111,6 +119,8 @@ std::string PrepareCommand::whatIsWrong() const {
 PrepareOptions PrepareCommand::options() const {
     PrepareOptions options{.channel = channel_ == "mean" ? Channel::mean : Channel::first,
                            .resample = !noResample_,
+                           .lowCut = lowCut_,
+                           .highCut = highCut_,
                            .trim = !noTrim_,
                            .minimumPhase = minimumPhase_,
                            .fade = fade_};
@@ -174,14 +184,16 @@ void PrepareCommand::report(const Job& job, const PreparedIR& prepared) const {
 }
 
 /// Prepares and writes every job on several threads, because half of the time is spent waiting for
-/// the disk. After Ctrl-C no further job is started.
+/// the disk. After Ctrl-C no further job is started, and those under way write nothing.
 std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>& jobs) const {
     std::vector<Result> results(jobs.size());
     std::atomic<std::size_t> begun{0};
     std::atomic<std::size_t> done{0};
     const auto workThrough = [&] {
         for (std::size_t i = begun++; i < jobs.size() && !interrupted(); i = begun++) {
-            results[i].prepared = prepareFile(jobs[i].from, options());
+            results[i].prepared = prepareFile(jobs[i].from, options(), interrupted);
+            if (interrupted())
+                break;
             if (results[i].prepared.whyRefused.empty())
                 results[i].whyNotWritten = write(jobs[i], results[i].prepared);
             results[i].isDone = true;

@@ -44,6 +44,8 @@ private:
 
     std::string channel_ = "first";
     bool noResample_ = false;
+    double lowCut_ = 0;
+    double highCut_ = 0;
     bool noTrim_ = false;
     bool minimumPhase_ = false;
     double fade_ = usualFade;

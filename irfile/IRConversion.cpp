@@ -83,6 +83,10 @@ const IRRate* findRate(std::int64_t sampleRate) {
     return row == std::end(rateTable) ? nullptr : row;
 }
 
+std::size_t pointsRead(const IRRate& rate) {
+    return positionTable[static_cast<std::size_t>(&rate - rateTable)].back().index + 2;
+}
+
 std::string supportedRates() {
     std::string text;
     for (const IRRate& rate : rateTable) {

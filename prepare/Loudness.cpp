@@ -10,7 +10,6 @@
 #include <cmath>
 #include <complex>
 #include <cstdint>
-#include <limits>
 #include <memory>
 
 namespace cabslot {
@@ -69,17 +68,19 @@ struct EndMeasuring {
 } // namespace
 
 double noiseLoudness(const Signal& ir) {
-    constexpr double none = std::numeric_limits<double>::quiet_NaN();
-    if (peakOf(ir) == 0)
-        return none;
-    const Signal sound = throughNoise(ir);
+    const double peak = peakOf(ir);
+    if (peak == 0)
+        return quietest;
+    Signal full = ir;
+    scale(full, 1 / peak);
+    const Signal sound = throughNoise(full);
     const std::unique_ptr<ebur128_state, EndMeasuring> state(
         ebur128_init(1, static_cast<unsigned long>(pointsPerSecond), EBUR128_MODE_I));
-    double loudness = none;
+    double loudness = quietest;
     if (!state || ebur128_add_frames_double(state.get(), sound.data(), sound.size()) != 0 ||
         ebur128_loudness_global(state.get(), &loudness) != 0)
-        return none;
-    return std::isfinite(loudness) ? loudness : none;
+        return quietest;
+    return std::max(loudness + decibels(peak), quietest);
 }
 
 } // namespace cabslot

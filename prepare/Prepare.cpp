@@ -1,58 +1,95 @@
 #include "prepare/Prepare.h"
 
+#include "analysis/Findings.h"
 #include "analysis/Words.h"
+#include "irfile/IRConversion.h"
 #include "irfile/SampleFormat.h"
 #include "irfile/WavBytes.h"
+#include "prepare/Filters.h"
 #include "prepare/Loudness.h"
 #include "prepare/MinimumPhase.h"
 #include "prepare/Steps.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 #include <utility>
 
 namespace cabslot {
 
 namespace {
 
-constexpr std::size_t keptBefore = 8;   // points before the onset that are kept
+constexpr double keptBefore = 8;        // points at 44.1 kHz that are kept before the onset
 constexpr double inaudible = 1e-4;      // of the peak; -80 dB
 constexpr double audibleChange = 0.005; // dB; smaller changes are not reported
+constexpr double tellingShare = 0.005;  // of the energy; a loss of more changes the response
+constexpr double lowestShare = 1e-6;    // of the energy; a smaller loss is not reported
+constexpr double full{fullScale};
 
-std::string millisecondsText(std::size_t points) {
-    return fixedText(static_cast<double>(points) * 1000 / pointsPerSecond, 1) + " ms";
+std::string millisecondsText(double milliseconds) {
+    return milliseconds < 0.05 ? "less than 0.1 ms" : fixedText(milliseconds, 1) + " ms";
 }
 
 std::string gainText(double gain) {
     return (gain > 0 ? "+" : "") + fixedText(gain, 1) + " dB";
 }
 
-/// The requested channel, or the mean of all, as far as the file is in memory. NaN and infinite
+/// Adds a channel of `file`, divided by `count`, as far as the file is in memory. NaN and infinite
 /// samples count as 0.
+void addChannel(Signal& sum, const IRFile& file, std::uint16_t channel, std::uint16_t count) {
+    std::array<float, 4096> values;
+    std::size_t first = 0;
+    while (const std::size_t read = file.readChannel(channel, first, values)) {
+        sum.resize(std::max(sum.size(), first + read));
+        for (std::size_t i = 0; i < read; ++i)
+            sum[first + i] += std::isfinite(values[i]) ? static_cast<double>(values[i]) / count : 0;
+        first += read;
+    }
+}
+
+/// The requested channel, or the mean of all.
 Signal channelOf(const IRFile& file, Channel channel) {
     const std::uint16_t count = channel == Channel::mean ? file.channelCount() : 1;
     Signal sum;
-    for (std::uint16_t i = 0; i < count; ++i) {
-        std::vector<float> values(static_cast<std::size_t>(file.heldFrames()));
-        values.resize(file.readChannel(i, 0, values));
-        sum.resize(std::max(sum.size(), values.size()));
-        for (std::size_t k = 0; k < values.size(); ++k)
-            sum[k] += std::isfinite(values[k]) ? static_cast<double>(values[k]) / count : 0;
-    }
+    for (std::uint16_t i = 0; i < count; ++i)
+        addChannel(sum, file, i, count);
     return sum;
+}
+
+/// Where the `length` samples with the most energy begin, the earliest of several.
+std::size_t loudestPart(const Signal& signal, std::size_t length) {
+    double energy = energyOf(std::span(signal).first(length));
+    double most = energy;
+    std::size_t begin = 0;
+    for (std::size_t end = length; end < signal.size(); ++end) {
+        const double leaving = signal[end - length];
+        energy += signal[end] * signal[end] - leaving * leaving;
+        if (energy > most * (1 + 1e-9)) {
+            most = energy;
+            begin = end - length + 1;
+        }
+    }
+    return begin;
 }
 
 /// Applies the steps to one file.
 class Preparation {
 public:
-    Preparation(const ReadIR& read, const PrepareOptions& options)
-        : options_(options), file_(read.file), ir_(read.ir) {}
+    Preparation(const ReadIR& read, const PrepareOptions& options, const StopCheck& stop)
+        : options_(options), stop_(stop), file_(read.file), ir_(read.ir) {}
 
     PreparedIR run() {
         takeIn();
-        makeMinimumPhase(); // of the whole signal: a missing start would change the response
-        trim();
+        cutFrequencies();
+        if (options_.minimumPhase) // of the whole signal: a missing start would change the response
+            makeMinimumPhase();
+        if (isStopped(stop_))
+            return {.whyRefused = "it was interrupted", .wav = {}, .steps = {}};
+        if (options_.trim)
+            trim();
         cut();
+        interpolate();
         setLevel();
         return write();
     }
@@ -60,49 +97,86 @@ public:
 private:
     void say(const std::string& sentence) { steps_.push_back(sentence); }
 
-    // Sets signal_, at 44.1 kHz.
+    /// Sets signal_, and its rate: 44.1 kHz, or the file's if it is interpolated later.
     void takeIn() {
-        const double rate = file_.sampleRate();
-        if (rate == pointsPerSecond) {
-            signal_ = channelOf(file_, options_.channel);
-        } else if (options_.resample) {
-            signal_ = resampled(channelOf(file_, options_.channel), rate);
-            say("Resampled from " + std::to_string(file_.sampleRate()) + " Hz to 44100 Hz.");
-        } else {
-            const Samples samples = samplesOf(ir_.block);
-            signal_.assign(samples.begin(), samples.end());
+        rate_ = file_.sampleRate();
+        signal_ = channelOf(file_, options_.channel);
+        silence_ = static_cast<double>(onsetOf(signal_)) / rate_;
+        if (rate_ == pointsPerSecond || !options_.resample)
+            return;
+        signal_ = resampled(signal_, rate_);
+        rate_ = pointsPerSecond;
+        say("Resampled from " + std::to_string(file_.sampleRate()) + " Hz to 44100 Hz.");
+    }
+
+    void cutFrequencies() {
+        if (options_.lowCut > 0) {
+            cutLows(signal_, rate_, options_.lowCut);
+            say("Low cut at " + fixedText(options_.lowCut, 0) + " Hz.");
         }
+        if (options_.highCut > 0) {
+            cutHighs(signal_, rate_, options_.highCut);
+            say("High cut at " + fixedText(options_.highCut, 0) + " Hz.");
+        }
+    }
+
+    void makeMinimumPhase() {
+        std::string leftOut;
+        if (signal_.size() > longestForMinimumPhase)
+            leftOut = takeLoudestPart();
+        signal_ = minimumPhase(signal_, limit(), stop_);
+        silence_ = 0;
+        say("Made minimum phase: the energy comes as early as it can." + leftOut);
+    }
+
+    /// Returns what was left out, as a sentence; empty if it was nothing to speak of.
+    std::string takeLoudestPart() {
+        const double all = energyOf(signal_);
+        const double milliseconds = static_cast<double>(signal_.size()) * 1000 / rate_;
+        const auto begin = signal_.begin() + static_cast<std::ptrdiff_t>(
+                                                 loudestPart(signal_, longestForMinimumPhase));
+        signal_ = Signal(begin, begin + static_cast<std::ptrdiff_t>(longestForMinimumPhase));
+        const double lost = all > 0 ? 1 - energyOf(signal_) / all : 0;
+        if (lost < lowestShare)
+            return {};
+        const double used = static_cast<double>(longestForMinimumPhase) * 1000 / rate_;
+        return " Of " + millisecondsText(milliseconds) + " the " + millisecondsText(used) +
+               " with the most energy were used; " + shareText(lost) +
+               " of the energy was left out.";
     }
 
     void trim() {
         const std::size_t onset = onsetOf(signal_);
-        if (!options_.trim || onset <= keptBefore)
+        const std::size_t kept = pointsIn(keptBefore);
+        if (onset <= kept)
             return;
-        const std::size_t gone = onset - keptBefore;
-        signal_.erase(signal_.begin(), signal_.begin() + static_cast<std::ptrdiff_t>(gone));
-        if (const std::string time = millisecondsText(gone); time != "0.0 ms")
-            say("Trimmed " + time + " before the onset.");
-    }
-
-    void makeMinimumPhase() {
-        if (!options_.minimumPhase)
-            return;
-        signal_ = minimumPhase(signal_, irPointCount);
-        say("Made minimum phase: the energy comes as early as it can.");
+        const auto begin = signal_.begin();
+        const auto gone = static_cast<std::ptrdiff_t>(onset - kept);
+        const double lost = energyOf({begin, begin + gone}) / energyOf(signal_);
+        signal_.erase(begin, begin + gone);
+        // Of the file's own time: resampling puts some points in front.
+        const double milliseconds = silence_ > 0 ? (silence_ - keptBefore / pointsPerSecond) * 1000
+                                                 : static_cast<double>(gone) * 1000 / rate_;
+        if (lost > tellingShare)
+            say("Trimmed " + millisecondsText(milliseconds) + " before the onset, and with it " +
+                shareText(lost) +
+                " of the energy, which changes the response: minimum phase (--minimum-phase) "
+                "keeps it.");
+        else if (milliseconds >= 0.05)
+            say("Trimmed " + millisecondsText(milliseconds) + " before the onset.");
     }
 
     void cut() {
-        dropEnd(0, 0.5 / double{fullScale});
-        dropEnd(irPointCount, inaudible * peakOf(signal_));
-        if (signal_.size() <= irPointCount)
+        dropEnd(0, 0.5 / full);
+        dropEnd(limit(), inaudible * peakOf(signal_));
+        if (signal_.size() <= limit())
             return;
-        signal_.resize(irPointCount);
-        const auto length =
-            static_cast<std::size_t>(std::lround(options_.fade * pointsPerSecond / 1000));
+        signal_.resize(limit());
+        const auto length = static_cast<std::size_t>(std::lround(options_.fade * rate_ / 1000));
         if (length == 0)
             return;
         fadeOut(signal_, length);
-        say("Faded out over the last " + millisecondsText(length) + ".");
+        say("Faded out over the last " + millisecondsText(options_.fade) + ".");
     }
 
     /// Removes points below `level` from the end, such as a resampling filter's ringing; keeps at
@@ -110,6 +184,13 @@ private:
     void dropEnd(std::size_t kept, double level) {
         while (signal_.size() > kept && std::abs(signal_.back()) < level)
             signal_.pop_back();
+    }
+
+    void interpolate() {
+        if (rate_ == pointsPerSecond)
+            return;
+        signal_ = interpolated(signal_, static_cast<std::int32_t>(file_.sampleRate()));
+        dropEnd(0, 0.5 / full);
     }
 
     void setLevel() {
@@ -122,15 +203,15 @@ private:
             factor = highest;
         else if (options_.level == LevelGoal::loudness)
             factor = std::pow(10, (options_.loudness - noiseLoudness(signal_)) / 20);
+        if (factor > 1 && decibels(peak) < almostSilentPeak)
+            return say("Almost silent: the level was not raised, for it would be that of noise.");
         // A kept level may reach full scale; the other goals stay within usualPeak.
-        const double limit = options_.level == LevelGoal::keep
-                                 ? (double{fullScale} - 1) / double{fullScale} / peak
-                                 : highest;
-        const bool held = factor > limit && limit < 1e9;
-        factor = std::isfinite(factor) ? std::min(factor, limit) : 1;
+        const double limit = options_.level == LevelGoal::keep ? (full - 1) / full / peak : highest;
+        const bool held = factor > limit;
+        factor = std::min(factor, limit);
         scale(signal_, factor);
-        const double gain = 20 * std::log10(factor);
-        if (std::abs(gain) > audibleChange)
+        const double gain = decibels(factor);
+        if (std::abs(gain) > audibleChange || (held && options_.level == LevelGoal::loudness))
             say("Level " + gainText(gain) +
                 (held && options_.level != LevelGoal::peak ? ": more would clip." : "."));
     }
@@ -140,9 +221,8 @@ private:
         result.ir.block = {};
         std::vector<float> samples(signal_.size());
         for (std::size_t i = 0; i < signal_.size(); ++i) {
-            const auto point =
-                static_cast<std::int32_t>(std::clamp(std::round(signal_[i] * double{fullScale}),
-                                                     -double{fullScale}, double{fullScale} - 1));
+            const auto point = static_cast<std::int32_t>(
+                std::clamp(std::round(signal_[i] * full), -full, full - 1));
             result.ir.block[i] = static_cast<std::uint32_t>(point) & sampleMask;
             samples[i] = static_cast<float>(point) / fullScale; // exact
         }
@@ -151,10 +231,23 @@ private:
         return result;
     }
 
+    /// How many points at rate_ those at 44.1 kHz are.
+    std::size_t pointsIn(double points) const {
+        return static_cast<std::size_t>(std::lround(points * rate_ / pointsPerSecond));
+    }
+
+    /// As many points as the pedal can take, at rate_.
+    std::size_t limit() const {
+        return rate_ == pointsPerSecond ? irPointCount : pointsRead(*findRate(file_.sampleRate()));
+    }
+
     const PrepareOptions& options_;
+    const StopCheck& stop_;
     const IRFile& file_;
     const IR& ir_;
     Signal signal_;
+    double rate_ = 0;    ///< Hz
+    double silence_ = 0; ///< seconds before the onset, in the file; 0: not known
     std::vector<std::string> steps_;
 };
 
@@ -182,23 +275,24 @@ PrepareOptions PrepareOptions::nothing() {
 
 bool PrepareOptions::changesNothing() const {
     return channel == Channel::first && !resample && !trim && !minimumPhase && fade == 0 &&
-           level == LevelGoal::keep;
+           level == LevelGoal::keep && lowCut == 0 && highCut == 0;
 }
 
-PreparedIR prepare(const ReadIR& read, const PrepareOptions& options) {
+PreparedIR prepare(const ReadIR& read, const PrepareOptions& options, const StopCheck& stop) {
     if (options.changesNothing())
         return unchanged(read);
     if (!read.ir.factory)
-        return Preparation(read, options).run();
+        return Preparation(read, options, stop).run();
     PreparedIR result = unchanged(read);
     result.steps = {"A factory IR is passed as it is."};
     return result;
 }
 
-PreparedIR prepareFile(const std::string& path, const PrepareOptions& options) {
+PreparedIR prepareFile(const std::string& path, const PrepareOptions& options,
+                       const StopCheck& stop) {
     const ReadIR read = readIR(path);
     if (read)
-        return prepare(read, options);
+        return prepare(read, options, stop);
     return {.whyRefused = read.whyRefused, .wav = {}, .steps = {}};
 }
 

@@ -1,11 +1,12 @@
-// Improves an IR file before it is loaded: resamples it with a proper filter, removes the silence
-// before its onset, fades the end if it is cut, and sets a good level.
+// Improves an IR file before it is loaded: resamples it with a proper filter, cuts lows and highs,
+// removes the silence before its onset, fades the end if it is cut, and sets a good level.
 //
 // The result is a WAV file in memory of at most 1024 frames at 44.1 kHz, mono, 24 bits, which the
 // plain conversion passes bit for bit. Any thread; changes nothing that is sent.
 #pragma once
 
 #include "analysis/Samples.h"
+#include "base/StopCheck.h"
 #include "irfile/IRFile.h"
 
 #include <cstdint>
@@ -19,6 +20,12 @@ inline constexpr double usualFade = 2;      ///< ms
 inline constexpr double usualPeak = -0.3;   ///< dBFS; the limit for the peak and loudness goals
 inline constexpr double longestFade = 20;   ///< ms
 inline constexpr double quietestGoal = -70; ///< LUFS
+
+// The frequencies that can be cut at, Hz.
+inline constexpr double lowestLowCut = 20;
+inline constexpr double highestLowCut = 1000;
+inline constexpr double lowestHighCut = 1000;
+inline constexpr double highestHighCut = 20000;
 
 enum class Channel {
     first,
@@ -35,7 +42,9 @@ enum class LevelGoal {
 /// bit-identical to the plain conversion.
 struct PrepareOptions {
     Channel channel = Channel::first;
-    bool resample = true;      ///< off: plain linear interpolation
+    bool resample = true;      ///< off: plain linear interpolation, as the last step
+    double lowCut = 0;         ///< Hz, 12 dB per octave; 0: none
+    double highCut = 0;        ///< Hz, 12 dB per octave; 0: none
     bool trim = true;          ///< removes what comes before the onset
     bool minimumPhase = false; ///< same magnitude response, with the energy as early as possible
     double fade = usualFade;   ///< ms at the end of an IR that is cut; 0: none
@@ -56,10 +65,12 @@ struct PreparedIR {
 };
 
 /// Prepares the file at `path`. Refuses what the plain conversion refuses. Passes a factory IR
-/// unchanged. Uses only the first MiB of a long file. Takes some milliseconds.
-PreparedIR prepareFile(const std::string& path, const PrepareOptions& options);
+/// unchanged. Uses only the first MiB of a long file. Takes some milliseconds; minimum phase takes
+/// up to a second, and refuses soon after `stop` says so.
+PreparedIR prepareFile(const std::string& path, const PrepareOptions& options,
+                       const StopCheck& stop = {});
 
 /// The same for a file that was read and not refused.
-PreparedIR prepare(const ReadIR& read, const PrepareOptions& options);
+PreparedIR prepare(const ReadIR& read, const PrepareOptions& options, const StopCheck& stop = {});
 
 } // namespace cabslot

@@ -1,12 +1,15 @@
 #include "prepare/Steps.h"
 
 #include "analysis/Samples.h"
+#include "irfile/IRConversion.h"
 
 #include <soxr.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 
 namespace cabslot {
 
@@ -23,6 +26,10 @@ double peakOf(const Signal& signal) {
     for (const double sample : signal)
         peak = std::max(peak, std::abs(sample));
     return peak;
+}
+
+double energyOf(std::span<const double> signal) {
+    return std::inner_product(signal.begin(), signal.end(), signal.begin(), 0.0);
 }
 
 void scale(Signal& signal, double factor) {
@@ -52,6 +59,15 @@ Signal resampled(const Signal& signal, double rate) {
                      result.size(), &made, &format, &quality, nullptr);
     result.resize(error == nullptr ? made : 0);
     return result;
+}
+
+Signal interpolated(const Signal& signal, std::int32_t rate) {
+    std::array<float, irWorkCount> points{};
+    const std::size_t count = std::min(signal.size(), points.size());
+    std::transform(signal.begin(), signal.begin() + static_cast<std::ptrdiff_t>(count),
+                   points.begin(), [](double sample) { return static_cast<float>(sample); });
+    Resample(points, rate);
+    return {ResampOut.begin(), ResampOut.end()};
 }
 
 void fadeOut(Signal& signal, std::size_t length) {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <vector>
 
 namespace cabslot {
@@ -16,10 +18,15 @@ std::size_t onsetOf(const Signal& signal);
 /// response. Empty if memory runs out.
 Signal resampled(const Signal& signal, double rate);
 
+/// The plain conversion's linear interpolation of at most the points that it reads, from `rate`,
+/// which is supported and not 44.1 kHz, to 1024 points.
+Signal interpolated(const Signal& signal, std::int32_t rate);
+
 /// Fades out the last `length` samples with half a cosine period that reaches 0 after the last one.
 void fadeOut(Signal& signal, std::size_t length);
 
-double peakOf(const Signal& signal); ///< the greatest magnitude
+double peakOf(const Signal& signal);             ///< the greatest magnitude
+double energyOf(std::span<const double> signal); ///< the sum of all squares
 void scale(Signal& signal, double factor);
 
 } // namespace cabslot

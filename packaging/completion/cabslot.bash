@@ -51,7 +51,7 @@ _cabslotctl_command() {
         word=${COMP_WORDS[i]}
         case $word in
         --pedal | --trace | --timeout | --confirm-timeout | --block | --plot | --data | --dry | --out | --into | \
-            --channel | --fade | --level)
+            --channel | --low-cut | --high-cut | --fade | --level)
             ((++i))
             while [[ ${COMP_WORDS[i + 1]:-} == : ]]; do ((i += 2)); done
             ;;
@@ -78,7 +78,7 @@ _cabslotctl() {
         clear) options+=' --timeout --confirm-timeout --all' ;;
         inspect) options+=' --json --recursive --block --plot' ;;
         audition) options+=' --dry --out --raw-level' ;;
-        prepare) options+=' --into --force --channel --no-resample --no-trim --minimum-phase --fade --level --json --plot' ;;
+        prepare) options+=' --into --force --channel --no-resample --low-cut --high-cut --no-trim --minimum-phase --fade --level --json --plot' ;;
         doctor | 'preset show') options+=' --json' ;;
         'preset new') options+=' --data' ;;
         esac

@@ -90,6 +90,8 @@ complete -c cabslotctl -n '__cabslotctl_in prepare' -l into -r -F -d 'Write into
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l force -d 'Replace existing files'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l channel -x -a 'first mean' -d 'The channel'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l no-resample -d 'Resample as load does'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l low-cut -x -d 'Remove lows below, Hz'
+complete -c cabslotctl -n '__cabslotctl_in prepare' -l high-cut -x -d 'Remove highs above, Hz'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l no-trim -d 'Keep what comes before the onset'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l minimum-phase -d 'The energy as early as possible'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l fade -x -d 'Milliseconds'

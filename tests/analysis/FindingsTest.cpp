@@ -37,13 +37,15 @@ TEST(Findings, OfEachKindOfFile) {
         std::string says;     ///< text in the first finding
         std::string frames{}; ///< text about the frames; empty: anything
     };
-    WavBuilder liar = wav({}, {{10, 99}});
+    WavBuilder liar = wav({}, {{10, 999}});
     liar.dataSize = 0xFFFFFFF0;
-    WavBuilder commented = wav({}, {{30, 99}});
+    WavBuilder commented = wav({}, {{30, 999}});
     commented.beforeData = chunk("LIST", std::string("INFOmydata\4\0\0\0abcdefgh", 22));
     const Row rows[] = {
         {wav({}, {{1, 32767}, {1023, 0}}).bytes(), {}, ""}, // one point at full scale is normal
         {wav({}, {{20, 0}}).bytes(), {silent}, "all points are zero"},
+        {wav({}, {{20, 1}}).bytes(), {almostSilent}, "the peak is at -90.31 dBFS"},
+        {wav({}, {{20, 100}}).bytes(), {veryQuiet}, "the peak is at -50.31 dBFS"},
         {wav({.channels = 4}, {{400, 5}}).bytes(),
          {tooManyChannels},
          "4 channels: only files",
@@ -54,8 +56,8 @@ TEST(Findings, OfEachKindOfFile) {
         {wav({.rate = 88200}, {{2050, 8192}, {2050, 4096}}).bytes(),
          {cutOff},
          "the first 23.2 ms of 46.5 ms; 20.0 % (-7.0 dB) of the energy is lost."},
-        {wav({}, {{1, 9}, {1023, 0}, {1, 9}}).bytes(), {cutOff}, "23.2 ms; 50.0 % (-3.0 dB)"},
-        {wav({}, {{600000, 9}}).bytes(), // only the first MiB of such a long file is inspected
+        {wav({}, {{1, 999}, {1023, 0}, {1, 999}}).bytes(), {cutOff}, "23.2 ms; 50.0 % (-3.0 dB)"},
+        {wav({}, {{600000, 999}}).bytes(), // only the first MiB of such a long file is inspected
          {cutOff},
          "of more than 11888.1 ms; at least 99.8 % (0.0 dB)"},
         {wav({.channels = 2}, {{440, 0}, {442, 9}, {100, 11}, {2, 10000}}).bytes(), // -60 dB

@@ -116,7 +116,7 @@ TEST_F(Preparing, FadesOnlyWhatIsCut) {
 }
 
 TEST_F(Preparing, ReachesItsLevelAndNeverClips) {
-    const auto quiet = [](int i) { return i % 50 == 20 ? -0.01 : 0.004; };
+    const auto quiet = [](int i) { return i % 50 == 20 ? -0.0005 : 0.0002; };
     const std::string path = file(44100, 500, quiet);
     prepared(path, {});
     EXPECT_NEAR(decibels(peakOf(samples)), -0.3, 0.001);
@@ -161,6 +161,57 @@ TEST_F(Preparing, MinimumPhaseKeepsTheMagnitudeAndComesEarlier) {
         after += early[i] * early[i];
         EXPECT_GE(after, before * (1 - 1e-6)) << i;
     }
+}
+
+TEST_F(Preparing, MinimumPhaseOfNotchesPolarityAndLongFiles) {
+    constexpr PrepareOptions options = {.minimumPhase = true, .fade = 0, .level = LevelGoal::keep};
+    // Two microphones, 1 ms apart: notches of -40 dB.
+    const auto comb = [](int i) { return i == 10 ? -0.5 : i == 54 ? -0.49 : 0.0; };
+    const PreparedIR result = prepared(file(44100, 60, comb), options);
+    for (double hertz = 500; hertz < 20000; hertz += 44100.0 / 44 / 2)
+        EXPECT_NEAR(decibels(magnitude(samples, hertz)),
+                    decibels(std::abs(0.5 + 0.49 * std::polar(1.0, -2 * pi * hertz * 44 / 44100))),
+                    0.1)
+            << hertz;
+    EXPECT_NEAR(samples[0], -0.5, 0.001) << "the polarity is kept";
+
+    const auto noise = [](int i) { return 0.4 * std::sin(0.1 * i * (1 + i % 7)); };
+    const std::string path = file(44100, 100'000, noise);
+    EXPECT_NE(prepared(path, options).steps[0].find("the 743.0 ms with the most energy"),
+              std::string::npos);
+    EXPECT_EQ(prepareFile(path, options, [] { return true; }).whyRefused, "it was interrupted");
+}
+
+TEST_F(Preparing, WithoutResamplingTheOtherStepsSeeTheWholeFile) {
+    WavBuilder wav{.rate = 48000, .channels = 6, .bits = 24};
+    for (int i = 0; i < 2400; ++i) // the first 30 ms are silent
+        for (int channel = 0; channel < 6; ++channel)
+            wav.add(i < 1440 ? 0 : 600'000 * channel);
+    const PreparedIR result = prepared(
+        folder.write("x.wav", wav.bytes()),
+        {.channel = Channel::mean, .resample = false, .fade = 10, .level = LevelGoal::keep});
+    EXPECT_EQ(result.steps, std::vector<std::string>{"Trimmed 29.8 ms before the onset."});
+    EXPECT_NEAR(samples[20], 1'500'000 / 8388608.0, 1e-6);
+    EXPECT_NEAR(samples[870], 1'500'000 / 8388608.0, 1e-6) << "all 20 ms after it are there";
+    EXPECT_EQ(samples[900], 0);
+}
+
+TEST_F(Preparing, CutsLowsAndHighsBy12DecibelsPerOctave) {
+    const auto click = [](int i) { return i == 0 ? 0.9 : 0.0; };
+    prepared(file(44100, 1, click), {.lowCut = 200, .highCut = 5000, .level = LevelGoal::keep});
+    const std::pair<double, double> rows[] = {
+        {50, -24.1}, {200, -3.01}, {1000, 0}, {5000, -3.01}, {10000, -14.78}};
+    for (const auto& [hertz, level] : rows) // 10 kHz: the bilinear transform bends it
+        EXPECT_NEAR(decibels(magnitude(samples, hertz) / 0.9), level, 0.1) << hertz;
+}
+
+TEST_F(Preparing, RaisesNoNoiseAndSaysWhatTrimmingCosts) {
+    EXPECT_EQ(prepared(file(44100, 100, [](int i) { return i % 2 * 2e-7; }), {}).steps,
+              std::vector<std::string>{
+                  "Almost silent: the level was not raised, for it would be that of noise."});
+    const auto slow = [](int i) { return i < 2000 ? 0.0089 : i < 2010 ? 0.9 : 0; };
+    EXPECT_NE(prepared(file(44100, 3000, slow), {}).steps[0].find("1.9 % (-17.2 dB) of the energy"),
+              std::string::npos);
 }
 
 TEST_F(Preparing, TakesTheMeanOfTheChannelsAndRefusesWhatIsRefused) {
