@@ -13,6 +13,8 @@ const char* nameOf(UsbStatus status) {
     switch (status) {
     case UsbStatus::ok:
         return "ok";
+    case UsbStatus::inUse:
+        return "in_use";
     case UsbStatus::notPermitted:
         return "not_permitted";
     case UsbStatus::otherRelease:

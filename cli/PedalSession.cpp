@@ -18,6 +18,10 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
+// How long to wait for another program to be done with the pedal.
+constexpr auto patience = 5s;
+constexpr auto pauseForOther = 50ms;
+
 } // namespace
 
 PedalSession::~PedalSession() {
@@ -27,7 +31,11 @@ PedalSession::~PedalSession() {
 }
 
 ExitStatus PedalSession::connect() {
-    manager_ = makeHIDManager(options_.pedal);
+    freeBefore_ = Clock::now() + patience;
+    manager_ = makeHIDManager(
+        options_.pedal,
+        {.whileInUse = [this](const LockHolder& holder) { return waitForOther(holder); },
+         .complain = [](const std::string& why) { complain("the simulated pedal " + why); }});
     if (!openTrace())
         return ExitStatus::wrongUsage;
     link_ = std::make_unique<HIDClass>(*manager_);
@@ -50,13 +58,31 @@ bool PedalSession::openTrace() {
                  std::strerror(errno));
         return false;
     }
-    manager_ = std::make_unique<TracingHIDManager>(std::move(manager_), trace_);
+    auto tracing = std::make_unique<TracingHIDManager>(std::move(manager_), trace_);
+    tracing_ = tracing.get();
+    manager_ = std::move(tracing);
+    return true;
+}
+
+// Device thread.
+bool PedalSession::waitForOther(const LockHolder& holder) {
+    if (tracing_ != nullptr && waits_ == 0)
+        tracing_->note("waiting: " + inUseText(options_.pedal, holder));
+    ++waits_;
+    if (interrupted() || Clock::now() >= freeBefore_)
+        return false;
+    std::this_thread::sleep_for(pauseForOther);
     return true;
 }
 
 ExitStatus PedalSession::waitForData() const {
-    const auto deadline = Clock::now() + std::chrono::duration<double>(options_.timeout);
-    while (!dataReceived_) {
+    const std::chrono::duration<double> timeout(options_.timeout);
+    auto deadline = Clock::now() + timeout;
+    for (int waits = 0; !dataReceived_;) {
+        if (waits_ > waits) { // the time runs from when the pedal is free
+            waits = waits_;
+            deadline = Clock::now() + timeout;
+        }
         if (lost_)
             return complainAboutLoss();
         if (interrupted())

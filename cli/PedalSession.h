@@ -4,13 +4,17 @@
 #include "cli/ExitStatus.h"
 #include "device/HIDClass.h"
 #include "device/HIDManager.h"
+#include "platform/PedalLock.h"
 
 #include <atomic>
+#include <chrono>
 #include <fstream>
 #include <memory>
 #include <string>
 
 namespace cabslot {
+
+class TracingHIDManager;
 
 struct PedalOptions {
     std::string pedal;     ///< usb, sim or unix:PATH; already checked
@@ -35,6 +39,7 @@ public:
     ExitStatus complainAboutLoss(const std::string& consequence = {}) const;
 
 private:
+    bool waitForOther(const LockHolder& holder);
     bool openTrace();
     ExitStatus waitForData() const;
 
@@ -42,7 +47,10 @@ private:
     std::ofstream trace_;
     std::atomic<bool> dataReceived_{false};
     std::atomic<bool> lost_{false};
+    std::chrono::steady_clock::time_point freeBefore_; ///< when to give up waiting for it
+    std::atomic<int> waits_{0}; ///< for another program to be done with the pedal
     std::unique_ptr<HIDManager> manager_;
+    TracingHIDManager* tracing_ = nullptr; ///< manager_, if it writes a trace
     std::unique_ptr<HIDClass>
         link_; // declared last, so destroyed first: its thread uses all of the above
 };

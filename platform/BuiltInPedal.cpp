@@ -5,6 +5,8 @@
 #include "simulator/pedal/SimulatedPedal.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -15,12 +17,16 @@ namespace {
 using Clock = std::chrono::steady_clock;
 static_assert(hidReportSize == simulator::reportSize);
 
+constexpr std::chrono::milliseconds lookInterval{500};
+
 } // namespace
 
 class BuiltInDevice final : public HIDDevice {
 public:
-    explicit BuiltInDevice(simulator::PedalStore store)
-        : store_(std::move(store)), pedal_(store_, {}, {}) {}
+    BuiltInDevice(simulator::PedalStore store, std::unique_ptr<PedalLock> lock,
+                  simulator::Log complain)
+        : lock_(std::move(lock)), store_(std::move(store)),
+          pedal_(store_, {}, {}, std::move(complain)) {}
 
     bool SetReport(const HIDReport& report) override {
         if (open_)
@@ -41,20 +47,15 @@ public:
     }
 
 private:
+    std::unique_ptr<PedalLock> lock_;
     simulator::PedalStore store_;
     simulator::SimulatedPedal pedal_;
     bool open_ = true;
 };
 
-std::unique_ptr<BuiltInPedal> BuiltInPedal::make(const std::string& stateFolder, std::string& why) {
-    auto store = simulator::PedalStore::open(pathOf(stateFolder), why);
-    if (!store)
-        return nullptr;
-    auto device = std::make_shared<BuiltInDevice>(*std::move(store));
-    return std::unique_ptr<BuiltInPedal>(new BuiltInPedal(std::move(device)));
-}
-
-BuiltInPedal::BuiltInPedal(std::shared_ptr<BuiltInDevice> device) : device_(std::move(device)) {}
+BuiltInPedal::BuiltInPedal(std::string folder, WhileInUse whileInUse, Complain complain)
+    : folder_(std::move(folder)), whileInUse_(std::move(whileInUse)),
+      complain_(std::move(complain)) {}
 
 BuiltInPedal::~BuiltInPedal() = default;
 
@@ -63,9 +64,35 @@ bool BuiltInPedal::open(const HIDMatching& /*matching*/, const HIDCallbacks& cal
     return true;
 }
 
+// The slots are read only now: the program that had the folder may have changed them.
+void BuiltInPedal::plugIn() {
+    nextLook_ = Clock::now() + lookInterval;
+    if (folder_.empty())
+        return whyNoDevice_.absent("the simulated pedal has no folder for its slots: set " +
+                                   whatNamesStateFolder());
+    std::error_code failed; // reported when the slots are read
+    std::filesystem::create_directories(pathOf(folder_), failed);
+    LockAttempt attempt = lockPedal(folder_);
+    while (attempt.holder && whileInUse_ && whileInUse_(*attempt.holder))
+        attempt = lockPedal(folder_);
+    whileInUse_ = nullptr;
+    if (attempt.holder)
+        return whyNoDevice_.unusable(inUseText(folder_, *attempt.holder));
+    std::string why;
+    auto store = simulator::PedalStore::open(pathOf(folder_), why);
+    if (!store)
+        return whyNoDevice_.absent("the simulated pedal is not available: " + why);
+    device_ =
+        std::make_shared<BuiltInDevice>(*std::move(store), std::move(attempt.lock), complain_);
+    whyNoDevice_.found();
+    callbacks_.matching(callbacks_.context, 0, this, device_);
+}
+
 void BuiltInPedal::waitForEvents(TimePoint deadline) {
-    if (!std::exchange(announced_, true))
-        callbacks_.matching(callbacks_.context, 0, this, device_);
+    if (device_ == nullptr && Clock::now() >= nextLook_)
+        plugIn();
+    if (device_ == nullptr)
+        return std::this_thread::sleep_until(deadline);
     do {
         for (const simulator::Report& report : device_->takeReports())
             callbacks_.report(callbacks_.context, 0, device_, HIDReportType::input, 0,
@@ -75,11 +102,7 @@ void BuiltInPedal::waitForEvents(TimePoint deadline) {
 }
 
 std::vector<HIDDeviceRef> BuiltInPedal::copyDevices() const {
-    return {device_};
-}
-
-std::string BuiltInPedal::whyNoDevice() const {
-    return {}; // it is always there
+    return device_ == nullptr ? std::vector<HIDDeviceRef>{} : std::vector<HIDDeviceRef>{device_};
 }
 
 std::string builtInPedalFolder() {

@@ -3,7 +3,10 @@
 #pragma once
 
 #include "device/HIDManager.h"
+#include "platform/NoDeviceReason.h"
+#include "platform/PedalLock.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -13,23 +16,29 @@ class BuiltInDevice;
 
 class BuiltInPedal final : public HIDManager {
 public:
-    /// A pedal that keeps its slots in `stateFolder`. Null, with the reason in `why`, if the folder
-    /// cannot be used.
-    static std::unique_ptr<BuiltInPedal> make(const std::string& stateFolder, std::string& why);
+    /// Receives, on the device thread, why the pedal could not store what it was sent.
+    using Complain = std::function<void(const std::string& why)>;
 
+    /// A pedal that keeps its slots in `folder`, which it creates if necessary. Without a usable
+    /// folder there is no device, and whyNoDevice() says why.
+    explicit BuiltInPedal(std::string folder, WhileInUse whileInUse = {}, Complain complain = {});
     ~BuiltInPedal() override;
 
     bool open(const HIDMatching& matching, const HIDCallbacks& callbacks) override;
     void waitForEvents(TimePoint deadline) override;
     std::vector<HIDDeviceRef> copyDevices() const override;
-    std::string whyNoDevice() const override;
+    std::string whyNoDevice() const override { return whyNoDevice_.text(); }
 
 private:
-    explicit BuiltInPedal(std::shared_ptr<BuiltInDevice> device);
+    void plugIn();
 
-    std::shared_ptr<BuiltInDevice> device_;
+    std::string folder_;
+    WhileInUse whileInUse_;
+    Complain complain_;
     HIDCallbacks callbacks_;
-    bool announced_ = false;
+    TimePoint nextLook_ = TimePoint::min(); ///< when to try again to lock the folder
+    std::shared_ptr<BuiltInDevice> device_; ///< null until the folder is locked and read
+    NoDeviceReason whyNoDevice_;
 };
 
 /// The folder where the built-in pedal keeps its slots: cabslot/pedal in the user's state folder.

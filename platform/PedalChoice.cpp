@@ -1,12 +1,11 @@
 #include "platform/PedalChoice.h"
 
-#include "base/StateFolder.h"
 #include "platform/BuiltInPedal.h"
 #include "platform/SocketPedal.h"
+#include "platform/UsbBus.h"
 #include "platform/UsbHIDManager.h"
 
 #include <string_view>
-#include <thread>
 #include <utility>
 
 namespace cabslot {
@@ -21,31 +20,8 @@ bool isSocket(std::string_view choice) {
     return choice.starts_with(socketPrefix) && choice.size() > socketPrefix.size();
 }
 
-// Used when a service is not available: no device ever comes.
-class AbsentHIDManager final : public HIDManager {
-public:
-    explicit AbsentHIDManager(std::string why) : why_(std::move(why)) {}
-
-    bool open(const HIDMatching& /*matching*/, const HIDCallbacks& /*callbacks*/) override {
-        return false;
-    }
-    void waitForEvents(TimePoint deadline) override { std::this_thread::sleep_until(deadline); }
-    std::vector<HIDDeviceRef> copyDevices() const override { return {}; }
-    std::string whyNoDevice() const override { return why_; }
-
-private:
-    std::string why_;
-};
-
-std::unique_ptr<HIDManager> makeBuiltInPedal() {
-    const std::string folder = builtInPedalFolder();
-    if (folder.empty())
-        return std::make_unique<AbsentHIDManager>(
-            "the simulated pedal has no folder for its slots: set " + whatNamesStateFolder());
-    std::string why;
-    if (auto pedal = BuiltInPedal::make(folder, why))
-        return pedal;
-    return std::make_unique<AbsentHIDManager>("the simulated pedal is not available: " + why);
+std::string socketPath(std::string_view choice) {
+    return std::string(choice.substr(socketPrefix.size()));
 }
 
 } // namespace
@@ -58,12 +34,27 @@ std::string whatIsWrongWithPedal(const std::string& choice) {
     return "there is no pedal \"" + choice + "\"; usb, sim and unix:PATH are possible";
 }
 
-std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice) {
+std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice, PedalEvents events) {
     if (choice == sim)
-        return makeBuiltInPedal();
+        return std::make_unique<BuiltInPedal>(builtInPedalFolder(), std::move(events.whileInUse),
+                                              std::move(events.complain));
     if (isSocket(choice))
-        return makeSocketPedal(choice.substr(socketPrefix.size()));
-    return std::make_unique<UsbHIDManager>();
+        return makeSocketPedal(socketPath(choice), std::move(events.whileInUse));
+    return std::make_unique<UsbHIDManager>(std::move(events.whileInUse));
+}
+
+std::optional<LockHolder> whoUsesPedal(const std::string& choice) {
+    if (choice == sim)
+        return holderOf(builtInPedalFolder());
+    if (isSocket(choice))
+        return holderOf(socketPath(choice));
+    std::optional<LockHolder> holder;
+    for (const UsbFinding& finding : findOnUsb(pedalMatching)) {
+        if (!holder && finding.status == UsbStatus::failing) // matches, and is not opened here
+            holder = holderOf(finding.path);
+    }
+    leaveUsb();
+    return holder;
 }
 
 } // namespace cabslot

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "device/HIDManager.h"
+#include "platform/PedalLock.h"
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace cabslot {
@@ -22,8 +25,17 @@ inline constexpr const char* pedalHelp = R"(Pedals:
 /// Empty if `choice` is valid, else what is wrong with it and what would be right.
 std::string whatIsWrongWithPedal(const std::string& choice);
 
+/// What a front end hears of the service. Both are called on the device thread.
+struct PedalEvents {
+    WhileInUse whileInUse{}; ///< empty: it does not wait for another program
+    std::function<void(const std::string& why)> complain{}; ///< the simulated pedal cannot store
+};
+
 /// The service for a valid `choice`; never null. One that is not available never has a device, and
 /// its whyNoDevice() says why.
-std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice);
+std::unique_ptr<HIDManager> makeHIDManager(const std::string& choice, PedalEvents events = {});
+
+/// The program that is connected to that pedal now. Main thread, before the service is opened.
+std::optional<LockHolder> whoUsesPedal(const std::string& choice);
 
 } // namespace cabslot

@@ -1,6 +1,7 @@
 #include "platform/SocketHIDManager.h"
 
 #include "base/FileDescriptor.h"
+#include "base/SystemError.h"
 #include "platform/Deadline.h"
 
 #include <sys/socket.h>
@@ -9,7 +10,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
 namespace cabslot {
@@ -36,7 +36,7 @@ bool hasPeerClosed(int socket) {
 std::string whyNotConnected(const std::string& path, int error) {
     if (error == EACCES || error == EPERM)
         return "you have no permission to use the pedal at " + path;
-    return "no pedal answers at " + path + ": " + std::strerror(error) +
+    return "no pedal answers at " + path + ": " + systemErrorText(error) +
            " (is a simulated pedal running there?)";
 }
 
@@ -44,8 +44,8 @@ std::string whyNotConnected(const std::string& path, int error) {
 
 class SocketDevice final : public HIDDevice {
 public:
-    SocketDevice(std::string path, FileDescriptor socket)
-        : path_(std::move(path)), socket_(std::move(socket)) {}
+    SocketDevice(std::string path, FileDescriptor socket, std::unique_ptr<PedalLock> lock)
+        : path_(std::move(path)), lock_(std::move(lock)), socket_(std::move(socket)) {}
 
     bool SetReport(const HIDReport& report) override {
         const auto deadline = Clock::now() + sendTimeout;
@@ -62,21 +62,26 @@ public:
         return false;
     }
 
-    void close() override { socket_.close(); }
+    void close() override {
+        socket_.close();
+        lock_.reset();
+    }
 
     int socket() const { return socket_.get(); }
     const std::string& path() const { return path_; }
 
 private:
     std::string path_;
+    std::unique_ptr<PedalLock> lock_;
     FileDescriptor socket_;
 };
 
-SocketHIDManager::SocketHIDManager(const std::string& path)
-    : paths_{path, path + secondDeviceSuffix} {}
+SocketHIDManager::SocketHIDManager(const std::string& path, WhileInUse whileInUse)
+    : paths_{path, path + secondDeviceSuffix}, whileInUse_(std::move(whileInUse)) {}
 
 SocketHIDManager::SocketHIDManager(int connectedSocket) {
-    connected_.push_back(std::make_shared<SocketDevice>("", FileDescriptor(connectedSocket)));
+    connected_.push_back(
+        std::make_shared<SocketDevice>("", FileDescriptor(connectedSocket), nullptr));
 }
 
 SocketHIDManager::~SocketHIDManager() = default;
@@ -92,17 +97,26 @@ void SocketHIDManager::lookForDevices() {
     for (const std::string& path : paths_) {
         const bool known = std::any_of(devices_.begin(), devices_.end(),
                                        [&](const auto& device) { return device->path() == path; });
-        if (known)
-            continue;
-        const std::string why = connectTo(path);
-        if (why.empty())
-            setWhyNoDevice({});
-        else if (!hadDevice_ && path == paths_.front())
-            setWhyNoDevice(why);
+        if (!known && !connectTo(path))
+            break;
     }
+    whileInUse_ = nullptr;
 }
 
-std::string SocketHIDManager::connectTo(const std::string& path) {
+// False: another program has the pedal, and the one beside it, too.
+bool SocketHIDManager::connectTo(const std::string& path) {
+    LockAttempt attempt = lockPedal(path);
+    while (attempt.holder && whileInUse_ && whileInUse_(*attempt.holder))
+        attempt = lockPedal(path);
+    if (attempt.holder)
+        whyNoDevice_.unusable(inUseText(path, *attempt.holder));
+    else if (std::string why = connect(path, std::move(attempt.lock));
+             !why.empty() && path == paths_.front())
+        whyNoDevice_.absent(std::move(why));
+    return !attempt.holder;
+}
+
+std::string SocketHIDManager::connect(const std::string& path, std::unique_ptr<PedalLock> lock) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     if (path.size() >= sizeof address.sun_path)
@@ -115,7 +129,7 @@ std::string SocketHIDManager::connectTo(const std::string& path) {
     if (!fd ||
         ::connect(fd.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
         return whyNotConnected(path, errno);
-    connected_.push_back(std::make_shared<SocketDevice>(path, std::move(fd)));
+    connected_.push_back(std::make_shared<SocketDevice>(path, std::move(fd), std::move(lock)));
     return {};
 }
 
@@ -138,7 +152,7 @@ void SocketHIDManager::waitForEvents(TimePoint deadline) {
 
 void SocketHIDManager::announceNewDevices() {
     for (auto& device : std::exchange(connected_, {})) {
-        hadDevice_ = true;
+        whyNoDevice_.found();
         devices_.push_back(device);
         callbacks_.matching(callbacks_.context, 0, this, device);
     }
@@ -163,23 +177,12 @@ void SocketHIDManager::takeReports(const std::shared_ptr<SocketDevice>& device,
 void SocketHIDManager::remove(const std::shared_ptr<SocketDevice>& device) {
     device->close();
     std::erase(devices_, device);
-    if (devices_.empty())
-        setWhyNoDevice("the pedal was unplugged");
+    whyNoDevice_.lost();
     callbacks_.removal(callbacks_.context, 0, this, device);
 }
 
 std::vector<HIDDeviceRef> SocketHIDManager::copyDevices() const {
     return {devices_.begin(), devices_.end()};
-}
-
-std::string SocketHIDManager::whyNoDevice() const {
-    const std::lock_guard lock(whyMutex_);
-    return whyNoDevice_;
-}
-
-void SocketHIDManager::setWhyNoDevice(std::string why) {
-    const std::lock_guard lock(whyMutex_);
-    whyNoDevice_ = std::move(why);
 }
 
 } // namespace cabslot

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "device/HIDManager.h"
+#include "platform/PedalLock.h"
 
 #include <memory>
 #include <string>
@@ -12,6 +13,6 @@ namespace cabslot {
 std::string whyNoSockets();
 
 /// The service for the socket at `path`; null if whyNoSockets() is not empty.
-std::unique_ptr<HIDManager> makeSocketPedal(const std::string& path);
+std::unique_ptr<HIDManager> makeSocketPedal(const std::string& path, WhileInUse whileInUse);
 
 } // namespace cabslot

@@ -45,6 +45,12 @@ bool TracingHIDManager::open(const HIDMatching& matching, const HIDCallbacks& ca
 
 void TracingHIDManager::waitForEvents(TimePoint deadline) {
     inner_->waitForEvents(deadline);
+    if (!devices_.empty())
+        return;
+    std::string why = inner_->whyNoDevice();
+    if (why != notedWhy_ && !why.empty())
+        note(why);
+    notedWhy_ = std::move(why);
 }
 
 std::vector<HIDDeviceRef> TracingHIDManager::copyDevices() const {

@@ -16,7 +16,8 @@ class TracedDevice;
 class TracingHIDManager final : public HIDManager {
 public:
     /// Forwards everything to `inner`. Each report becomes one line in `out`, written on the device
-    /// thread and flushed at once: seconds since open(), direction, bytes in hex. `out` must
+    /// thread and flushed at once: seconds since open(), direction, bytes in hex. Lines without a
+    /// direction tell what became of the device, or why there is none. `out` must
     /// outlive this object; check its state afterwards to learn whether everything was written.
     TracingHIDManager(std::unique_ptr<HIDManager> inner, std::ostream& out);
     ~TracingHIDManager() override;
@@ -44,6 +45,7 @@ private:
     TimePoint start_{};
     HIDCallbacks callbacks_;
     std::vector<std::shared_ptr<TracedDevice>> devices_;
+    std::string notedWhy_; ///< why there is no device, as it was last written
 };
 
 } // namespace cabslot

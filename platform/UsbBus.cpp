@@ -24,6 +24,8 @@ std::string messageFor(const UsbFinding& finding, const HIDMatching& wanted) {
     switch (finding.status) {
     case UsbStatus::ok:
         return "the pedal is at " + finding.path + " and can be used";
+    case UsbStatus::inUse:
+        return inUseText(finding.path, finding.holder);
     case UsbStatus::notPermitted:
         return "the pedal is at " + finding.path + ", but this user may not open it, " +
                whyNotPermitted();
@@ -58,6 +60,8 @@ std::vector<UsbFinding> findOnUsb(const HIDMatching& wanted) {
     hid_device_info* const all = ::hid_enumerate(static_cast<std::uint16_t>(wanted.VendorID),
                                                  static_cast<std::uint16_t>(wanted.ProductID));
     for (const hid_device_info* one = all; one != nullptr; one = one->next) {
+        if (one->path == nullptr) // the node vanished during the scan
+            continue;
         const std::string path = one->path;
         const bool known = std::any_of(found.begin(), found.end(),
                                        [&](const UsbFinding& old) { return old.path == path; });
@@ -76,9 +80,16 @@ std::vector<UsbFinding> findOnUsb(const HIDMatching& wanted) {
 void openOnUsb(UsbFinding& finding) {
     if (finding.status != UsbStatus::failing)
         return;
+    LockAttempt attempt = lockPedal(finding.path);
+    if (attempt.holder) {
+        finding.status = UsbStatus::inUse;
+        finding.holder = *attempt.holder;
+        return;
+    }
     finding.handle.reset(::hid_open_path(finding.path.c_str()));
     if (finding.handle) {
         finding.status = UsbStatus::ok;
+        finding.lock = std::move(attempt.lock);
         return;
     }
     NodeRefusal refusal = whyNodeStaysClosed(finding.path);
@@ -108,7 +119,8 @@ UsbVerdict verdictOn(const std::vector<UsbFinding>& findings, const HIDMatching&
             .path = best->path,
             .release = best->release,
             .message = messageFor(*best, wanted),
-            .fix = best->status == UsbStatus::notPermitted ? commandThatPermits() : ""};
+            .fix = best->status == UsbStatus::notPermitted ? commandThatPermits() : "",
+            .holder = best->holder};
 }
 
 void leaveUsb() {

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "device/HIDManager.h"
+#include "platform/PedalLock.h"
 
 #include <cstdint>
 #include <memory>
@@ -22,8 +23,9 @@ struct UsbHandleCloser {
 };
 using UsbHandle = std::unique_ptr<hid_device_, UsbHandleCloser>;
 
-/// Best first.
+/// A verdict is the first of these that a finding has.
 enum class UsbStatus {
+    inUse, ///< by another program, which has every pedal that it could get
     ok,
     notPermitted,
     failing,
@@ -38,7 +40,10 @@ struct UsbFinding {
     std::uint16_t release = 0;
     UsbStatus status = UsbStatus::failing;
     std::string systemText; ///< failing: the system's message
-    UsbHandle handle;       ///< ok: the device, open
+    LockHolder holder{};    ///< inUse: that program
+    std::unique_ptr<PedalLock>
+        lock;         ///< ok: no other program may open it; null where none can be had
+    UsbHandle handle; ///< ok: the device, open
 };
 
 /// Starts hidapi; may be called again. False: the USB service is not available.
@@ -48,7 +53,7 @@ bool joinUsb();
 /// status is otherRelease, or failing until openOnUsb() runs. Takes milliseconds.
 std::vector<UsbFinding> findOnUsb(const HIDMatching& wanted);
 
-/// If the status is failing, tries to open the node and updates the status.
+/// If the status is failing, tries to lock and open the node and updates the status.
 void openOnUsb(UsbFinding& finding);
 
 /// Finds the nodes and opens those that match in vendor, product and release.
@@ -61,6 +66,7 @@ struct UsbVerdict {
     std::uint16_t release = 0;
     std::string message; ///< what was found and what the user can do
     std::string fix;     ///< notPermitted: the one command that helps; else empty
+    LockHolder holder{}; ///< inUse: that program
 };
 
 UsbVerdict verdictOn(const std::vector<UsbFinding>& findings, const HIDMatching& wanted);

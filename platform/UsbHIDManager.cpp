@@ -32,7 +32,8 @@ constexpr std::uint8_t noReportID = 0;
 class UsbDevice final : public HIDDevice {
 public:
     explicit UsbDevice(UsbFinding finding)
-        : path_(std::move(finding.path)), handle_(std::move(finding.handle)) {}
+        : path_(std::move(finding.path)), lock_(std::move(finding.lock)),
+          handle_(std::move(finding.handle)) {}
 
     // The kernel waits up to five seconds for a pedal that accepts nothing; hidraw has no way to
     // shorten that.
@@ -55,7 +56,10 @@ public:
         return false;
     }
 
-    void close() override { handle_.reset(); }
+    void close() override {
+        handle_.reset();
+        lock_.reset();
+    }
 
     // Bytes read, 0 on timeout, -1 if the device cannot be read. An interrupted wait looks like the
     // latter, but not twice.
@@ -75,13 +79,14 @@ public:
 
 private:
     std::string path_;
+    std::unique_ptr<PedalLock> lock_;
     UsbHandle handle_;
     int failedWrites_ = 0; ///< in a row
     int failedReads_ = 0;  ///< in a row
     bool lost_ = false;
 };
 
-UsbHIDManager::UsbHIDManager() = default;
+UsbHIDManager::UsbHIDManager(WhileInUse whileInUse) : whileInUse_(std::move(whileInUse)) {}
 
 UsbHIDManager::~UsbHIDManager() {
     for (const Device& device : devices_)
@@ -106,19 +111,33 @@ void UsbHIDManager::waitForEvents(TimePoint deadline) {
 }
 
 void UsbHIDManager::lookForDevices() {
+    std::vector<UsbFinding> findings = openNew();
+    UsbVerdict verdict = verdictOn(findings, matching_);
+    while (verdict.status == UsbStatus::inUse && whileInUse_ && whileInUse_(verdict.holder)) {
+        findings = openNew();
+        verdict = verdictOn(findings, matching_);
+    }
+    whileInUse_ = nullptr;
+    if (devices_.empty())
+        explain(verdict);
+    for (UsbFinding& finding : findings) {
+        if (finding.handle && verdict.status == UsbStatus::ok)
+            announce(std::make_shared<UsbDevice>(std::move(finding)));
+    }
+    nextLook_ = Clock::now() + (devices_.empty() ? lookInterval : lookIntervalForMore);
+}
+
+// What is on the bus; what is new there is open if it can be used.
+std::vector<UsbFinding> UsbHIDManager::openNew() {
     std::vector<UsbFinding> findings = findOnUsb(matching_);
     removeClosedBut(findings);
     for (UsbFinding& finding : findings) {
         if (!isKnown(finding.path))
             openOnUsb(finding);
+        if (finding.status == UsbStatus::inUse) // by a program that opens the rest, too
+            break;
     }
-    if (devices_.empty())
-        explain(verdictOn(findings, matching_));
-    for (UsbFinding& finding : findings) {
-        if (finding.handle)
-            announce(std::make_shared<UsbDevice>(std::move(finding)));
-    }
-    nextLook_ = Clock::now() + (devices_.empty() ? lookInterval : lookIntervalForMore);
+    return findings;
 }
 
 bool UsbHIDManager::isKnown(const std::string& path) const {
@@ -139,14 +158,15 @@ void UsbHIDManager::removeClosedBut(const std::vector<UsbFinding>& there) {
 }
 
 void UsbHIDManager::explain(const UsbVerdict& verdict) {
-    if (verdict.status == UsbStatus::ok)
-        setWhyNoDevice({});
-    else if (verdict.status != UsbStatus::noPedal || !hadDevice_)
-        setWhyNoDevice(verdict.message + (verdict.fix.empty() ? "" : "; run: " + verdict.fix));
+    if (verdict.status == UsbStatus::noPedal)
+        whyNoDevice_.absent(verdict.message);
+    else if (verdict.status != UsbStatus::ok)
+        whyNoDevice_.unusable(verdict.message +
+                              (verdict.fix.empty() ? "" : "; run: " + verdict.fix));
 }
 
 void UsbHIDManager::announce(const Device& device) {
-    hadDevice_ = true;
+    whyNoDevice_.found();
     devices_.push_back(device);
     callbacks_.matching(callbacks_.context, 0, this, device);
 }
@@ -186,22 +206,12 @@ void UsbHIDManager::removeLost() {
 void UsbHIDManager::remove(const Device& device) {
     device->close();
     std::erase(devices_, device);
-    setWhyNoDevice("the pedal was unplugged"); // also when it was the current one of several
+    whyNoDevice_.lost();
     callbacks_.removal(callbacks_.context, 0, this, device);
 }
 
 std::vector<HIDDeviceRef> UsbHIDManager::copyDevices() const {
     return {devices_.begin(), devices_.end()};
-}
-
-std::string UsbHIDManager::whyNoDevice() const {
-    const std::lock_guard lock(whyMutex_);
-    return whyNoDevice_;
-}
-
-void UsbHIDManager::setWhyNoDevice(std::string why) {
-    const std::lock_guard lock(whyMutex_);
-    whyNoDevice_ = std::move(why);
 }
 
 } // namespace cabslot

@@ -5,10 +5,10 @@
 #pragma once
 
 #include "device/HIDManager.h"
+#include "platform/NoDeviceReason.h"
 #include "platform/UsbBus.h"
 
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -18,7 +18,7 @@ class UsbDevice;
 
 class UsbHIDManager final : public HIDManager {
 public:
-    UsbHIDManager();
+    explicit UsbHIDManager(WhileInUse whileInUse = {});
 
     /// Closes every device; the device thread must have ended. References to them may remain.
     ~UsbHIDManager() override;
@@ -26,7 +26,7 @@ public:
     bool open(const HIDMatching& matching, const HIDCallbacks& callbacks) override;
     void waitForEvents(TimePoint deadline) override;
     std::vector<HIDDeviceRef> copyDevices() const override;
-    std::string whyNoDevice() const override;
+    std::string whyNoDevice() const override { return whyNoDevice_.text(); }
 
 private:
     using Device = std::shared_ptr<UsbDevice>;
@@ -34,22 +34,20 @@ private:
     void lookForDevices();
     bool isKnown(const std::string& path) const;
     void removeClosedBut(const std::vector<UsbFinding>& there);
+    std::vector<UsbFinding> openNew();
     void explain(const UsbVerdict& verdict);
     void announce(const Device& device);
     void listen(TimePoint deadline);
     void readFrom(const Device& device, int milliseconds);
     void removeLost();
     void remove(const Device& device);
-    void setWhyNoDevice(std::string why);
 
     HIDMatching matching_{};
     HIDCallbacks callbacks_;
     std::vector<Device> devices_; ///< announced; the link may have closed some
     TimePoint nextLook_{};        ///< when to scan again
-    bool hadDevice_ = false;
-
-    mutable std::mutex whyMutex_;
-    std::string whyNoDevice_;
+    WhileInUse whileInUse_;       ///< until the first scan is over
+    NoDeviceReason whyNoDevice_;
 };
 
 } // namespace cabslot

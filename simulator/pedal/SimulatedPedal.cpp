@@ -45,8 +45,8 @@ std::string wrongLengthText(std::size_t length) {
            std::to_string(reportSize);
 }
 
-SimulatedPedal::SimulatedPedal(PedalStore& store, const PedalOptions& options, Log log)
-    : store_(store), options_(options), log_(std::move(log)) {
+SimulatedPedal::SimulatedPedal(PedalStore& store, const PedalOptions& options, Log log, Log failed)
+    : store_(store), options_(options), log_(std::move(log)), failed_(std::move(failed)) {
     if (options_.announceEvery.count() > 0)
         announcementDue_ = TimePoint::min();
 }
@@ -145,7 +145,10 @@ void SimulatedPedal::finishImport(TimePoint now) {
     const PedalSlot& content = import_->content;
     std::string why;
     if (!store_.store(number - 1, content, why)) {
-        say("could not store " + defaultSlotName(number) + ", it will not be confirmed: " + why);
+        why = "could not store " + defaultSlotName(number) + ", it will not be confirmed: " + why;
+        say(why);
+        if (failed_)
+            failed_(why);
         return;
     }
     say("stored " + defaultSlotName(number) + ": \"" + shownName(content) + "\" (" +

@@ -29,8 +29,9 @@ class SimulatedPedal {
 public:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    /// `store` must outlive the pedal.
-    SimulatedPedal(PedalStore& store, const PedalOptions& options, Log log);
+    /// `store` must outlive the pedal. `failed` receives, beside the log, why something could not
+    /// be stored.
+    SimulatedPedal(PedalStore& store, const PedalOptions& options, Log log, Log failed = {});
 
     /// Processes one report from the host. Logs and drops one that is not 64 bytes long or counts
     /// more than 63 bytes.
@@ -62,6 +63,7 @@ private:
     PedalStore& store_;
     const PedalOptions options_;
     const Log log_;
+    const Log failed_;
     FrameParser parser_;
     std::optional<Import> import_;
     // One per slot, so that a host that uploads endlessly does not pile up confirmations.

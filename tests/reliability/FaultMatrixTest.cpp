@@ -20,7 +20,7 @@ const std::string interrupted =
 const std::string unplugged = "the pedal was unplugged";
 const std::string incomplete = unplugged + "; User 2 may be incomplete: load it again";
 
-enum class Act { load, loadWithoutPedal, loadIntoDeaf, loadBesideAnother, loadUntilCtrlC };
+enum class Act { load, loadWithoutPedal, loadIntoDeaf, loadUntilCtrlC };
 
 struct Row {
     const char* what; ///< "A pedal that ..."
@@ -53,7 +53,6 @@ const Row rows[] = {
     {"confirms while it is polled for", {}, "300"},
     {"never confirms", {"--fault", "never-confirm"}, "20", 4, notConfirmed},
     {"confirms before it has the last frame", {"--fault", "confirm-early"}, "20", 4, notConfirmed},
-    {"gets another slot's IR meanwhile", {}, "20", 0, loaded, true, Act::loadBesideAnother, 4},
     {"is still storing at Ctrl-C", {}, "60000", 130, interrupted, true, Act::loadUntilCtrlC},
 };
 
@@ -67,11 +66,6 @@ protected:
             pedal.reset();
         if (act == Act::loadIntoDeaf)
             pedal->signal(SIGSTOP);
-        std::unique_ptr<Program> other;
-        if (act == Act::loadBesideAnother)
-            other = std::make_unique<Program>(
-                Options{CABSLOTCTL, "--pedal", "unix:" + socket, "load", "3", wav("Other.wav")},
-                folder, "other");
         const auto loading = start(std::move(load));
         if (act == Act::loadUntilCtrlC) {
             EXPECT_TRUE(pedal->hasPrinted("stored User 2"));
@@ -82,10 +76,6 @@ protected:
         err = loading->err();
         if (act == Act::loadIntoDeaf)
             pedal->signal(SIGCONT);
-        if (other != nullptr) {
-            EXPECT_EQ(other->wait(), 0) << other->err();
-            EXPECT_EQ(contentOf(folder.path("st/user3.slot")).substr(4096, 5), "Other");
-        }
         return status;
     }
 };

@@ -80,5 +80,41 @@ TEST_F(Hostile, SocketsThatAreInUseOrNotOurs) {
     EXPECT_EQ(manager.whyNoDevice(), "you have no permission to use the pedal at " + socket);
 }
 
+TEST_F(Hostile, ProgramsThatWantOnePedalAtOnceTakeTurnsAndNeverMix) {
+    ::setenv("XDG_STATE_HOME", folder.path("state").c_str(), 1);
+    startPedal();
+    std::vector<std::unique_ptr<Program>> programs;
+    for (const std::string slot : {"1", "2", "3", "4"})
+        programs.push_back(std::make_unique<Program>(
+            std::vector<std::string>{CABSLOTCTL, "--pedal", "unix:" + socket, "load", slot,
+                                     wav("Cab" + slot + ".wav")},
+            folder, slot));
+    for (const auto& program : programs)
+        EXPECT_EQ(program->wait(), 0) << program->err();
+    int frames = 0; // of uploads: all seven, in order, before the next upload's first
+    std::istringstream log(pedal->out());
+    for (std::string line; std::getline(log, line);) {
+        EXPECT_EQ(line.find("dropped"), std::string::npos) << line;
+        EXPECT_EQ(line.find("skipped"), std::string::npos) << line;
+        if (line.starts_with("import step")) {
+            EXPECT_EQ(line[12] - '0', frames++ % 7) << line;
+        }
+    }
+    EXPECT_EQ(frames, 4 * 7);
+
+    startPedal({}, "60000");
+    const Program holder({CABSLOTCTL, "--pedal", "unix:" + socket, "load", "1", wav()}, folder,
+                         "holder");
+    ASSERT_TRUE(pedal->hasPrinted("stored User 1"));
+    const std::string trace = folder.path("trace");
+    EXPECT_EQ(run({"--trace", trace, "list"}, "unix:" + folder.path("st/../pedal.sock")), 3);
+    EXPECT_TRUE(errHas("/pedal.sock is in use by cabslotctl (pid "));
+    EXPECT_NE(contentOf(trace).find(" waiting: the pedal at"), std::string::npos);
+    holder.signal(SIGKILL);
+    EXPECT_EQ(run({"list"}), 0) << err;
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path("state/cabslot/locks")));
+    ::unsetenv("XDG_STATE_HOME");
+}
+
 } // namespace
 } // namespace cabslot::testing

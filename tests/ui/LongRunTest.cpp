@@ -90,8 +90,7 @@ protected:
 };
 
 TEST_F(LongRun, FiveHoursWith2000UploadsLeaveNothingBehind) {
-    std::string why;
-    openOn(BuiltInPedal::make(folder.path("pedal"), why));
+    openOn(std::make_unique<BuiltInPedal>(folder.path("pedal")));
     pass(1s);
     ASSERT_EQ(label(1), "User 1          ");
     ::testing::internal::CaptureStdout();
