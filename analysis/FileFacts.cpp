@@ -42,7 +42,7 @@ FileFacts factsOf(const IRFile& file) {
             add(facts, facts.frames + i, static_cast<double>(values[i]), file.decodedPoints());
         facts.frames += count;
     }
-    facts.moreFollows = !file.isHeldWhole();
+    facts.moreFollows = !file.holdsAllSamples();
     if (facts.channels <= usableChannels)
         facts.used = std::min<std::size_t>(facts.frames, file.decodedPoints());
     return facts;

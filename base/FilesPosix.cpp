@@ -1,17 +1,16 @@
-// base/Files.h on POSIX systems.
+// base/Files.h and base/InputFile.h on POSIX systems.
 #include "base/FileDescriptor.h"
 #include "base/Files.h"
+#include "base/InputFile.h"
 #include "base/SystemError.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <new>
 #include <system_error>
 #include <utility>
 
@@ -65,26 +64,6 @@ std::string whyNotAFile(mode_t mode) {
     if (S_ISFIFO(mode))
         return "it is not a file but a pipe";
     return "it is not a file but a device";
-}
-
-/// Fills `bytes` from the descriptor; returns why that failed, or an empty text.
-std::string readBytes(int descriptor, std::span<std::uint8_t> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::read(descriptor, bytes.data(), bytes.size());
-        if (count == 0)
-            return "it changed while it was being read; try again";
-        if (count > 0)
-            bytes = bytes.subspan(static_cast<std::size_t>(count));
-        else if (errno != EINTR)
-            return "it cannot be read: " + systemErrorText(errno);
-    }
-    return {};
-}
-
-FileBytes refused(std::string whyNot) {
-    FileBytes file;
-    file.whyNot = std::move(whyNot);
-    return file;
 }
 
 /// Creates a new file in `folder` and sets `name` to its path. Returns an error number.
@@ -162,27 +141,50 @@ int replaceAt(const fs::path& target, const struct stat* old, mode_t newMode,
 
 } // namespace
 
-FileBytes readFile(const std::string& path, std::uint32_t most) {
+struct InputFile::Handle {
+    FileDescriptor descriptor;
+};
+
+InputFile::InputFile() = default;
+InputFile::~InputFile() = default;
+
+std::string InputFile::open(const std::string& path) {
     if (std::string why = whyNoPath(path); !why.empty())
-        return refused(std::move(why));
+        return why;
     // Without O_NONBLOCK, opening a pipe would block until another process writes to it.
-    const FileDescriptor descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    FileDescriptor descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     if (!descriptor || ::fstat(descriptor.get(), &status) != 0)
-        return refused(whyNotOpened(errno));
+        return whyNotOpened(errno);
     if (std::string why = whyNotAFile(status.st_mode); !why.empty())
-        return refused(std::move(why));
+        return why;
+    size_ = static_cast<std::uint64_t>(status.st_size);
+    handle_ = std::make_unique<Handle>();
+    handle_->descriptor = std::move(descriptor);
+    return {};
+}
 
-    FileBytes file;
-    file.fileSize = static_cast<std::uint64_t>(status.st_size);
-    file.size = static_cast<std::uint32_t>(std::min<std::uint64_t>(file.fileSize, most));
-    file.bytes.reset(new (std::nothrow) std::uint8_t[file.size]);
-    if (!file.bytes)
-        return refused("there is not enough memory to read its " + std::to_string(file.size) +
-                       " bytes");
-    if (std::string why = readBytes(descriptor.get(), {file.bytes.get(), file.size}); !why.empty())
-        return refused(std::move(why));
-    return file;
+std::string InputFile::read(std::uint64_t position, std::span<std::uint8_t> bytes) const {
+    while (!bytes.empty()) {
+        const ssize_t count = ::pread(handle_->descriptor.get(), bytes.data(), bytes.size(),
+                                      static_cast<off_t>(position));
+        if (count == 0)
+            return "it changed while it was being read; try again";
+        if (count > 0) {
+            bytes = bytes.subspan(static_cast<std::size_t>(count));
+            position += static_cast<std::uint64_t>(count);
+        } else if (errno != EINTR) {
+            return "it cannot be read: " + systemErrorText(errno);
+        }
+    }
+    return {};
+}
+
+std::uint64_t InputFile::afterHole(std::uint64_t position) const {
+    const off_t data = ::lseek(handle_->descriptor.get(), static_cast<off_t>(position), SEEK_DATA);
+    if (data >= 0)
+        return static_cast<std::uint64_t>(data);
+    return errno == ENXIO ? size_ : position; // nothing but a hole up to the end; not supported
 }
 
 std::string replaceFile(const std::string& path, std::span<const std::uint8_t> bytes,

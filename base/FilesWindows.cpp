@@ -1,12 +1,13 @@
-// base/Files.h on Windows. Files are opened without locking, so that an open file can be replaced.
+// base/Files.h and base/InputFile.h on Windows. Files are opened without locking, so that an open
+// file can be replaced.
 #include "base/Files.h"
+#include "base/InputFile.h"
 #include "base/PathText.h"
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
 #include <algorithm>
-#include <new>
 #include <system_error>
 #include <utility>
 
@@ -89,20 +90,6 @@ std::uint64_t sizeOf(const BY_HANDLE_FILE_INFORMATION& about) {
     return std::uint64_t{about.nFileSizeHigh} << 32 | about.nFileSizeLow;
 }
 
-/// Fills `bytes` from the file; returns why that failed, or an empty text.
-std::string readBytes(HANDLE file, std::span<std::uint8_t> bytes) {
-    while (!bytes.empty()) {
-        DWORD count = 0;
-        const auto wanted = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), mostAtOnce));
-        if (!::ReadFile(file, bytes.data(), wanted, &count, nullptr))
-            return "it cannot be read: " + wordsFor(::GetLastError());
-        if (count == 0)
-            return "it changed while it was being read; try again";
-        bytes = bytes.subspan(count);
-    }
-    return {};
-}
-
 DWORD writeAll(HANDLE file, std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
         DWORD count = 0;
@@ -112,12 +99,6 @@ DWORD writeAll(HANDLE file, std::span<const std::uint8_t> bytes) {
         bytes = bytes.subspan(count);
     }
     return ::FlushFileBuffers(file) ? ERROR_SUCCESS : ::GetLastError();
-}
-
-FileBytes refused(std::string whyNot) {
-    FileBytes file;
-    file.whyNot = std::move(whyNot);
-    return file;
 }
 
 /// The target of the links that lead to an open file.
@@ -159,26 +140,48 @@ DWORD replaceAt(const fs::path& target, std::span<const std::uint8_t> bytes) {
 
 } // namespace
 
-FileBytes readFile(const std::string& path, std::uint32_t most) {
-    if (std::string why = whyNoPath(path); !why.empty())
-        return refused(std::move(why));
-    const Handle handle = openFile(pathOf(path), GENERIC_READ, OPEN_EXISTING, folderToo);
-    if (!handle)
-        return refused(whyNotOpened(::GetLastError()));
-    BY_HANDLE_FILE_INFORMATION about{};
-    if (std::string why = whyNotAFile(handle.get(), about); !why.empty())
-        return refused(std::move(why));
+struct InputFile::Handle {
+    cabslot::Handle file;
+};
 
-    FileBytes file;
-    file.fileSize = sizeOf(about);
-    file.size = static_cast<std::uint32_t>(std::min<std::uint64_t>(file.fileSize, most));
-    file.bytes.reset(new (std::nothrow) std::uint8_t[file.size]);
-    if (!file.bytes)
-        return refused("there is not enough memory to read its " + std::to_string(file.size) +
-                       " bytes");
-    if (std::string why = readBytes(handle.get(), {file.bytes.get(), file.size}); !why.empty())
-        return refused(std::move(why));
-    return file;
+InputFile::InputFile() = default;
+InputFile::~InputFile() = default;
+
+std::string InputFile::open(const std::string& path) {
+    if (std::string why = whyNoPath(path); !why.empty())
+        return why;
+    cabslot::Handle file = openFile(pathOf(path), GENERIC_READ, OPEN_EXISTING, folderToo);
+    if (!file)
+        return whyNotOpened(::GetLastError());
+    BY_HANDLE_FILE_INFORMATION about{};
+    if (std::string why = whyNotAFile(file.get(), about); !why.empty())
+        return why;
+    size_ = sizeOf(about);
+    handle_ = std::make_unique<Handle>();
+    handle_->file = std::move(file);
+    return {};
+}
+
+std::string InputFile::read(std::uint64_t position, std::span<std::uint8_t> bytes) const {
+    while (!bytes.empty()) {
+        OVERLAPPED place{};
+        place.Offset = static_cast<DWORD>(position);
+        place.OffsetHigh = static_cast<DWORD>(position >> 32);
+        DWORD count = 0;
+        const auto wanted = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), mostAtOnce));
+        if (!::ReadFile(handle_->file.get(), bytes.data(), wanted, &count, &place) &&
+            ::GetLastError() != ERROR_HANDLE_EOF)
+            return "it cannot be read: " + wordsFor(::GetLastError());
+        if (count == 0)
+            return "it changed while it was being read; try again";
+        bytes = bytes.subspan(count);
+        position += count;
+    }
+    return {};
+}
+
+std::uint64_t InputFile::afterHole(std::uint64_t position) const {
+    return position;
 }
 
 // Other users cannot read a user's own folders on Windows: FileAccess::ownerOnly changes nothing.

@@ -79,10 +79,10 @@ std::string AuditionCommand::phrasePath() const {
 }
 
 ExitStatus AuditionCommand::run() {
-    const ReadIR read = readIR(file_);
+    const ReadIR read = readIR(file_, interrupted);
     if (!read) {
         complain(file_ + ": " + read.whyRefused);
-        return ExitStatus::fileRefused;
+        return interrupted() ? ExitStatus::interrupted : ExitStatus::fileRefused;
     }
     std::string why;
     const SoundLibrary* const library = loadSound(installPrefix(), why);

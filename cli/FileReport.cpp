@@ -41,7 +41,7 @@ FileReport reportOn(const ReadIR& read, const IRSummary& summary) {
 }
 
 FileReport inspectFile(const std::string& path) {
-    const ReadIR read = readIR(path);
+    const ReadIR read = readIR(path, interrupted);
     if (read)
         return reportOn(read, summaryOf(read));
     return {.path = path,

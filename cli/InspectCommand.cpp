@@ -108,10 +108,10 @@ std::string InspectCommand::whatIsWrong() const {
 
 ExitStatus InspectCommand::inspectOne() const {
     const std::string& path = files_.front();
-    const ReadIR read = readIR(path);
+    const ReadIR read = readIR(path, interrupted);
     if (!read) {
         complain(path + ": " + read.whyRefused);
-        return ExitStatus::fileRefused;
+        return interrupted() ? ExitStatus::interrupted : ExitStatus::fileRefused;
     }
     const IRSummary summary = summaryOf(read);
     if (!writeFiles(summary, read.ir.block))

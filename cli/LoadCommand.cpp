@@ -53,7 +53,7 @@ ExitStatus LoadCommand::run() {
         return upload(jobs);
     if (all.size() > 1)
         complain("nothing was sent");
-    return ExitStatus::fileRefused;
+    return interrupted() ? ExitStatus::interrupted : ExitStatus::fileRefused;
 }
 
 } // namespace cabslot

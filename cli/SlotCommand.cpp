@@ -145,7 +145,7 @@ std::string SlotCommand::whyRepeated(std::vector<std::uint32_t> slots) {
 }
 
 std::optional<IR> SlotCommand::checkedIR(const std::string& path, bool prepares) {
-    ReadIR read = readIR(path);
+    ReadIR read = readIR(path, interrupted);
     if (!read) {
         refuse(path, read.whyRefused);
         return {};

@@ -1,14 +1,15 @@
 #include "irfile/IRFile.h"
 
-#include "base/Files.h"
 #include "irfile/FactoryNames.h"
+#include "irfile/FileWindow.h"
 #include "irfile/IRConversion.h"
 #include "irfile/NameField.h"
 #include "irfile/NameFromPath.h"
+#include "irfile/RiffChunks.h"
 #include "irfile/WavConversion.h"
 
 #include <algorithm>
-#include <cstring>
+#include <limits>
 #include <utility>
 
 namespace cabslot {
@@ -20,26 +21,27 @@ constexpr std::string_view waveType = "WAVE";
 constexpr std::string_view fmtTag = "fmt ";
 constexpr std::string_view dataTag = "data";
 
-// Only the start of a long recording is used, and in nearly every file it lies within this many
-// bytes. Where it does not, the whole file is read.
-constexpr std::uint32_t usualPart = 1 << 20;
+// Where fewer sample bytes than this are within a long file's first megabyte, they are read from
+// their own place. No usable format needs more: stereo, 32 bits.
+constexpr std::size_t neededSampleBytes = irWorkCount * 2 * sizeof(float);
 
-/// A file's bytes as text, for searching and comparing.
-std::string_view asText(std::span<const std::uint8_t> file) {
-    return {reinterpret_cast<const char*>(file.data()), file.size()};
+constexpr std::uint64_t largestFile = std::numeric_limits<std::uint32_t>::max();
+
+std::string_view asText(std::span<const std::uint8_t> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-/// The first `tag` in `file`, or null. This searches the bytes, not the list of chunks, so a tag
-/// inside an earlier chunk counts: kept, so that a file sounds the same in every version. A tag
-/// that ends with the file's last byte does not count.
-const std::uint8_t* findTag(std::span<const std::uint8_t> file, std::string_view tag) {
-    const std::size_t position = asText(file.first(file.size() - 1)).find(tag);
-    return position == std::string_view::npos ? nullptr : &file[position];
-}
-
-/// Whether `file` holds `size` bytes from `start` on.
-bool holds(std::span<const std::uint8_t> file, const std::uint8_t* start, std::size_t size) {
-    return static_cast<std::size_t>(start - file.data()) + size <= file.size();
+/// Why the file cannot be an IR file by its size; empty if it can.
+std::string whyNotRead(const FileWindow& file) {
+    if (!file.whyNot().empty())
+        return file.whyNot();
+    if (file.size() > largestFile)
+        return "it is too large: files of 4 GiB and more are not read";
+    if (file.size() == 0)
+        return "it is empty";
+    if (file.size() < layout::riffHeaderSize)
+        return "it is not a WAV file: it holds only " + std::to_string(file.size()) + " bytes";
+    return {};
 }
 
 /// Why a file with this header is not a WAV file; empty if it is one.
@@ -53,132 +55,130 @@ std::string whyNoWav(const RIFF_HEADER& header) {
 
 } // namespace
 
-IRFile IRFile::read(const std::string& path, Extent extent) {
-    for (const std::uint32_t most : {usualPart, mostFileBytes}) {
-        IRFile result;
-        FileBytes file = readFile(path, most);
-        if (!file.bytes)
-            result.refuse(std::move(file.whyNot));
-        else if (file.fileSize > mostFileBytes)
-            result.refuse("it is too large: files of 4 GiB and more are not read");
-        if (!result.whyRefused_.empty())
-            return result;
-        const bool whole = file.whole();
-        result.hold(std::move(file.bytes), file.size, file.fileSize);
-        result.examine(path);
-        if (whole || (result.isOpen_ && result.holdsItsPoints()))
-            return result;
-        if (extent == Extent::start) {
-            result.refuse("it is long, and its samples are not within its first megabyte");
-            return result;
-        }
-    }
-    return {}; // not reached: the second pass reads the whole file
+IRFile IRFile::read(const std::string& path, const StopCheck& stop, Extent extent) {
+    FileWindow file(path, stop);
+    return examined(file, path, extent);
 }
 
 IRFile IRFile::of(std::span<const std::uint8_t> bytes, const std::string& path) {
+    FileWindow file(bytes);
+    return examined(file, path, Extent::asNeeded);
+}
+
+IRFile IRFile::examined(FileWindow& file, const std::string& path, Extent extent) {
     IRFile result;
-    auto copy = std::make_unique<std::uint8_t[]>(bytes.size());
-    std::ranges::copy(bytes, copy.get());
-    result.hold(std::move(copy), bytes.size(), bytes.size());
-    result.examine(path);
-    return result;
+    std::string why = whyNotRead(file);
+    if (why.empty()) {
+        const std::span<const std::uint8_t> start = file.from(0);
+        result.bytes_ = std::make_shared<std::vector<std::uint8_t>>(start.begin(), start.end());
+        result.sizeOnDisk_ = file.size();
+        if (!start.empty())
+            why = asText(start).starts_with(layout::factoryMark)
+                      ? result.openFactoryFile()
+                      : result.openWavFile(file, path, extent);
+    }
+    if (!file.whyNot().empty())
+        why = file.whyNot();
+    if (why.empty()) {
+        result.isOpen_ = true;
+        return result;
+    }
+    IRFile refused; // knows nothing else
+    refused.kind_ = result.kind_;
+    refused.whyRefused_ = std::move(why);
+    return refused;
 }
 
-void IRFile::hold(std::unique_ptr<std::uint8_t[]> bytes, std::size_t size,
-                  std::uint64_t sizeOnDisk) {
-    bytes_ = std::move(bytes);
-    size_ = size;
-    sizeOnDisk_ = sizeOnDisk;
-}
-
-void IRFile::examine(const std::string& path) {
-    if (size_ == 0)
-        refuse("it is empty");
-    else if (size_ < layout::riffHeaderSize)
-        refuse("it is not a WAV file: it holds only " + std::to_string(size_) + " bytes");
-    else
-        isOpen_ = asText(bytes()).starts_with(layout::factoryMark) ? openFactoryFile()
-                                                                   : openWavFile(path);
-}
-
-/// Whether everything that convertTo() may need is in memory.
-bool IRFile::holdsItsPoints() const {
-    const WAVE_FORMAT wav = format();
-    const std::size_t sampleSize = wav.bitsPerSample / 8u;
-    const std::size_t frameSize = sampleSize * wav.channelCount;
-    return samples().size() >= irWorkCount * std::max(frameSize, layout::factorySampleSize);
-}
-
-/// Forgets everything but `why` and the kind.
-bool IRFile::refuse(std::string why) {
-    const Kind kind = kind_;
-    *this = IRFile();
-    kind_ = kind;
-    whyRefused_ = std::move(why);
-    return false;
-}
-
-/// Refuses with `why`, unless the file is not a WAV file at all, which is then the better reason.
-bool IRFile::refuseWav(std::string why) {
-    std::string noWav = whyNoWav(riff_);
-    return refuse(noWav.empty() ? std::move(why) : std::move(noWav));
-}
-
-bool IRFile::openFactoryFile() {
+std::string IRFile::openFactoryFile() {
     const std::uint8_t index = bytes()[layout::factoryNameIndex];
     if (index >= factoryNameCount)
-        return refuse("it is a factory IR file with the unknown number " + std::to_string(index) +
-                      "; 0 to " + std::to_string(factoryNameCount - 1) + " are known");
+        return "it is a factory IR file with the unknown number " + std::to_string(index) +
+               "; 0 to " + std::to_string(factoryNameCount - 1) + " are known";
     name_ = FileNameBuff[index];
-    samplesAt_ = std::min<std::size_t>(layout::factorySamples, size_);
+    samplesAt_ = std::min<std::size_t>(layout::factorySamples, bytes().size());
+    samplesInFile_ = samplesAt_;
+    samplesEnd_ = bytes().size();
     kind_ = Kind::factory;
-    return true;
+    return {};
 }
 
-bool IRFile::openWavFile(const std::string& path) {
+std::string IRFile::openWavFile(FileWindow& file, const std::string& path, Extent extent) {
     kind_ = Kind::wav;
-    riff_ = RIFF_HEADER(bytes_.get());
-    if (!findChunks())
-        return false;
+    if (std::string why = whyNoWav(riffHeader()); !why.empty())
+        return why;
+    if (std::string why = findChunks(file, extent); !why.empty())
+        return why;
     const std::string_view name = irNameFromPath(path);
     if (std::string why = whyNameRefused(name); !why.empty())
-        return refuse(std::move(why));
+        return why;
     name_ = name.substr(0, wavNameSize);
-    return checkFormat();
+    return whyFormatRefused();
 }
 
-bool IRFile::findChunks() {
-    const std::span<const std::uint8_t> file = bytes();
-    const std::uint8_t* const fmt = findTag(file, fmtTag);
+/// The tags are searched for in the bytes, not in the list of chunks, so a tag inside an earlier
+/// chunk counts: kept, so that a file sounds the same in every version. A tag that ends with the
+/// file's last byte does not count.
+std::string IRFile::findChunks(FileWindow& file, Extent extent) {
+    const bool all = extent == Extent::asNeeded || file.size() <= FileWindow::width;
+    const std::uint64_t end = all ? file.size() - 1 : FileWindow::width;
+    const std::string tooLong = "it is long, and its samples are not within its first megabyte";
+    const auto fmt = file.find(fmtTag, end);
     if (!fmt)
-        return refuseWav("it is a damaged WAV file: it has no \"fmt \" chunk");
-    if (!holds(file, fmt, layout::fmtBlockSize))
-        return refuseWav("it is a damaged WAV file: it ends within its \"fmt \" chunk");
-    const std::uint8_t* const data = findTag(file, dataTag);
+        return all ? "it is a damaged WAV file: it has no \"fmt \" chunk" : tooLong;
+    if (*fmt + layout::fmtBlockSize > file.size())
+        return "it is a damaged WAV file: it ends within its \"fmt \" chunk";
+    const auto data = file.find(dataTag, end);
     if (!data)
-        return refuseWav("it is a damaged WAV file: it has no \"data\" chunk");
-    if (!holds(file, data, layout::dataSamples))
-        return refuseWav("it is a damaged WAV file: it ends within its \"data\" chunk");
-
-    fmt_ = FMT_BLOCK(fmt);
-    data_ = DATA_BLOCK(data);
-    samplesAt_ = static_cast<std::size_t>(data_.samples() - file.data());
-    std::string why = whyNoWav(riff_);
-    return why.empty() || refuse(std::move(why));
+        return all ? "it is a damaged WAV file: it has no \"data\" chunk" : tooLong;
+    if (*data + layout::dataSamples > file.size())
+        return "it is a damaged WAV file: it ends within its \"data\" chunk";
+    if (!all && *data + layout::dataSamples + neededSampleBytes > end)
+        return tooLong;
+    noteMisplaced(file, fmtTag, *fmt);
+    noteMisplaced(file, dataTag, *data);
+    take(file, *fmt, *data);
+    return {};
 }
 
-bool IRFile::checkFormat() {
+void IRFile::noteMisplaced(FileWindow& file, std::string_view tag, std::uint64_t position) {
+    if (!misplaced_.tag.empty())
+        return;
+    if (std::string around = chunkAround(file, position); !around.empty())
+        misplaced_ = {std::string(tag), std::move(around)};
+}
+
+/// Sets the views. What is not in memory yet is appended.
+void IRFile::take(FileWindow& file, std::uint64_t fmt, std::uint64_t data) {
+    const std::size_t start = bytes_->size();
+    const auto append = [this](std::span<const std::uint8_t> part) {
+        const std::size_t place = bytes_->size();
+        bytes_->insert(bytes_->end(), part.begin(), part.end());
+        return place;
+    };
+    const bool formatIsHeld = fmt + layout::fmtBlockSize <= start;
+    const std::size_t fmtAt = formatIsHeld ? fmt : append(file.at(fmt, layout::fmtBlockSize));
+    samplesInFile_ = data + layout::dataSamples;
+    const bool samplesAreHeld = start == sizeOnDisk_ || samplesInFile_ + neededSampleBytes <= start;
+    const std::size_t dataAt = samplesAreHeld ? data : append(file.from(data));
+    samplesAt_ = dataAt + layout::dataSamples;
+    samplesEnd_ = samplesAreHeld ? start : bytes_->size();
+    if (!file.whyNot().empty()) // what was appended is too short for the views
+        return;
+    fmt_ = FMT_BLOCK(bytes_->data() + fmtAt);
+    data_ = DATA_BLOCK(bytes_->data() + dataAt);
+}
+
+std::string IRFile::whyFormatRefused() const {
+    if (!fmt_.present())
+        return {}; // it could not be read
     const WAVE_FORMAT format = fmt_.format();
     if (format.channelCount == 0)
-        return refuse("0 channels are not supported; 1 (mono) and 2 (stereo, the left one) are");
-    if (format.bitsPerSample / 8u == 0)
-        return refuse(whyBitsRefused(format.bitsPerSample));
-    return true;
+        return "0 channels are not supported; 1 (mono) and 2 (stereo, the left one) are";
+    return format.bitsPerSample / 8u == 0 ? whyBitsRefused(format.bitsPerSample) : "";
 }
 
-ReadIR readIR(const std::string& path, Extent extent) {
-    return readIR(IRFile::read(path, extent), path);
+ReadIR readIR(const std::string& path, const StopCheck& stop, Extent extent) {
+    return readIR(IRFile::read(path, stop, extent), path);
 }
 
 ReadIR readIR(IRFile file, const std::string& path) {

@@ -4,6 +4,7 @@
 // A file that cannot be used gives a value that knows nothing but the reason.
 #pragma once
 
+#include "base/StopCheck.h"
 #include "irfile/IR.h"
 #include "irfile/WavLayout.h"
 
@@ -12,14 +13,17 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cabslot {
 
 /// How much of a file may be read.
 enum class Extent {
-    asNeeded, ///< its first megabyte, or all of it if that does not suffice
+    asNeeded, ///< all of it is searched, in parts
     start,    ///< its first megabyte only, so that inspecting any file is quick
 };
+
+class FileWindow;
 
 class IRFile {
 public:
@@ -31,8 +35,10 @@ public:
 
     IRFile() = default; ///< no file
 
-    /// Reads and checks the file; the last component of `path` gives the IR's name.
-    static IRFile read(const std::string& path, Extent extent = Extent::asNeeded);
+    /// Reads and checks the file; the last component of `path` gives the IR's name. Takes at most
+    /// four megabytes of memory, and refuses soon after `stop` says so.
+    static IRFile read(const std::string& path, const StopCheck& stop = {},
+                       Extent extent = Extent::asNeeded);
 
     /// The same for a file in memory, which is copied; `path` only gives the name.
     static IRFile of(std::span<const std::uint8_t> bytes, const std::string& path);
@@ -61,18 +67,26 @@ public:
         std::string tag;
         std::string insideOf;
     };
-    MisplacedTag misplacedTag() const;
+    const MisplacedTag& misplacedTag() const { return misplaced_; }
 
-    /// The whole file is in memory. Of a long file only the start is read.
-    bool isHeldWhole() const { return size_ == sizeOnDisk_; }
+    /// All bytes from the first sample to the file's end are in memory. Of a long file only a part
+    /// is.
+    bool holdsAllSamples() const { return samplesInFile_ + samples().size() == sizeOnDisk_; }
 
-    /// What is in memory, and in it: the three views, of a WAV file only, and the bytes from the
-    /// first sample on.
-    std::span<const std::uint8_t> bytes() const { return {bytes_.get(), size_}; }
-    RIFF_HEADER riffHeader() const { return riff_; }
+    /// What is in memory: the whole file, or of a long one its first megabyte, followed by what is
+    /// needed from elsewhere. In it: the three views, of a WAV file only, and the bytes from the
+    /// first sample on, at most a megabyte.
+    std::span<const std::uint8_t> bytes() const {
+        return bytes_ ? std::span<const std::uint8_t>(*bytes_) : std::span<const std::uint8_t>();
+    }
+    RIFF_HEADER riffHeader() const {
+        return kind_ == Kind::wav && bytes_ ? RIFF_HEADER(bytes().data()) : RIFF_HEADER();
+    }
     FMT_BLOCK formatBlock() const { return fmt_; }
     DATA_BLOCK dataBlock() const { return data_; }
-    std::span<const std::uint8_t> samples() const { return bytes().subspan(samplesAt_); }
+    std::span<const std::uint8_t> samples() const {
+        return bytes().subspan(samplesAt_, samplesEnd_ - samplesAt_);
+    }
 
     /// Fills `values` with the samples of `channel` (0 is the first) from frame `first` on, full
     /// scale 1.0, including frames that the conversion does not use. Unlike the conversion, removes
@@ -87,29 +101,27 @@ public:
     std::string convertTo(Block& block) const;
 
 private:
-    void hold(std::unique_ptr<std::uint8_t[]> bytes, std::size_t size, std::uint64_t sizeOnDisk);
-    void examine(const std::string& path);
-    bool refuse(std::string why);
-    bool refuseWav(std::string why);
-    bool openFactoryFile();
-    bool openWavFile(const std::string& path);
-    bool findChunks();
-    bool checkFormat();
-    bool holdsItsPoints() const;
+    static IRFile examined(FileWindow& file, const std::string& path, Extent extent);
+    std::string openFactoryFile();
+    std::string openWavFile(FileWindow& file, const std::string& path, Extent extent);
+    std::string findChunks(FileWindow& file, Extent extent);
+    void noteMisplaced(FileWindow& file, std::string_view tag, std::uint64_t position);
+    void take(FileWindow& file, std::uint64_t fmt, std::uint64_t data);
+    std::string whyFormatRefused() const;
     WAVE_FORMAT format() const;
 
     Kind kind_ = Kind::unknown;
     bool isOpen_ = false;
     std::string whyRefused_;
     std::string name_;
-    std::shared_ptr<const std::uint8_t[]>
-        bytes_; ///< the file, or as much of its start as is needed
-    std::size_t size_ = 0;
-    std::uint64_t sizeOnDisk_ = 0; ///< including the part that is not in memory
-    std::size_t samplesAt_ = 0;    ///< where the first sample is in `bytes_`, or their end
-    RIFF_HEADER riff_;             ///< these point into `bytes_`
-    FMT_BLOCK fmt_;
+    std::shared_ptr<std::vector<std::uint8_t>> bytes_; ///< written only while it is opened
+    std::uint64_t sizeOnDisk_ = 0;    ///< including the parts that are not in memory
+    std::uint64_t samplesInFile_ = 0; ///< where the first sample is in the file, or its end
+    std::size_t samplesAt_ = 0;       ///< the same in `bytes_`
+    std::size_t samplesEnd_ = 0;      ///< the end of the samples in `bytes_`
+    FMT_BLOCK fmt_;                   ///< these point into `bytes_`
     DATA_BLOCK data_;
+    MisplacedTag misplaced_;
 };
 
 /// An IR file, read and converted.
@@ -122,7 +134,8 @@ struct ReadIR {
 };
 
 /// Reads and converts the file at `path`. Every command and the window begin with this.
-ReadIR readIR(const std::string& path, Extent extent = Extent::asNeeded);
+ReadIR readIR(const std::string& path, const StopCheck& stop = {},
+              Extent extent = Extent::asNeeded);
 
 /// The same for a file that was read before.
 ReadIR readIR(IRFile file, const std::string& path);

@@ -1,6 +1,5 @@
 #include "irfile/IRConversion.h"
 #include "irfile/IRFile.h"
-#include "irfile/RiffChunks.h"
 #include "irfile/SampleDecoding.h"
 #include "irfile/SampleFormat.h"
 #include "irfile/WavConversion.h"
@@ -62,21 +61,9 @@ std::uint64_t IRFile::heldFrames() const {
     const std::uint64_t frameSize = sampleSize * kind.channelCount;
     if (frameSize == 0)
         return 0;
-    const std::uint64_t sampleBytes = sizeOnDisk_ - samplesAt_;
+    const std::uint64_t sampleBytes = sizeOnDisk_ - samplesInFile_;
     return std::min<std::uint64_t>(frameCount(),
                                    (sampleBytes + frameSize - sampleSize) / frameSize);
-}
-
-IRFile::MisplacedTag IRFile::misplacedTag() const {
-    for (const TaggedView& view : {TaggedView(fmt_), TaggedView(data_)}) {
-        if (!view.present())
-            continue;
-        std::string around =
-            chunkAround(bytes(), static_cast<std::size_t>(view.bytes() - bytes_.get()));
-        if (!around.empty())
-            return {std::string(view.tag()), std::move(around)};
-    }
-    return {};
 }
 
 std::uint32_t IRFile::decodedPoints() const {

@@ -1,15 +1,16 @@
 // Walks the list of chunks in a RIFF file.
 #pragma once
 
-#include <cstddef>
+#include "irfile/FileWindow.h"
+
 #include <cstdint>
-#include <span>
 #include <string>
 
 namespace cabslot {
 
 /// The tag, such as "LIST", of the chunk that contains byte `position`; empty if a chunk starts
-/// there or the list ends before it. `file` begins with the RIFF header.
-std::string chunkAround(std::span<const std::uint8_t> file, std::size_t position);
+/// there, or if the list ends before it or is endless, as no program writes it. `file` begins with
+/// the RIFF header.
+std::string chunkAround(FileWindow& file, std::uint64_t position);
 
 } // namespace cabslot

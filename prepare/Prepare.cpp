@@ -290,7 +290,7 @@ PreparedIR prepare(const ReadIR& read, const PrepareOptions& options, const Stop
 
 PreparedIR prepareFile(const std::string& path, const PrepareOptions& options,
                        const StopCheck& stop) {
-    const ReadIR read = readIR(path);
+    const ReadIR read = readIR(path, stop);
     if (read)
         return prepare(read, options, stop);
     return {.whyRefused = read.whyRefused, .wav = {}, .steps = {}};

@@ -6,7 +6,7 @@
 namespace cabslot {
 
 Preview previewOf(const QString& path, bool prepares) {
-    const ReadIR read = readIR(path.toStdString(), Extent::start);
+    const ReadIR read = readIR(path.toStdString(), {}, Extent::start);
     if (!read)
         return {std::nullopt, QString::fromStdString("It is refused: " + read.whyRefused + ".")};
     if (!prepares || read.ir.factory)

@@ -53,7 +53,7 @@ bool QNIRFile::GetIRDataBuffer(std::span<std::uint32_t, irPointCount> destinatio
         whyRefused_ = "no file is loaded";
         return false;
     }
-    const SampleBytes samples(pIRData, pFileBuff + FileSize);
+    const SampleBytes samples = file_.samples();
     if (_isInteralIR)
         decodeFactory(samples, destination);
     else
