@@ -33,8 +33,8 @@ TEST_F(Audition, WritesTheSound) {
 }
 
 TEST_F(Audition, WithoutASoundDeviceSaysSo) {
-    ::setenv("HOME", folder.path().c_str(), 1);
-    ::setenv("PULSE_SERVER", "unix:/nowhere", 1);
+    const WithVariable home("HOME", folder.path());
+    const WithVariable server("PULSE_SERVER", "unix:/nowhere");
     EXPECT_EQ(audition({demo}), 2);
     EXPECT_TRUE(err.starts_with("cabslotctl: no sound device was found")) << err;
     EXPECT_EQ(std::ranges::count(err, '\n'), 1) << "libasound has nothing to add";

@@ -1,4 +1,5 @@
 // The listener with a player that the test controls.
+#include "tests/support/Eventually.h"
 #include "tests/support/FakeSound.h"
 
 #include "audition/Listener.h"
@@ -22,13 +23,6 @@ protected:
     bool isHeard(const std::vector<double>& what) {
         return eventually([&] { return device.use([&] { return device.heard == what; }); });
     }
-    template<typename Check>
-    static bool eventually(const Check& check) {
-        for (int i = 0; i < 2000 && !check(); ++i)
-            std::this_thread::sleep_for(1ms);
-        return check();
-    }
-
     Samples ir(double first) {
         Samples samples{};
         samples[0] = first;

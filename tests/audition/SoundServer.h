@@ -32,9 +32,7 @@ protected:
 
     template<typename Check>
     static void waitFor(const Check& check) {
-        for (int i = 0; i < 1000 && !check(); ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        ASSERT_TRUE(check());
+        ASSERT_TRUE(eventually(check));
     }
 
     /// Records what is played, for as long as this object lives.

@@ -151,17 +151,5 @@ TEST_F(Commands, AStepAboveSixAppendsNothingAndStays) {
     EXPECT_EQ(step, 0xFFFFFFFF);
 }
 
-TEST_F(Commands, TheResetBuilderSendsOnRequestOnly) {
-    for (const int request : {0, 1, 2}) {
-        iSReset = static_cast<std::uint8_t>(request);
-        DataBuff[2] = DataBuff[3] = 7;
-        RESET_SendData();
-        EXPECT_EQ(datelen, request == 1 ? 1 : 0);
-        EXPECT_EQ(iSReset, request == 2 ? 2 : 0) << "cleared only when it is 1";
-        EXPECT_EQ(DataBuff[2], datelen);
-        EXPECT_EQ(DataBuff[3], 0);
-    }
-}
-
 } // namespace
 } // namespace cabslot::testing

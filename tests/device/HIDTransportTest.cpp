@@ -91,32 +91,5 @@ TEST_F(Transport, NothingButTheDeviceIsResetWhenItGoes) {
     EXPECT_EQ(deviceDidTrue, 1);
 }
 
-TEST_F(Transport, TheHandshakeDropsEverythingBeforeTheIdentity) {
-    HIDDeviceID_int = 22275;
-    const auto receiveIdentity = [this](const std::string& identity, const std::string& version) {
-        HIDReport report{63};
-        std::copy(identity.begin(), identity.end(), report.begin() + 6);
-        std::copy(version.begin(), version.end(), report.begin() + 45);
-        report[59] = 'A';
-        ::testing::internal::CaptureStdout();
-        receive(report);
-        return ::testing::internal::GetCapturedStdout();
-    };
-    EXPECT_EQ(receiveIdentity("VEy_Tombra", "V1.0.0"), "V: V\nE: E\ny: X\n");
-    EXPECT_EQ(rx_buffer_count, 0U);
-    EXPECT_EQ(deviceDidTrue, 0);
-
-    link.setDeviceRefs({other, device});
-    EXPECT_EQ(receiveIdentity("VEX_Tombra", "V1.0.1"),
-              "V: V\nE: E\nX: X\n_: _\nT: T\no: o\nm: m\nb: b\nr: r\na: a\n"
-              "V: V\n1: 1\n.: .\n0: 0\n.: .\n1: 0\n");
-    EXPECT_EQ(deviceDidTrue, 1) << "a wrong version is accepted all the same";
-    EXPECT_EQ(isVersionTrue, 0);
-    EXPECT_EQ(deveiceIndex, 1);
-    EXPECT_EQ(rx_buffer_count, 63U) << "the identity itself is passed on";
-    EXPECT_EQ(receiveIdentity("anything", ""), "") << "once known, nothing is compared";
-    EXPECT_EQ(rx_buffer_count, 126U);
-}
-
 } // namespace
 } // namespace cabslot::testing

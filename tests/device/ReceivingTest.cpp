@@ -23,24 +23,6 @@ protected:
     }
 };
 
-TEST_F(Receiving, TheRingBufferTakesAndGivesAllOrNothing) {
-    const Bytes many(10000, 7);
-    receive(many);
-    EXPECT_EQ(putRX_buffer(many.data(), 241), 0) << "one more than is free";
-    EXPECT_EQ(putRX_buffer(many.data(), 240), 1) << "exactly what is free";
-    EXPECT_EQ(rx_buffer_writep, 0U);
-
-    Bytes out(10241);
-    EXPECT_EQ(getRX_buffer(10241, out.data()), 0);
-    EXPECT_EQ(getRX_buffer(10240, out.data()), 1);
-    receive({9});
-    ClearRx_buffer();
-    EXPECT_EQ(getRX_buffer(1, out.data()), 0);
-    receive({9});
-    EXPECT_EQ(getRX_buffer(1, out.data()), 1);
-    EXPECT_EQ(out[0], 9);
-}
-
 // The handler gets no length: a short frame's missing bytes come from the previous frame.
 TEST_F(Receiving, AShortAllDataFrameIsTrusted) {
     const std::string names(64, 'n');

@@ -133,26 +133,6 @@ TEST_F(Conversion, FloatSamples) {
     }
 }
 
-TEST_F(Conversion, TheSteps) {
-    Block block{};
-    std::array<float, irPointCount> source{1.0f, -1.0f, 1.5f, -1.25f, std::nanf(""), 1e30f};
-    FCovertoI(source, block);
-    EXPECT_EQ(source[0], 0.999999f) << "full scale is drawn in, in the source, too";
-    EXPECT_EQ(source[1], -0.999999f);
-    EXPECT_EQ((std::array{block[0], block[1], block[2], block[3], block[4], block[5]}),
-              (std::array{0x7FFFF7U, 0x800009U, 0xC00000U, 0xE00000U, 0x800000U, 0x800000U}));
-
-    std::array<std::uint32_t, irWorkCount> integers{};
-    EXPECT_EQ(ICovertoF(integers, 44100), 0u);
-    EXPECT_EQ(ICovertoF(integers, 48000), 1120u);
-    EXPECT_EQ(ICovertoF(integers, 88200), 2050u);
-    EXPECT_EQ(ICovertoF(integers, 96000), 2240u);
-    std::array<float, irWorkCount> input{0, 0, 1.0f};
-    EXPECT_EQ(Resample(input, 22050), 1024u); // step -1: point k is in[k] - k (in[k+1] - in[k])
-    EXPECT_EQ(ResampOut[1], -1.0f);
-    EXPECT_EQ(ResampOut[2], 3.0f);
-}
-
 TEST_F(Conversion, MoreThanTwoChannelsAreSilentWhateverTheirRateAndDepth) {
     for (const std::uint32_t rate : {44100u, 48000u, 88200u, 96000u})
         for (const std::uint16_t bits : std::array<std::uint16_t, 2>{16, 40}) {

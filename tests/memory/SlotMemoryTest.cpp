@@ -4,6 +4,7 @@
 #include "base/Fnv1a.h"
 #include "irfile/NameField.h"
 #include "tests/support/Files.h"
+#include "tests/support/WithVariable.h"
 
 #include <gtest/gtest.h>
 
@@ -19,9 +20,6 @@ using namespace std::chrono_literals;
 
 class Memory : public ::testing::Test {
 protected:
-    Memory() { ::setenv("CABSLOT_STATE", state.c_str(), 1); }
-    ~Memory() override { ::unsetenv("CABSLOT_STATE"); }
-
     SlotMemory memoryOf(const std::string& pedal) {
         return {pedal, [this](const std::string& line) { reported.push_back(line); }};
     }
@@ -58,6 +56,7 @@ protected:
 
     TempFolder folder;
     std::string state = folder.path("new/memory");
+    const WithVariable place{"CABSLOT_STATE", state};
     std::vector<std::string> reported;
 };
 
@@ -191,7 +190,7 @@ TEST_F(Memory, DamageIsReportedOnceAndCostsOneContent) {
     EXPECT_FALSE(memoryOf("usb").recall(1, "Cab"));
 
     const std::string file = folder.write("file", "");
-    ::setenv("CABSLOT_STATE", file.c_str(), 1);
+    const WithVariable noFolder("CABSLOT_STATE", file);
     reported.clear();
     memoryOf("usb").remember(1, record("Cab", 7));
     ASSERT_EQ(reported.size(), 1U) << "a folder that cannot be made";

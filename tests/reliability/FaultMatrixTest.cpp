@@ -1,6 +1,8 @@
-// Every way a pedal can disturb a load: what the user is told, the status, the longest time, and
-// the pedal's content afterwards. docs/reliability.md has the same table.
+// Every way a pedal can disturb a load: the message, the status, and the pedal's
+// content afterwards. docs/reliability.md has the same table.
 #include "tests/support/Programs.h"
+
+#include <cctype>
 
 namespace cabslot::testing {
 namespace {
@@ -30,8 +32,11 @@ struct Row {
     std::string told = loaded; ///< on standard output for status 0, else on standard error
     bool stored = true;        ///< slot 2 holds the new IR; else the old one
     Act act = Act::load;
-    double seconds = 2; ///< at most
 };
+
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.what;
+}
 
 const Row rows[] = {
     // Reports 1 and 2 open the session, 3 to 57 are the upload.
@@ -47,7 +52,7 @@ const Row rows[] = {
     {"sends stray bytes before replies", {"--fault", "garbage"}},
     {"sends replies in reports of at most 7 bytes", {"--fault", "split"}},
     {"sends an unknown frame that runs into the reply", {"--fault", "merge"}},
-    {"sends 100,000 unknown frames", {"--fault", "flood"}, "5000", 0, loaded, true, Act::load, 15},
+    {"sends 100,000 unknown frames", {"--fault", "flood"}, "5000", 0, loaded},
     {"has another one beside it that talks all the time", {"--second-device"}},
     {"confirms at once, before anyone has polled", {"--fault", "confirm-at-once"}},
     {"confirms while it is polled for", {}, "300"},
@@ -56,10 +61,7 @@ const Row rows[] = {
     {"is still storing at Ctrl-C", {}, "60000", 130, interrupted, true, Act::loadUntilCtrlC},
 };
 
-// The rows mostly wait. Run in parallel parts, they take a fraction of the time.
-constexpr std::size_t parts = 4;
-
-class FaultMatrix : public ProgramTest, public ::testing::WithParamInterface<std::size_t> {
+class FaultMatrix : public ProgramTest, public ::testing::WithParamInterface<Row> {
 protected:
     int act(Act act, Options load) {
         if (act == Act::loadWithoutPedal)
@@ -80,35 +82,39 @@ protected:
     }
 };
 
-TEST_P(FaultMatrix, EveryRowIsAsTheTableSays) {
-    for (std::size_t i = GetParam(); i < std::size(rows); i += parts) {
-        const Row& row = rows[i];
-        SCOPED_TRACE(row.what);
-        std::filesystem::remove_all(folder.path("st"));
-        startPedal(row.pedal, row.confirmDelay);
-        Options load = {"load", "2", wav()};
-        if (row.status == 4)
-            load.insert(load.end(), {"--timeout", "0.5", "--confirm-timeout", "0.5"});
+TEST_P(FaultMatrix, IsAsTheTableSays) {
+    const Row& row = GetParam();
+    startPedal(row.pedal, row.confirmDelay);
+    Options load = {"load", "2", wav()};
+    if (row.status == 4)
+        load.insert(load.end(), {"--timeout", "0.5", "--confirm-timeout", "0.5"});
+    EXPECT_EQ(act(row.act, std::move(load)), row.status);
 
-        const auto begin = std::chrono::steady_clock::now();
-        EXPECT_EQ(act(row.act, std::move(load)), row.status);
-        const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
-        EXPECT_LT(took.count(), row.seconds);
-
-        std::string told = row.told;
-        if (const auto path = told.find("PATH"); path != std::string::npos)
-            told.replace(path, 4, socket);
-        EXPECT_EQ(out, row.status == 0 ? told + "\n" : "");
-        EXPECT_EQ(err, row.status == 0 ? "" : "cabslotctl: " + told + "\n");
-        const std::string slot = contentOf(folder.path("st/user2.slot"));
-        EXPECT_EQ(slot.empty(), !row.stored);
-        if (row.stored) {
-            EXPECT_EQ(slot.substr(0, 8), std::string("\x00\x34\x12\x00\x00\xFE\xFF\x00", 8));
-            EXPECT_EQ(slot.substr(4096, 3), "Cab");
-        }
+    std::string told = row.told;
+    if (const auto path = told.find("PATH"); path != std::string::npos)
+        told.replace(path, 4, socket);
+    EXPECT_EQ(out, row.status == 0 ? told + "\n" : "");
+    EXPECT_EQ(err, row.status == 0 ? "" : "cabslotctl: " + told + "\n");
+    const std::string slot = contentOf(folder.path("st/user2.slot"));
+    EXPECT_EQ(slot.empty(), !row.stored);
+    if (row.stored) {
+        EXPECT_EQ(slot.substr(0, 8), std::string("\x00\x34\x12\x00\x00\xFE\xFF\x00", 8));
+        EXPECT_EQ(slot.substr(4096, 3), "Cab");
     }
 }
-INSTANTIATE_TEST_SUITE_P(Of4, FaultMatrix, ::testing::Range<std::size_t>(0, parts));
+
+/// Such as "APedalThatVanishesAfterOpening".
+std::string nameOf(const ::testing::TestParamInfo<Row>& info) {
+    std::string name = "APedalThat";
+    bool first = true;
+    for (const char* letter = info.param.what; *letter != '\0'; ++letter) {
+        if (std::isalnum(*letter) != 0)
+            name += static_cast<char>(first ? std::toupper(*letter) : *letter);
+        first = *letter == ' ';
+    }
+    return name;
+}
+INSTANTIATE_TEST_SUITE_P(Rows, FaultMatrix, ::testing::ValuesIn(rows), nameOf);
 
 } // namespace
 } // namespace cabslot::testing

@@ -51,9 +51,8 @@ TEST_F(Hostile, StateFoldersAndSlotFilesThatCannotBeHad) {
     EXPECT_NE(refusedPedal(socket, folder.path("st"))
                   .find("user2.slot is not a slot file: it has 5 bytes"),
               std::string::npos);
-    ::setenv("XDG_STATE_HOME", "/dev/null", 1);
+    const WithVariable noFolder("XDG_STATE_HOME", "/dev/null");
     EXPECT_EQ(run({"list"}, "sim"), 3);
-    ::unsetenv("XDG_STATE_HOME");
     EXPECT_TRUE(errHas("cannot make the folder /dev/null"));
 }
 
@@ -81,7 +80,7 @@ TEST_F(Hostile, SocketsThatAreInUseOrNotOurs) {
 }
 
 TEST_F(Hostile, ProgramsThatWantOnePedalAtOnceTakeTurnsAndNeverMix) {
-    ::setenv("XDG_STATE_HOME", folder.path("state").c_str(), 1);
+    const WithVariable ownState("XDG_STATE_HOME", folder.path("state"));
     startPedal();
     std::vector<std::unique_ptr<Program>> programs;
     for (const std::string slot : {"1", "2", "3", "4"})
@@ -113,7 +112,6 @@ TEST_F(Hostile, ProgramsThatWantOnePedalAtOnceTakeTurnsAndNeverMix) {
     holder.signal(SIGKILL);
     EXPECT_EQ(run({"list"}), 0) << err;
     EXPECT_TRUE(std::filesystem::is_empty(folder.path("state/cabslot/locks")));
-    ::unsetenv("XDG_STATE_HOME");
 }
 
 } // namespace

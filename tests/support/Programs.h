@@ -1,7 +1,9 @@
 // Runs the built programs as a user would: cabslotctl until it ends, cabslot-sim in parallel.
 #pragma once
 
+#include "tests/support/Eventually.h"
 #include "tests/support/WavBuilder.h"
+#include "tests/support/WithVariable.h"
 
 #include <gtest/gtest.h>
 
@@ -59,15 +61,13 @@ public:
 
     /// Waits for `text`; false if the program ends, or ten seconds pass, without it.
     bool hasPrinted(const std::string& text) const {
-        for (int i = 0; i < 2000; ++i) {
-            const bool ended = hasEnded();
-            if (out().find(text) != std::string::npos)
-                return true;
-            if (ended)
-                return false;
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
-        return false;
+        bool found = false;
+        return eventually([&] {
+                   const bool ended = hasEnded(); // before the look, which then sees everything
+                   found = out().find(text) != std::string::npos;
+                   return found || ended;
+               }) &&
+               found;
     }
 
 private:
@@ -90,8 +90,6 @@ private:
 /// A folder, a simulated pedal in it after startPedal(), and cabslotctl to talk to it.
 class ProgramTest : public ::testing::Test {
 protected:
-    ProgramTest() { ::setenv("CABSLOT_STATE", folder.path("memory").c_str(), 1); }
-
     /// Ends a running pedal and starts another one on the same socket and folder.
     void startPedal(std::vector<std::string> options = {}, const std::string& confirmDelay = "20") {
         pedal.reset();
@@ -130,6 +128,7 @@ protected:
     }
 
     TempFolder folder;
+    const WithVariable memory{"CABSLOT_STATE", folder.path("memory")};
     std::string socket = folder.path("pedal.sock");
     std::unique_ptr<Program> pedal;
     std::string out;

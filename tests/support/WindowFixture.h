@@ -5,6 +5,7 @@
 #include "tests/support/FakePedal.h"
 #include "tests/support/FakeSound.h"
 #include "tests/support/WavBuilder.h"
+#include "tests/support/WithVariable.h"
 
 #include "platform/SocketHIDManager.h"
 #include "simulator/server/PedalServer.h"

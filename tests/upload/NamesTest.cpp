@@ -62,47 +62,5 @@ TEST_F(Names, OfAWavFile) {
     EXPECT_EQ(sent(), "Deepnet_19" + nameEnd + nameEnd) << "the end of the one before stays";
 }
 
-TEST_F(Names, OfAClearedSlot) {
-    for (const std::int64_t slot : {0, 1, 2, 3}) {
-        const std::string name = "User " + std::to_string(slot + 1) + "         ";
-        QNIRFile::nullIRName(slot);
-        EXPECT_EQ(sent(), name + nameEnd);
-        EXPECT_EQ(IRNameArr.at(static_cast<std::size_t>(slot)), name);
-    }
-}
-
-// With one object: a factory file keeps the frame count of the previous WAV file, and a WAV file
-// resets everything from the factory file.
-TEST_F(Names, FlagsAndCountsFollowTheFile) {
-    const auto record = [this](std::uint8_t flag, const std::string& digit) {
-        EXPECT_EQ(SendisInternalIR, flag);
-        EXPECT_EQ(file_.isInteralIR(), flag == 1);
-        SendisInternalIR = 7;
-        file_.sendIsInternalIR(3);
-        EXPECT_EQ(SendisInternalIR, flag);
-        EXPECT_EQ(isInternalIRArray[3], flag);
-        EXPECT_EQ(isInternalIRArray2.at(3), digit);
-        EXPECT_EQ(isInternalIRArray[2], 1);
-        EXPECT_EQ(isInternalIRArray2.at(2), "1");
-    };
-    open("Two.wav", WavBuilder{}.add(1).add(2).bytes());
-    record(0, "0");
-    open("f", factoryFile(16, "\x01\x02\x03"));
-    record(1, "1");
-    file_.setIsInteralIR(false);
-    EXPECT_FALSE(file_.setIrdataBuff()) << "there is no format to decode by";
-    EXPECT_FALSE(file_.OpenFilePath("missing.wav"));
-    EXPECT_FALSE(file_.setIrdataBuff()) << "what was loaded is released";
-    EXPECT_EQ(file_.whyRefused(), "no file is loaded");
-
-    open("Deep.wav", WavBuilder{}.add(0x1234).bytes());
-    record(0, "0");
-    file_.copyIRName(0);
-    EXPECT_EQ(sent(), "Deep0BT   " + nameEnd + nameEnd);
-    ASSERT_TRUE(file_.setIrdataBuff());
-    EXPECT_EQ(irdatabuff[0], 0x123400u);
-    EXPECT_EQ(irdatabuff[1], 0u);
-}
-
 } // namespace
 } // namespace cabslot::testing
