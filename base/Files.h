@@ -40,8 +40,10 @@ enum class FileAccess {
 /// error it is the old one, and nothing else is left behind. (A killed process may leave its
 /// temporary file, ".cabslot-...", in the folder; nothing reads it.)
 ///
-/// Keeps the old file's permissions and, where the system allows it, its owner. A symbolic link is
-/// followed and its target replaced. Anything that is not a regular file is refused.
+/// Keeps the old file's permissions and, if it is the user's own, its group. Another user's file
+/// becomes the writer's own, writable by nobody else: what is written must not be given away. A
+/// symbolic link is followed and its target replaced, unless that changes meanwhile. Anything that
+/// is not a regular file is refused.
 std::string replaceFile(const std::string& path, std::span<const std::uint8_t> bytes,
                         FileAccess access = FileAccess::asUsual);
 

@@ -3,6 +3,7 @@
 #include "base/Files.h"
 #include "base/InputFile.h"
 #include "base/SystemError.h"
+#include "base/TemporaryName.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -21,10 +22,12 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr mode_t permissionBits = 0777;
+constexpr mode_t writableByOthers = 0022;
 constexpr mode_t usualMode = 0666; // less the umask
 constexpr mode_t ownerOnlyMode = 0600;
-constexpr int mostLinks = 40;  // the kernel's own limit
-constexpr int mostNames = 100; // attempts to find an unused name
+constexpr int mostLinks = 40;                               // the kernel's own limit
+constexpr int mostNames = 100;                              // attempts to find an unused name
+constexpr int anyFolder = O_PATH | O_DIRECTORY | O_CLOEXEC; // also one that may not be listed
 
 /// Why `path` cannot name any file; empty if it can.
 std::string whyNoPath(const std::string& path) {
@@ -66,13 +69,12 @@ std::string whyNotAFile(mode_t mode) {
     return "it is not a file but a device";
 }
 
-/// Creates a new file in `folder` and sets `name` to its path. Returns an error number.
-int openNew(const fs::path& folder, mode_t mode, std::string& name, FileDescriptor& descriptor) {
-    const std::string start = (folder / ".cabslot-").string() + std::to_string(::getpid()) + "-";
+/// Creates a new file in `folder` and sets `name` to its name. Returns an error number.
+int openNew(int folder, mode_t mode, std::string& name, FileDescriptor& descriptor) {
     for (int i = 0; i < mostNames; ++i) {
-        name = start + std::to_string(i);
-        descriptor =
-            FileDescriptor(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        name = temporaryName();
+        descriptor = FileDescriptor(
+            ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
         if (descriptor)
             return 0;
         if (errno != EEXIST)
@@ -81,10 +83,15 @@ int openNew(const fs::path& folder, mode_t mode, std::string& name, FileDescript
     return EEXIST;
 }
 
+/// The new file stays its writer's own: only from a file of the same owner does it get everything.
 int takeOverAccess(const struct stat& old, int descriptor) {
-    // Only root can change a file's owner; for other users the new file stays their own.
-    [[maybe_unused]] const int given = ::fchown(descriptor, old.st_uid, old.st_gid);
-    return ::fchmod(descriptor, old.st_mode & permissionBits) == 0 ? 0 : errno;
+    const bool own = old.st_uid == ::geteuid();
+    if (own) {
+        // A group that the user does not belong to cannot be kept.
+        [[maybe_unused]] const int given = ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid);
+    }
+    const mode_t kept = own ? permissionBits : permissionBits & ~writableByOthers;
+    return ::fchmod(descriptor, old.st_mode & kept) == 0 ? 0 : errno;
 }
 
 int writeAll(int descriptor, std::span<const std::uint8_t> bytes) {
@@ -112,30 +119,47 @@ int followLinks(fs::path& path) {
 
 /// Makes the new folder entry durable. The file is already in place, so a file system that does not
 /// support this is not an error.
-void syncFolder(const fs::path& folder) {
-    const FileDescriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+void syncFolder(int folder) {
+    const FileDescriptor descriptor(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (descriptor)
         ::fsync(descriptor.get());
 }
 
-/// `old` is null if `target`, which is not a link, does not exist. Returns an error number.
+/// Whether `name` in `folder` is `old`, or is not there if `old` is null.
+bool isStill(int folder, const std::string& name, const struct stat* old) {
+    struct stat now {};
+    if (::fstatat(folder, name.c_str(), &now, AT_SYMLINK_NOFOLLOW) != 0)
+        return old == nullptr && errno == ENOENT;
+    return old != nullptr && now.st_dev == old->st_dev && now.st_ino == old->st_ino;
+}
+
+/// `old` is null if `target`, which is not a link, does not exist. Returns an error number; ESTALE
+/// if `target` is another file by now: someone swapped a link or a folder on the way to it.
 int replaceAt(const fs::path& target, const struct stat* old, mode_t newMode,
               std::span<const std::uint8_t> bytes) {
-    const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    const fs::path where = target.has_parent_path() ? target.parent_path() : fs::path(".");
+    const std::string name = target.filename();
+    // Everything that follows happens in this one folder, whatever becomes of its path.
+    const FileDescriptor folder(::open(where.c_str(), anyFolder));
+    if (!folder)
+        return errno;
+    if (!isStill(folder.get(), name, old))
+        return ESTALE;
     std::string temporary;
     FileDescriptor descriptor;
     // No other user may read the new content before the old file's permissions are set.
-    if (const int error = openNew(folder, old ? ownerOnlyMode : newMode, temporary, descriptor))
+    if (const int error =
+            openNew(folder.get(), old ? ownerOnlyMode : newMode, temporary, descriptor))
         return error;
     int error = old ? takeOverAccess(*old, descriptor.get()) : 0;
     if (error == 0)
         error = writeAll(descriptor.get(), bytes);
-    if (error == 0 && ::rename(temporary.c_str(), target.c_str()) != 0)
+    if (error == 0 && ::renameat(folder.get(), temporary.c_str(), folder.get(), name.c_str()) != 0)
         error = errno;
     if (error != 0)
-        ::unlink(temporary.c_str());
+        ::unlinkat(folder.get(), temporary.c_str(), 0);
     else
-        syncFolder(folder);
+        syncFolder(folder.get());
     return error;
 }
 
@@ -203,6 +227,8 @@ std::string replaceFile(const std::string& path, std::span<const std::uint8_t> b
     if (error == 0)
         error = replaceAt(target, exists ? &old : nullptr,
                           access == FileAccess::ownerOnly ? ownerOnlyMode : usualMode, bytes);
+    if (error == ESTALE)
+        return "it was swapped for another file meanwhile; try again";
     return error == 0 ? std::string() : systemErrorText(error);
 }
 

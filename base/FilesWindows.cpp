@@ -3,6 +3,7 @@
 #include "base/Files.h"
 #include "base/InputFile.h"
 #include "base/PathText.h"
+#include "base/TemporaryName.h"
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
@@ -112,9 +113,8 @@ fs::path finalPath(HANDLE file, const fs::path& path) {
 
 /// Creates a new file in `folder` and sets `path` to it. Null on failure: see GetLastError().
 Handle openNew(const fs::path& folder, fs::path& path) {
-    const std::wstring start = L".cabslot-" + std::to_wstring(::GetCurrentProcessId()) + L"-";
     for (int i = 0; i < mostNames; ++i) {
-        path = folder / (start + std::to_wstring(i));
+        path = folder / temporaryName();
         Handle file = openFile(path, GENERIC_WRITE, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
         if (file || ::GetLastError() != ERROR_FILE_EXISTS)
             return file;

@@ -15,7 +15,8 @@ struct NodeRefusal {
 /// reliably.
 NodeRefusal whyNodeStaysClosed(const std::string& path);
 
-/// Whether a write that failed with this errno proves that the device is gone.
+/// Whether a write that failed with this errno proves that the device is gone. Others need a look
+/// at the bus.
 bool meansLost(int error);
 
 /// Completes the sentence "this user may not open it, ...": what is missing, or what to do first.

@@ -1,11 +1,11 @@
 // Permission on Linux: the udev rule that packaging/ installs.
+#include "base/SystemError.h"
 #include "platform/BundlePath.h"
 #include "platform/DevicePermission.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -56,11 +56,11 @@ NodeRefusal whyNodeStaysClosed(const std::string& path) {
     }
     if (errno == EACCES || errno == EPERM)
         return {.notPermitted = true};
-    return {.systemText = std::strerror(errno)};
+    return {.systemText = systemErrorText(errno)};
 }
 
 bool meansLost(int error) {
-    constexpr std::array gone = {ENODEV, ENXIO, ESHUTDOWN, EIO, EBADF};
+    constexpr std::array gone = {ENODEV, ENXIO, EBADF};
     return std::find(gone.begin(), gone.end(), error) != gone.end();
 }
 

@@ -52,7 +52,8 @@ public:
             if (errno != EINTR)
                 break;
         }
-        lost_ = lost_ || meansLost(errno) || ++failedWrites_ >= failuresThatLose;
+        ++failedWrites_;
+        lost_ = lost_ || meansLost(errno);
         return false;
     }
 
@@ -74,8 +75,14 @@ public:
 
     const std::string& path() const { return path_; }
     bool isOpen() const { return handle_ != nullptr; }
-    // A single failed read or write proves nothing: a signal may have interrupted it.
+    // A single failed read proves nothing: a signal may have interrupted it.
     bool isLost() const { return lost_; }
+    // Failing writes prove nothing either: the pedal may be there and take no reports.
+    bool mayBeLost() const { return failedWrites_ >= failuresThatLose; }
+    void wasLookedFor(bool isThere) {
+        failedWrites_ = 0;
+        lost_ = lost_ || !isThere;
+    }
 
 private:
     std::string path_;
@@ -85,6 +92,15 @@ private:
     int failedReads_ = 0;  ///< in a row
     bool lost_ = false;
 };
+
+namespace {
+
+bool has(const std::vector<UsbFinding>& findings, const UsbDevice& device) {
+    return std::any_of(findings.begin(), findings.end(),
+                       [&](const UsbFinding& finding) { return finding.path == device.path(); });
+}
+
+} // namespace
 
 UsbHIDManager::UsbHIDManager(WhileInUse whileInUse) : whileInUse_(std::move(whileInUse)) {}
 
@@ -149,10 +165,7 @@ bool UsbHIDManager::isKnown(const std::string& path) const {
 void UsbHIDManager::removeClosedBut(const std::vector<UsbFinding>& there) {
     for (std::size_t i = devices_.size(); i-- > 0;) {
         const Device device = devices_[i];
-        const bool found = std::any_of(there.begin(), there.end(), [&](const UsbFinding& finding) {
-            return finding.path == device->path();
-        });
-        if (!found && !device->isOpen())
+        if (!device->isOpen() && !has(there, *device))
             remove(device);
     }
 }
@@ -198,8 +211,11 @@ void UsbHIDManager::readFrom(const Device& device, int milliseconds) {
 
 void UsbHIDManager::removeLost() {
     for (std::size_t i = devices_.size(); i-- > 0;) {
-        if (devices_[i]->isLost())
-            remove(Device(devices_[i]));
+        const Device device = devices_[i];
+        if (device->mayBeLost())
+            device->wasLookedFor(has(findOnUsb(matching_), *device));
+        if (device->isLost())
+            remove(device);
     }
 }
 

@@ -1,7 +1,8 @@
 // The HID service over USB: hidapi on hidraw nodes.
 //
 // hidapi does not report when devices come and go. New ones are found by polling, twice a second
-// while none is announced and once a second afterwards; failing reads or writes reveal a loss.
+// while none is announced and once a second afterwards. Failing reads reveal a loss; after failing
+// writes a scan does.
 #pragma once
 
 #include "device/HIDManager.h"

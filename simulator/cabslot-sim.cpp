@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <optional>
 #include <string>
 #include <sys/signalfd.h>
@@ -142,17 +143,29 @@ sigset_t blockEndSignals() {
     return signals;
 }
 
+/// Serves on a thread of its own until it is destroyed, also when the next thread cannot be made.
+class ServerThread {
+public:
+    explicit ServerThread(PedalServer& server)
+        : server_(server), thread_([&server] { server.run(); }) {}
+    ServerThread(const ServerThread&) = delete;
+    ServerThread& operator=(const ServerThread&) = delete;
+    ~ServerThread() {
+        server_.stop();
+        thread_.join();
+    }
+
+private:
+    PedalServer& server_;
+    std::thread thread_;
+};
+
 void serveUntilSignal(const std::vector<PedalServer*>& servers, const sigset_t& signals) {
-    std::vector<std::thread> threads;
-    threads.reserve(servers.size());
+    std::vector<std::unique_ptr<ServerThread>> threads;
     for (PedalServer* server : servers)
-        threads.emplace_back([server] { server->run(); });
+        threads.push_back(std::make_unique<ServerThread>(*server));
     int signal = 0;
     sigwait(&signals, &signal);
-    for (PedalServer* server : servers)
-        server->stop();
-    for (std::thread& thread : threads)
-        thread.join();
 }
 
 /// Returns when a signal arrives or the pedal vanishes.

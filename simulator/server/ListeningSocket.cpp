@@ -1,11 +1,17 @@
 #include "simulator/server/ListeningSocket.h"
 
+#include "base/SystemError.h"
+
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
+#include <chrono>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
+#include <thread>
 #include <utility>
 
 namespace cabslot::simulator {
@@ -41,23 +47,36 @@ bool makeAddress(const std::string& path, sockaddr_un& address, std::string& why
     return true;
 }
 
+/// Locks the socket's folder: of two programs that find the same stale socket file, the second must
+/// not remove the first one's new one. Gives up after a while, since anyone can lock a shared
+/// folder.
+FileDescriptor lockFolderOf(const std::string& path) {
+    using namespace std::chrono_literals;
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    FileDescriptor lock(
+        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    for (int tries = 100; lock && ::flock(lock.get(), LOCK_EX | LOCK_NB) != 0 && tries > 0; --tries)
+        std::this_thread::sleep_for(10ms);
+    return lock;
+}
+
 /// Removes a stale socket file at the path; false if anything else is there.
 bool clearPath(const std::string& path, const sockaddr_un& address, std::string& why) {
     struct stat status {};
     if (::lstat(path.c_str(), &status) != 0)
-        return errno == ENOENT || refuse(why, path, std::strerror(errno));
+        return errno == ENOENT || refuse(why, path, systemErrorText(errno));
     if (!S_ISSOCK(status.st_mode))
         return refuse(why, path, "there is a file that is not a socket");
     const FileDescriptor probe = makeSocket();
     if (!probe)
-        return refuse(why, path, std::strerror(errno));
+        return refuse(why, path, systemErrorText(errno));
     if (::connect(probe.get(), general(address), sizeof address) == 0 || errno == EAGAIN ||
         errno == EPROTOTYPE)
         return refuse(why, path, "another program is listening there");
     if (errno != ECONNREFUSED && errno != ENOENT)
-        return refuse(why, path, std::strerror(errno));
+        return refuse(why, path, systemErrorText(errno));
     if (::unlink(path.c_str()) != 0 && errno != ENOENT)
-        return refuse(why, path, std::strerror(errno));
+        return refuse(why, path, systemErrorText(errno));
     return true;
 }
 
@@ -66,16 +85,19 @@ bool clearPath(const std::string& path, const sockaddr_un& address, std::string&
 bool ListeningSocket::open(const std::string& path, std::string& why) {
     close();
     sockaddr_un address{};
-    if (!makeAddress(path, address, why) || !clearPath(path, address, why))
+    if (!makeAddress(path, address, why))
+        return false;
+    const FileDescriptor untilItListens = lockFolderOf(path);
+    if (!clearPath(path, address, why))
         return false;
     FileDescriptor fd = makeSocket();
     if (!fd || ::bind(fd.get(), general(address), sizeof address) != 0)
-        return refuse(why, path, std::strerror(errno));
+        return refuse(why, path, systemErrorText(errno));
     struct stat status {};
     if (::listen(fd.get(), SOMAXCONN) != 0 || ::lstat(path.c_str(), &status) != 0) {
         const int error = errno;
         ::unlink(path.c_str());
-        return refuse(why, path, std::strerror(error));
+        return refuse(why, path, systemErrorText(error));
     }
     fd_ = std::move(fd);
     path_ = path;

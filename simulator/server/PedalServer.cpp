@@ -1,9 +1,10 @@
 #include "simulator/server/PedalServer.h"
 
+#include "base/SystemError.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <limits>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
@@ -93,7 +94,7 @@ bool PedalServer::serveOnce() {
     const TimePoint before = std::chrono::steady_clock::now();
     std::vector<pollfd> waiting = waitList(before);
     if (::poll(waiting.data(), waiting.size(), pollTimeout(before)) < 0 && errno != EINTR) {
-        say(std::string("cannot serve: ") + std::strerror(errno));
+        say("cannot serve: " + systemErrorText(errno));
         return false;
     }
     if (waiting[stopIndex].revents != 0)
@@ -142,7 +143,7 @@ void PedalServer::acceptHost(TimePoint now) {
     if (fd) {
         add(std::move(fd));
     } else if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED) {
-        say(std::string("cannot take a connection: ") + std::strerror(errno));
+        say("cannot take a connection: " + systemErrorText(errno));
         acceptFrom_ = now + acceptPause;
     }
 }

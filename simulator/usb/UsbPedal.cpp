@@ -1,11 +1,11 @@
 #include "simulator/usb/UsbPedal.h"
 
+#include "base/SystemError.h"
 #include "simulator/pedal/PedalReplies.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/socket.h>
@@ -47,14 +47,14 @@ bool receiveAll(int fd, std::span<std::uint8_t> bytes) {
 FileDescriptor plugIntoVirtualPort(std::string& why) {
     int ends[2];
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) {
-        why = std::string("no socket pair: ") + std::strerror(errno);
+        why = "no socket pair: " + systemErrorText(errno);
         return {};
     }
     FileDescriptor ours(ends[0]);
     const FileDescriptor kernels(ends[1]); // the kernel keeps its own reference
     const FileDescriptor file(::open(attachFile, O_WRONLY | O_CLOEXEC));
     if (!file) {
-        why = std::string(attachFile) + ": " + std::strerror(errno) +
+        why = std::string(attachFile) + ": " + systemErrorText(errno) +
               "; it takes root and the module vhci-hcd";
         return {};
     }
@@ -62,7 +62,7 @@ FileDescriptor plugIntoVirtualPort(std::string& why) {
     for (int port = 0; port < ports && error == EBUSY; ++port)
         error = attach(file.get(), port, kernels.get());
     if (error != 0) {
-        why = std::string(attachFile) + ": " + std::strerror(error);
+        why = std::string(attachFile) + ": " + systemErrorText(error);
         return {};
     }
     return ours;
