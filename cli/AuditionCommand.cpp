@@ -84,6 +84,12 @@ ExitStatus AuditionCommand::run() {
         complain(file_ + ": " + read.whyRefused);
         return interrupted() ? ExitStatus::interrupted : ExitStatus::fileRefused;
     }
+    if (peakOf(samplesOf(read.ir.block)) == 0) {
+        complain(file_ +
+                 ": its first 23 ms, all that the pedal takes, are silent: there is nothing to "
+                 "hear; prepare removes silence before the sound");
+        return ExitStatus::fileRefused;
+    }
     std::string why;
     const SoundLibrary* const library = loadSound(installPrefix(), why);
     if (library == nullptr) {
@@ -104,7 +110,7 @@ ExitStatus AuditionCommand::sound(const SoundLibrary& library, const Samples& ir
     Rendering rendering = phrase->render(ir, level);
     rendering.loop = 0; // once
     if (rendering.loudness == quietest)
-        complain(file_ + ": it is silent, so there is nothing to hear");
+        complain(phrasePath() + ": it is too quiet, so there is nothing to hear");
     if (rendering.heldByPeaks)
         complainAboutLevel(level);
     if (phrase->isCut())

@@ -81,6 +81,12 @@ public:
 
     PreparedIR run() {
         takeIn();
+        if (peakOf(signal_) == 0 && !file_.holdsAllSamples())
+            return {.whyRefused =
+                        "it is silent as far as it is read, one megabyte; remove the silence "
+                        "before the sound",
+                    .wav = {},
+                    .steps = {}};
         cutFrequencies();
         if (options_.minimumPhase) // of the whole signal: a missing start would change the response
             makeMinimumPhase();

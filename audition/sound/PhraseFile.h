@@ -18,7 +18,8 @@ struct PhraseSamples {
     std::string whyNot;         ///< why it was refused, to print after the path and a colon
 };
 
-/// Reads any format that libsndfile knows, at any rate.
+/// Reads any format that libsndfile knows by its header, at up to 768 kHz. Takes no more memory
+/// than the result, whatever the file claims.
 PhraseSamples readPhrase(const std::string& path);
 
 /// A phrase ready for rendering; `samples` must not be empty.

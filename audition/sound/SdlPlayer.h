@@ -2,9 +2,11 @@
 #pragma once
 
 #include "audition/sound/Mixer.h"
+#include "audition/sound/StarvationMeter.h"
 
 #include <SDL.h>
 
+#include <atomic>
 #include <chrono>
 
 namespace cabslot {
@@ -27,11 +29,17 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    static void pull(void* player, Uint8* bytes, int size);
     void close();
+    bool openDevice();
 
     bool connected_ = false; ///< to a sound server, or to the system's own sound
     SDL_AudioDeviceID device_ = 0;
     std::unique_ptr<Mixer> mixer_; ///< one for each start()
+    Uint16 samplesAtOnce_;         ///< larger once the output has run dry
+    StarvationMeter meter_;        ///< the sound thread's, while there is a device
+    std::atomic<bool> starved_ = false;
+    bool isUrgent_ = false; ///< the sound thread has asked for its priority
     std::size_t seenPlayed_ = 0;
     Clock::time_point seenAt_;
 };

@@ -5,6 +5,7 @@
 #include "audition/sound/Loudness.h"
 #include "audition/sound/Mixer.h"
 #include "audition/sound/PhraseFile.h"
+#include "audition/sound/StarvationMeter.h"
 #include "irfile/IRFile.h"
 
 #include <gtest/gtest.h>
@@ -175,15 +176,19 @@ TEST(Mixer, AChangeDuringAFadeWaitsForItsEnd) {
 
 TEST(PhraseFile, IsMixedAndBroughtToItsRate) {
     const TempFolder folder;
-    WavBuilder wav{.rate = 96000, .channels = 2};
-    for (int i = 0; i < 96000; ++i)
-        wav.add(static_cast<int>(16000 * std::sin(2 * std::numbers::pi * 441 * i / 96000))).add(0);
-    const PhraseSamples phrase = readPhrase(folder.write("Mine.wav", wav.bytes()));
-    ASSERT_EQ(phrase.samples.size(), 44100U);
-    for (std::size_t i = 1000; i < 43000; i += 25) // a quarter of a period
-        ASSERT_NEAR(phrase.samples[i],
-                    16000.0 / 65536 * std::sin(std::numbers::pi / 50 * static_cast<double>(i)),
-                    1e-3);
+    for (const int hertz : {441, 19845}) { // treble, too
+        WavBuilder wav{.rate = 96000, .channels = 2};
+        for (int i = 0; i < 96000; ++i)
+            wav.add(static_cast<int>(16000 * std::sin(2 * std::numbers::pi * hertz * i / 96000)))
+                .add(0);
+        const PhraseSamples phrase = readPhrase(folder.write("Mine.wav", wav.bytes()));
+        ASSERT_EQ(phrase.samples.size(), 44100U);
+        for (std::size_t i = 1000; i < 43000; ++i)
+            ASSERT_NEAR(phrase.samples[i],
+                        16000.0 / 65536 *
+                            std::sin(2 * std::numbers::pi * hertz * static_cast<double>(i) / 44100),
+                        1e-3);
+    }
 }
 
 TEST(PhraseFile, RefusesWhatIsNoPhrase) {
@@ -194,12 +199,31 @@ TEST(PhraseFile, RefusesWhatIsNoPhrase) {
         {folder.write("brief.wav", brief.bytes()), "it is shorter than half a second"},
         {folder.write("silent.wav", silent.bytes()), "it is silent"},
         {folder.path("none.wav"), "there is no such file"},
-        {folder.path().string(), "it is not a file"},
+        {folder.path().string(), "it is a folder; choose a file in it"},
+        {folder.write("fast.wav", WavBuilder{.rate = 800'000}.bytes()),
+         "its sample rate, 800000 Hz, is beyond 768000 Hz"},
     };
     for (const auto& [path, why] : cases)
         EXPECT_EQ(readPhrase(path).whyNot, why);
-    const std::string text = folder.write("text.wav", "hello");
-    EXPECT_TRUE(readPhrase(text).whyNot.starts_with("it is not a readable sound file: "));
+    for (const std::string name : {"text.wav", "no header.gsm"})
+        EXPECT_TRUE(readPhrase(folder.write(name, std::string(99'000, 'x')))
+                        .whyNot.starts_with("it is not a readable sound file: "));
+}
+
+TEST(Output, IsStarvedIfItsLeadShrinksForGood) {
+    StarvationMeter meter;
+    double now = 0;
+    const auto play = [&](int pulls, double late) { // two pulls at once, as from a large buffer
+        for (int i = 0; i < pulls; ++i) {
+            meter.taken(441, now += i % 2 * 0.02, 44100);
+            meter.taken(0, now + late, 44100);
+        }
+    };
+    play(600, 0.005);
+    EXPECT_FALSE(meter.starved());
+    now += 0.02;
+    play(300, 0);
+    EXPECT_TRUE(meter.starved());
 }
 
 } // namespace
