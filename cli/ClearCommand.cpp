@@ -34,6 +34,7 @@ ExitStatus ClearCommand::run() {
         std::iota(slots.begin(), slots.end(), 1U);
     }
     std::vector<SlotJob> jobs;
+    jobs.reserve(slots.size());
     for (const std::uint32_t slot : slots)
         jobs.push_back({slot, *blank, true});
     return upload(jobs);

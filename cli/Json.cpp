@@ -23,8 +23,8 @@ struct Converter {
     }
     Node operator()(const Json::Fields& fields) const {
         Node node = Node::object();
-        for (const Json::Field& field : fields)
-            node[field.name] = std::visit(*this, field.value.value());
+        for (const auto& [name, value] : fields)
+            node[name] = std::visit(*this, value.value());
         return node;
     }
     Node operator()(const auto& value) const { return value; }
@@ -58,12 +58,12 @@ std::string withoutControls(std::string_view valid) {
 Json::Json(std::initializer_list<Field> fields) : value_(Fields(fields)) {}
 
 void Json::add(const std::string& name, Json value) {
-    std::get<Fields>(value_).push_back({name, std::move(value)});
+    std::get<Fields>(value_).emplace_back(name, std::move(value));
 }
 
 void Json::addAll(const Json& fields) {
-    for (const Field& field : std::get<Fields>(fields.value_))
-        add(field.name, field.value);
+    for (const auto& [name, value] : std::get<Fields>(fields.value_))
+        add(name, value);
 }
 
 std::string documentText(const Json& part) {

@@ -23,7 +23,7 @@ inline constexpr int jsonVersion = 1;
 /// constructors convert implicitly, so that `{{"slot", 1}, {"name", "Cab"}}` is a value.
 class Json {
 public:
-    struct Field;
+    using Field = std::pair<std::string, Json>; ///< its name and its value
     using List = std::vector<Json>;
     using Fields = std::vector<Field>;
     using Value =
@@ -53,11 +53,6 @@ public:
 
 private:
     Value value_ = nullptr;
-};
-
-struct Json::Field {
-    std::string name;
-    Json value;
 };
 
 /// Formats a part of a document. Replaces bytes that are not UTF-8, as in some file names, and
