@@ -100,16 +100,20 @@ SAID
     wait "$pedal" || fail "cabslot-sim ended with $?"
     pedal=
     say "cabslotctl has listed, loaded, cleared and written a sound"
-
-    # The window on a screen outside, driven by the test of the built one. It needs two sockets from
-    # there: X11's, which is not in the file system, and the bus's, which is below TMPDIR.
     for program in cabslot cabslotctl cabslot-sim; do
         printf '#!/bin/sh\nexec chroot "%s" "%s/bin/%s" "$@"\n' "$root" "$prefix" $program \
             >"$root/tmp/$program"
         chmod +x "$root/tmp/$program"
     done
-    TMPDIR=$root/tmp scripts/in-desktop tests/ui/real-window.py "$root/tmp/cabslot" \
-        "$root/tmp/cabslot-sim" "$root/tmp/cabslotctl" "$root$demo" "$picture"
+    try_window managed "$picture"
     [ "$(identify -format %k "$picture")" -gt 20 ] || fail "the window's picture is empty"
     say "the window works, and plays; its picture is $picture"
+}
+
+# try_window DESKTOP [PICTURE]: after try_programs. The window on a screen outside, driven by the test of
+# the built one. It needs two sockets from there: X11's, which is not in the file system, and the bus's,
+# which is below TMPDIR, as is Wayland's.
+try_window() {
+    TMPDIR=$root/tmp scripts/in-desktop "$1" tests/ui/real-window.py "$root/tmp/cabslot" \
+        "$root/tmp/cabslot-sim" "$root/tmp/cabslotctl" "$root$demo" ${2:+"$2"}
 }
