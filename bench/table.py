@@ -17,6 +17,7 @@ import tempfile
 import time
 import wave
 from collections import defaultdict
+from contextlib import contextmanager
 
 build, output = sys.argv[1], sys.argv[2]
 programs = os.path.join(build, "bin")
@@ -200,6 +201,22 @@ def prepared(folder):
         f"{min(rates):.0f} to {max(rates):.0f}")
 
 
+@contextmanager
+def running(*commands):
+    """Runs the commands meanwhile."""
+    processes = [subprocess.Popen(command) for command in commands]
+    try:
+        yield processes
+    finally:
+        for process in processes:
+            process.kill()
+            process.wait()
+
+
+def all_cores_loaded():
+    return running(*[["sh", "-c", "while :; do :; done"]] * os.cpu_count())
+
+
 # --- The wire ----------------------------------------------------------------------------------
 
 
@@ -223,13 +240,8 @@ def wire():
     took = firsts(found["upload"])
     row("upload, from the request to the last report", percentile(took, 0.99), " ms",
         "150 ms or less", percentile(took, 0.99) <= 150, f"median {statistics.median(took):.2f} ms")
-    load = [subprocess.Popen(["sh", "-c", "while :; do :; done"]) for _ in range(os.cpu_count())]
-    try:
+    with all_cores_loaded():
         gap_rows("all cores loaded", figures(run(*uploads)))
-    finally:
-        for process in load:
-            process.kill()
-            process.wait()
     ends = firsts(figures(run(program("bench_wire"), "loads", "30", demo,
                               program("cabslotctl")))["exit"])
     row("from the confirmation to the end of `cabslotctl load`", percentile(ends, 0.99), " ms",
@@ -269,30 +281,70 @@ def tone(path, seconds):
         file.writeframes(bytes(i * 37 % 251 for i in range(2 * 44100 * seconds)))
 
 
+@contextmanager
+def sound_server(folder):
+    """A PulseAudio of our own with a null output, t."""
+    socket = os.path.join(folder, "sound")
+    os.environ.update(PULSE_RUNTIME_PATH=folder, PULSE_SERVER=f"unix:{socket}")
+    with running(["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
+                  "--log-level=0", "-L", "module-null-sink sink_name=t rate=44100 channels=1", "-L",
+                  f"module-native-protocol-unix auth-anonymous=1 socket={socket}"]):
+        while not os.path.exists(socket):
+            time.sleep(0.05)
+        yield
+    os.remove(socket)
+
+
 def preview(folder):
     section("The preview: 200 steps through a folder of 800 cabinets' IRs; PulseAudio, null "
             "output")
     pack = write_cabinets(folder)
-    phrase, socket = (os.path.join(folder, name) for name in ("phrase.wav", "sound"))
+    phrase = os.path.join(folder, "phrase.wav")
     tone(phrase, 10)
-    os.environ.update(PULSE_RUNTIME_PATH=folder, PULSE_SERVER=f"unix:{socket}")
-    server = subprocess.Popen(
-        ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no",
-         "--log-level=0", "-L", "module-null-sink rate=44100", "-L",
-         f"module-native-protocol-unix auth-anonymous=1 socket={socket}"])
-    try:
-        while not os.path.exists(socket):
-            time.sleep(0.05)
+    with sound_server(folder):
         found = figures(run(program("bench_preview"), build, pack, phrase, "200"))
-    finally:
-        server.kill()
-        server.wait()
     for what, name, goal in (("from the key to the painted preview", "painted", 30),
                              ("from the key to the new IR's first sample", "heard", 50),
                              ("a ten-second phrase through an IR, its level matched", "rendered", 15)):
         times = firsts(found[name])
         row(f"99 % of them: {what}", percentile(times, 0.99), " ms", f"{goal} ms or less",
             percentile(times, 0.99) <= goal, f"median {statistics.median(times):.2f} ms")
+
+
+# --- Gaps --------------------------------------------------------------------------------------
+
+
+def silences(samples, shortest=88):
+    """The lengths, in samples, of the silences (2 ms and longer) within the sound."""
+    heard = [i for i, sample in enumerate(samples) if sample != 0]
+    return [after - before for before, after in zip(heard, heard[1:]) if after - before > shortest]
+
+
+def record(folder, phrase):
+    """Plays the phrase through the demo IR; returns what the output got."""
+    recording = os.path.join(folder, "recording")
+    with open(recording, "wb") as file:
+        recorder = subprocess.Popen(["parec", "-d", "t.monitor", "--rate=44100", "--channels=1",
+                                     "--format=s16le"], stdout=file)
+        run(program("cabslotctl"), "audition", demo, "--dry", phrase)
+        recorder.terminate()
+        recorder.wait()
+    with open(recording, "rb") as file:
+        data = file.read()
+    return struct.unpack(f"<{len(data) // 2}h", data[:len(data) // 2 * 2])
+
+
+def gaps(folder):
+    section("Listening for 29 seconds; PulseAudio, null output")
+    phrase = os.path.join(folder, "long.wav")
+    tone(phrase, 29)
+    for when, load, goal in (("idle", running, 0), ("all cores loaded", all_cores_loaded, 4)):
+        with sound_server(folder), load():
+            found = silences(record(folder, phrase))
+        a_minute = len(found) * 60 / 29
+        longest = max(found, default=0) / 44.1
+        row(f"gaps a minute, {when}", a_minute, "", "none" if goal == 0 else f"{goal} or fewer",
+            a_minute <= goal, f"the longest {longest:.0f} ms" if found else "")
 
 
 # --- The table ---------------------------------------------------------------------------------
@@ -332,4 +384,5 @@ with tempfile.TemporaryDirectory() as work:
     wire()
     window(work)
     preview(work)
+    gaps(work)
 write()

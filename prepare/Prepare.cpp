@@ -23,7 +23,7 @@ namespace {
 constexpr double keptBefore = 8;        // points at 44.1 kHz that are kept before the onset
 constexpr double inaudible = 1e-4;      // of the peak; -80 dB
 constexpr double audibleChange = 0.005; // dB; smaller changes are not reported
-constexpr double tellingShare = 0.005;  // of the energy; a loss of more changes the response
+constexpr double tellingShare = 0.001;  // of the energy; a loss of more changes the response
 constexpr double lowestShare = 1e-6;    // of the energy; a smaller loss is not reported
 constexpr double full{fullScale};
 

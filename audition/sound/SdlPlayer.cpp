@@ -2,6 +2,7 @@
 
 #include "audition/sound/AlsaMessages.h"
 
+#include <algorithm>
 #include <thread>
 #include <utility>
 
@@ -11,10 +12,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Uint16 usualBuffer = 1024;  // samples, 23 ms: smaller buffers run dry on a busy machine
-constexpr Uint16 largerBuffer = 4096; // 93 ms, where even the usual one has run dry
-constexpr auto longestFadeOut = 80ms; // a server that hangs must not delay Ctrl-C
-constexpr auto longestStillness = 5s; // even a null output needs up to two seconds to start
+constexpr Uint16 usualBuffer = 1024;    // samples, 23 ms: smaller buffers run dry on a busy machine
+constexpr Uint16 largerBuffer = 4096;   // 93 ms, where even the usual one has run dry
+constexpr auto longestFadeOut = 80ms;   // a server that hangs must not delay Ctrl-C
+constexpr auto longestTakeover = 300ms; // from one output to another
+constexpr auto longestStillness = 5s;   // even a null output needs up to two seconds to start
 
 std::string noDevice(const std::string& detail = {}) {
     return "no sound device was found" + (detail.empty() ? "" : " (" + detail + ")") +
@@ -33,17 +35,57 @@ SdlPlayer::~SdlPlayer() {
     close();
 }
 
+SdlPlayer::Output::~Output() {
+    if (device != 0)
+        SDL_CloseAudioDevice(device);
+}
+
+bool SdlPlayer::Output::open(Uint16 samplesAtOnce) {
+    const auto fill = [](void* output, Uint8* bytes, int size) {
+        static_cast<Output*>(output)->pull(
+            {reinterpret_cast<float*>(bytes), static_cast<std::size_t>(size) / sizeof(float)});
+    };
+    const SDL_AudioSpec wanted = {.freq = static_cast<int>(soundRate),
+                                  .format = AUDIO_F32SYS,
+                                  .channels = 1,
+                                  .silence = 0,
+                                  .samples = samplesAtOnce,
+                                  .padding = 0,
+                                  .size = 0,
+                                  .callback = fill,
+                                  .userdata = this};
+    device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+    if (device != 0)
+        SDL_PauseAudioDevice(device, 0);
+    return device != 0;
+}
+
+/// Runs on the output's own thread.
+void SdlPlayer::Output::pull(std::span<float> samples) {
+    const std::lock_guard lock(player.pulling_); // waited for only while outputs change
+    if (!std::exchange(hasBegun, true)) {
+        if (SDL_SetThreadPriority(SDL_THREAD_PRIORITY_TIME_CRITICAL) != 0)
+            SDL_SetThreadPriority(SDL_THREAD_PRIORITY_HIGH); // what the system offers
+        player.current_ = this;
+    }
+    const std::chrono::duration<double> now = Clock::now().time_since_epoch();
+    meter.taken(samples.size(), now.count(), soundRate);
+    starved = meter.starved();
+    if (player.current_ == this)
+        player.mixer_->pull(samples);
+    else
+        std::ranges::fill(samples, 0.0F);
+}
+
 void SdlPlayer::close() {
-    if (device_ != 0)
-        SDL_CloseAudioDevice(device_);
+    output_.reset();
     if (connected_)
         SDL_QuitSubSystem(SDL_INIT_AUDIO);
-    device_ = 0;
     connected_ = false;
 }
 
 std::string SdlPlayer::whyNoDevice() {
-    if (device_ != 0)
+    if (output_)
         return {};
     close(); // an earlier result may be out of date
     if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0)
@@ -59,7 +101,8 @@ std::string SdlPlayer::start() {
     if (std::string why = whyNoDevice(); !why.empty())
         return why;
     mixer_ = std::make_unique<Mixer>();
-    if (!openDevice()) {
+    output_ = std::make_unique<Output>(*this);
+    if (!output_->open(samplesAtOnce_)) {
         std::string why = noDevice(SDL_GetError());
         close();
         return why;
@@ -69,47 +112,13 @@ std::string SdlPlayer::start() {
     return {};
 }
 
-/// Opens the output, which then pulls from the mixer.
-bool SdlPlayer::openDevice() {
-    meter_ = {};
-    starved_ = false;
-    isUrgent_ = false;
-    const SDL_AudioSpec wanted = {.freq = static_cast<int>(soundRate),
-                                  .format = AUDIO_F32SYS,
-                                  .channels = 1,
-                                  .silence = 0,
-                                  .samples = samplesAtOnce_,
-                                  .padding = 0,
-                                  .size = 0,
-                                  .callback = pull,
-                                  .userdata = this};
-    device_ = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
-    if (device_ != 0)
-        SDL_PauseAudioDevice(device_, 0);
-    return device_ != 0;
-}
-
-/// Runs on the sound thread.
-void SdlPlayer::pull(void* player, Uint8* bytes, int size) {
-    auto& self = *static_cast<SdlPlayer*>(player);
-    if (!std::exchange(self.isUrgent_, true) &&
-        SDL_SetThreadPriority(SDL_THREAD_PRIORITY_TIME_CRITICAL) != 0)
-        SDL_SetThreadPriority(SDL_THREAD_PRIORITY_HIGH); // what the system offers
-    const std::size_t count = static_cast<std::size_t>(size) / sizeof(float);
-    const std::chrono::duration<double> now = Clock::now().time_since_epoch();
-    self.meter_.taken(count, now.count(), soundRate);
-    if (self.meter_.starved())
-        self.starved_ = true;
-    self.mixer_->pull({reinterpret_cast<float*>(bytes), count});
-}
-
 void SdlPlayer::play(std::shared_ptr<const Rendering> next) {
     if (mixer_)
         mixer_->play(std::move(next));
 }
 
 void SdlPlayer::stop() {
-    if (device_ == 0)
+    if (!output_)
         return;
     mixer_->play(nullptr);
     const auto end = Clock::now() + longestFadeOut;
@@ -118,17 +127,26 @@ void SdlPlayer::stop() {
     close();
 }
 
+/// Opens a second output, which takes over when it begins: an output that is closed first leaves a
+/// gap of up to two seconds on some servers. Without a second one, the first one stays.
+void SdlPlayer::enlargeBuffer() {
+    samplesAtOnce_ = largerBuffer;
+    auto larger = std::make_unique<Output>(*this);
+    if (!larger->open(samplesAtOnce_))
+        return;
+    const auto end = Clock::now() + longestTakeover;
+    while (current_ != larger.get() && Clock::now() < end)
+        std::this_thread::sleep_for(2ms);
+    output_.swap(larger);
+}
+
 std::string SdlPlayer::whyStopped() {
-    if (device_ == 0)
+    if (!output_)
         return {};
-    if (SDL_GetAudioDeviceStatus(device_) != SDL_AUDIO_PLAYING)
+    if (SDL_GetAudioDeviceStatus(output_->device) != SDL_AUDIO_PLAYING)
         return "the sound server or the sound device went away";
-    if (starved_ && samplesAtOnce_ == usualBuffer) { // one more gap, and then none
-        samplesAtOnce_ = largerBuffer;
-        SDL_CloseAudioDevice(device_);
-        if (!openDevice())
-            return noDevice(SDL_GetError());
-    }
+    if (output_->starved && samplesAtOnce_ == usualBuffer)
+        enlargeBuffer();
     const std::size_t played = mixer_->played();
     if (std::exchange(seenPlayed_, played) != played || mixer_->isSilent())
         seenAt_ = Clock::now();

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <mutex>
 
 namespace cabslot {
 
@@ -22,24 +23,43 @@ public:
     std::string start() override;
     void play(std::shared_ptr<const Rendering> next) override;
     void stop() override;
+
+    /// Also gives an output that has run dry a larger buffer.
     std::string whyStopped() override;
+
     std::size_t played() const override { return mixer_ ? mixer_->played() : 0; }
     unsigned changes() const override { return mixer_ ? mixer_->changes() : 0; }
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    static void pull(void* player, Uint8* bytes, int size);
-    void close();
-    bool openDevice();
+    /// An open output and what its thread needs. The output that has begun last pulls from the
+    /// mixer; another one is silent.
+    struct Output {
+        explicit Output(SdlPlayer& owner) : player(owner) {}
+        Output(const Output&) = delete;
+        Output& operator=(const Output&) = delete;
+        ~Output();
 
-    bool connected_ = false; ///< to a sound server, or to the system's own sound
-    SDL_AudioDeviceID device_ = 0;
+        bool open(Uint16 samplesAtOnce);
+        void pull(std::span<float> samples);
+
+        SdlPlayer& player;
+        SDL_AudioDeviceID device = 0;
+        StarvationMeter meter; ///< used by the sound thread only, as is the next
+        bool hasBegun = false;
+        std::atomic<bool> starved = false;
+    };
+
+    void close();
+    void enlargeBuffer();
+
+    bool connected_ = false;       ///< to a sound server, or to the system's own sound
     std::unique_ptr<Mixer> mixer_; ///< one for each start()
-    Uint16 samplesAtOnce_;         ///< larger once the output has run dry
-    StarvationMeter meter_;        ///< the sound thread's, while there is a device
-    std::atomic<bool> starved_ = false;
-    bool isUrgent_ = false; ///< the sound thread has asked for its priority
+    std::mutex pulling_;           ///< protects mixer_->pull() while one output replaces another
+    std::atomic<Output*> current_ = nullptr; ///< the output that pulls
+    std::unique_ptr<Output> output_;
+    Uint16 samplesAtOnce_; ///< larger once an output has run dry
     std::size_t seenPlayed_ = 0;
     Clock::time_point seenAt_;
 };
