@@ -108,6 +108,48 @@ TEST_F(Cabslotctl, PreparesAFileAndLoadsIt) {
     EXPECT_EQ(contentOf(better), before);
 }
 
+TEST_F(Cabslotctl, LeavesOutTheStepsThatAreNotWanted) {
+    WavBuilder late{.rate = 96000};
+    for (int i = 0; i < 3000; ++i)
+        late.add(i < 960 ? 0 : 9000 - 3 * i);
+    const std::string file = folder.write("Late.wav", late.bytes());
+    const auto steps = [&](const std::string& option) {
+        EXPECT_EQ(run({"prepare", file, folder.path("out.wav"), "--force", "--json", option}), 0);
+        std::string found;
+        for (const char* step : {"Resampled", "Trimmed", "Faded", "Level"})
+            found += outHas(step) ? step : "";
+        return found;
+    };
+    EXPECT_EQ(steps("--no-resample"), "TrimmedLevel");
+    EXPECT_EQ(steps("--no-trim"), "ResampledFadedLevel");
+}
+
+TEST_F(Cabslotctl, ListsOnlyWhereItCanBeWritten) {
+    startPedal();
+    const std::string list =
+        std::string(CABSLOTCTL) + " --pedal unix:" + socket + " list >/dev/full";
+    Program shell({"/bin/sh", "-c", list}, folder, "ctl");
+    EXPECT_EQ(shell.wait(), 2);
+    EXPECT_EQ(shell.err(), "cabslotctl: standard output cannot be written\n");
+}
+
+TEST_F(Cabslotctl, CtrlCEndsItWhateverItWaitsFor) {
+    startPedal({}, "60000");
+    const auto loading = start({"load", "1", wav(), "2", wav("b.wav")});
+    ASSERT_TRUE(pedal->hasPrinted("stored User 1"));
+    loading->signal(SIGINT);
+    EXPECT_EQ(loading->wait(), 130);
+    EXPECT_NE(loading->err().find("0 of 2 confirmed; not sent: User 2"), std::string::npos);
+
+    pedal->signal(SIGSTOP); // no names
+    const std::string trace = folder.path("trace");
+    const auto listing = start({"--trace", trace, "list"});
+    ASSERT_TRUE(eventually([&] { return contentOf(trace).find("matched") != std::string::npos; }));
+    listing->signal(SIGINT);
+    EXPECT_EQ(listing->wait(), 130);
+    pedal->signal(SIGCONT);
+}
+
 TEST_F(Cabslotctl, LoadsAFactoryIR) {
     startPedal();
     const std::string factory = folder.write("x.bin", factoryFile(16, std::string(3072, '\x11')));

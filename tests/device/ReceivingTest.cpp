@@ -23,6 +23,13 @@ protected:
     }
 };
 
+TEST_F(Receiving, TheRingBufferTakesAllOrNothing) {
+    const Bytes many(10000, 7);
+    receive(many);
+    EXPECT_EQ(putRX_buffer(many.data(), 241), 0) << "one more than is free";
+    EXPECT_EQ(putRX_buffer(many.data(), 240), 1);
+}
+
 // The handler gets no length: a short frame's missing bytes come from the previous frame.
 TEST_F(Receiving, AShortAllDataFrameIsTrusted) {
     const std::string names(64, 'n');

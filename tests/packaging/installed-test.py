@@ -28,6 +28,10 @@ with tempfile.TemporaryDirectory() as folder:
     subprocess.run(["cmake", "--install", BUILD, "--prefix", prefix], check=True,
                    stdout=subprocess.DEVNULL)
     clear_slot(os.path.join(prefix, "bin/cabslotctl"))
+    with open(os.path.join(prefix, "lib/udev/rules.d/70-cabslot.rules"), encoding="ascii") as rules:
+        assigned = [line.split(",")[4:] for line in rules if not line.startswith("#")]
+    if assigned != [[' TAG+="uaccess"\n']]:
+        sys.exit(f"FAILED: the pedal is not only the user's at the screen: {assigned}")
     os.rename(prefix, moved)
     clear_slot(os.path.join(moved, "bin/cabslotctl"))
     # The sound module and phrases are installed with it, too.

@@ -32,6 +32,8 @@ TEST_F(Hostile, AFullDiskLosesNothingThatWasThere) {
         EXPECT_EQ(run({"preset", "new", folder.path("new.preset")}), 2);
         EXPECT_EQ(run({"--trace", folder.path("trace"), "list"}), 0) << "the names are here";
         EXPECT_TRUE(errHas("/trace is not complete"));
+        EXPECT_EQ(run({"--trace", folder.path("trace"), "load", "1", wavFile}), 0) << err;
+        EXPECT_TRUE(errHas("/trace is not complete") && errHas("cannot be remembered: "));
         startPedal(); // this pedal may not write either
         EXPECT_EQ(run({"clear", "2", "--confirm-timeout", "0.5"}), 4);
     }

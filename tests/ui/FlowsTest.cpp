@@ -5,6 +5,7 @@
 #include "ui/SlotPicture.h"
 #include "ui/SlotRow.h"
 
+#include <QMimeData>
 #include <QRegularExpression>
 
 namespace cabslot::testing {
@@ -202,8 +203,14 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
     const auto url = [](const std::string& path) {
         return QUrl::fromLocalFile(QString::fromStdString(path));
     };
-    emit row->filesDropped({url(wav("Deep.WAV"))});
-    EXPECT_EQ(label(4), "Deep.WAV      ");
+    QMimeData dragged;
+    dragged.setUrls({url(wav("Deep.WAV"))});
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(row, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({5, 5}, Qt::CopyAction, &dragged, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(row, &drop);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return label(4) == "Deep.WAV      "; }));
 
     const auto slow = url(folder.write("Slow.wav", WavBuilder{.rate = 22050}.add(1).bytes()));
     const std::pair<QList<QUrl>, QString> refused[] = {
@@ -258,7 +265,9 @@ TEST_F(Flows, NothingStartsWithoutNamesOrBehindAnAlert) {
     resetSharedState();
 
     open();
+    press(2);
     root().alterIRError("Error");
+    choose(wav()); // the panel was open before
     tryAll();
     QTest::mouseClick(dialog<cabslot::Alert>()->button(), Qt::LeftButton);
     EXPECT_TRUE(button(8)->isEnabled());
@@ -288,8 +297,7 @@ TEST_F(Flows, APictureIsRememberedWhileThePedalHasTheNameOfIt) {
     const WithVariable memory("CABSLOT_STATE", folder.path("memory"));
     pedalName = "sim";
     open();
-    press(2);
-    choose(wav());
+    root().importFile(2, QString::fromStdString(wav()), true);
     press(7);
     const auto start = [this] { // the window anew, on the same pedal
         close();
@@ -306,7 +314,7 @@ TEST_F(Flows, APictureIsRememberedWhileThePedalHasTheNameOfIt) {
     };
     start();
     EXPECT_TRUE(picture(2)->isEnabled() && says(2, "Loaded from here on "));
-    EXPECT_TRUE(picture(2)->accessibleDescription().startsWith("Cab; peak -16.94"))
+    EXPECT_TRUE(picture(2)->accessibleDescription().startsWith("Cab; peak -0.30 dBFS"))
         << picture(2)->accessibleDescription().toStdString();
     EXPECT_TRUE(picture(3)->isEnabled() && says(3, "Cleared from here on "));
     EXPECT_FALSE(picture(1)->isEnabled());
@@ -327,6 +335,7 @@ TEST_F(Flows, WhatWasLoadedIsSeenInItsRowAndInAViewOfItsOwn) {
     choose(folder.write("Eight.wav", WavBuilder{.bits = 8}.add(200).bytes()));
     EXPECT_TRUE(picture->accessibleDescription().startsWith("Eight; peak -7.18 dBFS"))
         << picture->accessibleDescription().toStdString();
+    EXPECT_EQ(picture->accessibleName(), "Waveform of User 2");
     QTest::keyClick(picture, Qt::Key_Space);
     auto* view = dialog<IRWindow>();
     ASSERT_NE(view, nullptr);

@@ -7,6 +7,7 @@
 
 #include <QAbstractItemView>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QSettings>
 
@@ -189,8 +190,41 @@ TEST_F(Panel, TheLargerViewIsHeardInstead) {
     EXPECT_TRUE(isHeard({0, 0.5}));
     EXPECT_FALSE(listen()->isChecked());
     EXPECT_TRUE(view->findChild<QPushButton*>("listen")->isChecked());
+    bool stopped = false;
+    pause = [&](std::chrono::milliseconds) {
+        stopped = stopped || hasStopped();
+        QTest::qWait(20);
+    };
+    press(5);
+    EXPECT_TRUE(stopped) << "an upload has begun";
+    QTest::keyClick(view, Qt::Key_L);
+    sound.device->use([&] { sound.device->stops = 0; });
     view->close();
     EXPECT_TRUE(hasStopped());
+}
+
+TEST_F(Panel, WhatWasChosenIsThereTheNextTime) {
+    {
+        Listening chosen(installedSound, folder.path("bundle"));
+        chosen.setPhrase(Listening::Choice::own, "bad");
+        chosen.setLevel(Level::asItIs);
+    }
+    QSettings().remove("openPanel/lastFolder");
+    open();
+    press(2);
+    dialog<QFileDialog>()->findChild<QCheckBox*>("prepare")->setChecked(true);
+    choose(folder.path("irs/1 Half.wav"));
+    close();
+    openPanel(); // in the folder of the chosen file
+    EXPECT_TRUE(panel->findChild<QCheckBox*>("prepare")->isChecked());
+    EXPECT_TRUE(panel->findChild<QCheckBox*>("asLoudAsItIs")->isChecked());
+    const auto* phrase = panel->findChild<QComboBox*>("phrase");
+    EXPECT_EQ(phrase->accessibleName(), "Phrase to listen with");
+    EXPECT_EQ(phrase->currentIndex(), 2);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return listen()->isEnabled(); }));
+    listen()->click();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return text("listenWords").ends_with("it is bad"); }))
+        << text("listenWords");
 }
 
 } // namespace
