@@ -14,10 +14,7 @@ namespace cabslot {
 
 namespace {
 
-using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
-
-constexpr auto tick = 10ms;
 
 } // namespace
 
@@ -68,8 +65,8 @@ void HIDClass::myThreadMainMethod() {
 void HIDClass::runLoop() {
     // One grid for both timers, so that the thread wakes once per tick.
     const Clock::time_point start = Clock::now();
-    RepeatingTimer readTimer(start, tick);
-    RepeatingTimer sendTimer(start, tick);
+    RepeatingTimer readTimer(start, tickPeriod);
+    RepeatingTimer sendTimer(start, tickPeriod);
     while (!stop_) {
         manager_.waitForEvents(std::min(readTimer.due(), sendTimer.due()));
         runHandedWork();

@@ -43,7 +43,8 @@ public:
     void HID_SendData(); ///< the send timer's tick
     void HID_ReadData(); ///< the read timer's tick
 
-    /// The service in use; null until the device thread has started.
+    /// The service in use; null until the device thread has started. The property's given name
+    /// hides its type's, which is therefore written with its namespace here.
     cabslot::HIDManager* HIDManager() const { return HIDManager_; }
     void setHIDManager(cabslot::HIDManager* manager) { HIDManager_ = manager; }
 

@@ -1,6 +1,7 @@
 #include "device/SharedState.h"
 
 #include <memory>
+#include <utility>
 
 namespace cabslot {
 
@@ -9,6 +10,12 @@ namespace {
 // Start values that are not 0, with schedulerStart.
 constexpr std::uint8_t factoryIR = 1;
 constexpr std::uint8_t matched = 1;
+
+template<std::size_t... slot>
+consteval auto allFactory(std::index_sequence<slot...> /*slots*/) {
+    return std::array<std::atomic<std::uint8_t>, slotCount>{
+        (static_cast<void>(slot), factoryIR)...};
+}
 
 template<typename... Values>
 void restart(Values&... values) {
@@ -42,8 +49,8 @@ std::uint8_t SendisInternalIR = 0;
 std::uint8_t armWithLastFrame = 0;
 
 SlotTexts IRNameArr;
-std::array<std::atomic<std::uint8_t>, slotCount> isInternalIRArray{factoryIR, factoryIR, factoryIR,
-                                                                   factoryIR};
+constinit std::array<std::atomic<std::uint8_t>, slotCount> isInternalIRArray =
+    allFactory(std::make_index_sequence<slotCount>{});
 SlotTexts isInternalIRArray2;
 
 DeviceObject* object = nullptr;

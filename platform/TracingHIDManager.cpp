@@ -11,11 +11,13 @@ namespace cabslot {
 class TracedDevice final : public HIDDevice {
 public:
     TracedDevice(HIDDeviceRef inner, TracingHIDManager& trace)
-        : inner_(std::move(inner)), trace_(trace) {}
+        : inner_(std::move(inner)), trace_(&trace) {}
 
     bool SetReport(const HIDReport& report) override {
+        if (trace_ == nullptr)
+            return false;
         const bool accepted = inner_->SetReport(report);
-        trace_.note(accepted ? ">" : "> not accepted:", report.data(), report.size());
+        trace_->note(accepted ? ">" : "> not accepted:", report.data(), report.size());
         return accepted;
     }
 
@@ -23,15 +25,21 @@ public:
 
     const HIDDeviceRef& inner() const { return inner_; }
 
+    /// References to this object may outlive the trace.
+    void end() { trace_ = nullptr; }
+
 private:
     HIDDeviceRef inner_;
-    TracingHIDManager& trace_;
+    TracingHIDManager* trace_; ///< null: the device is gone
 };
 
 TracingHIDManager::TracingHIDManager(std::unique_ptr<HIDManager> inner, std::ostream& out)
     : inner_(std::move(inner)), out_(out) {}
 
-TracingHIDManager::~TracingHIDManager() = default;
+TracingHIDManager::~TracingHIDManager() {
+    for (const auto& device : devices_)
+        device->end();
+}
 
 bool TracingHIDManager::open(const HIDMatching& matching, const HIDCallbacks& callbacks) {
     start_ = std::chrono::steady_clock::now();
@@ -106,6 +114,7 @@ void TracingHIDManager::removed(void* context, int result, void* /*sender*/,
     const auto known = trace.traced(device);
     std::erase(trace.devices_, known);
     trace.callbacks_.removal(trace.callbacks_.context, result, &trace, known);
+    known->end();
 }
 
 void TracingHIDManager::reported(void* context, int result, const HIDDeviceRef& sender,

@@ -60,8 +60,8 @@ Examples:
   cabslot-sim --socket /tmp/pedal.sock --fault split --fault garbage)";
 }
 
-PedalOptions optionsOf(const Settings& settings) {
-    PedalOptions options;
+PedalBehaviour optionsOf(const Settings& settings) {
+    PedalBehaviour options;
     options.confirmDelay = std::chrono::milliseconds(settings.confirmDelay);
     for (const std::string& name : settings.faults)
         setFault(options.faults, name);
@@ -193,7 +193,7 @@ int serveOnSockets(PedalServer& pedal, const Settings& settings, const sigset_t&
     if (!pedal.listenAt(settings.socket, why))
         return fail(why);
     PedalStore secondStore("Other ");
-    PedalOptions secondOptions;
+    PedalBehaviour secondOptions;
     secondOptions.announceEvery = secondPedalPace;
     PedalServer secondPedal(secondStore, secondOptions,
                             [](const std::string& line) { printLine("second pedal: " + line); });
@@ -218,7 +218,7 @@ int simulate(const Settings& settings) {
         store = PedalStore::open(settings.state, why);
     if (!store)
         return fail(why);
-    const PedalOptions options = optionsOf(settings);
+    const PedalBehaviour options = optionsOf(settings);
     PedalServer pedal(*store, options, printLine);
     return settings.usb ? serveOnUsb(pedal, options.faults, signals)
                         : serveOnSockets(pedal, settings, signals);

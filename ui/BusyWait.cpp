@@ -1,5 +1,6 @@
 #include "ui/BusyWait.h"
 
+#include "device/SendScheduler.h"
 #include "device/SharedState.h"
 
 #include <QCoreApplication>
@@ -16,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto refreshInterval = 40ms; // an upload frame is sent every 20 ms
+constexpr auto refreshInterval = 2 * uploadFramePeriod;
 
 // User input as it reaches a widget. It is stopped there, not at the window, so that a single
 // widget can be let through.

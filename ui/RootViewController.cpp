@@ -41,6 +41,7 @@ void RootViewController::loadView() {
     view_ = new QWidget;
     ui_ = std::make_unique<Ui::RootViewController>();
     ui_->setupUi(view_);
+    static_assert(slotCount == 4, "the form and the given labels have four rows: add one to both");
     rows_ = {ui_->row1, ui_->row2, ui_->row3, ui_->row4};
     for (std::size_t i = 0; i < slotCount; ++i)
         *labels()[i] = rows_[i]->nameLabel();

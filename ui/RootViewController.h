@@ -64,9 +64,9 @@ public:
     void addIR(std::int64_t index); ///< shows the open panel for slot 1 to 4
     void delIR(std::int64_t index); ///< clears slot 1 to 4, at once
 
-    /// Loads a file into slot `index`; returns when the pedal has confirmed it (true), or when 600
-    /// polls are over or the file was refused (false). If it `prepares`, the block is that of the
-    /// prepared file.
+    /// Loads a file into slot `index`; returns when the pedal has confirmed it (true), or when
+    /// all polls are over or the file was refused (false). If it `prepares`, the block is that of
+    /// the prepared file.
     bool importFile(std::int64_t index, const QString& path, bool prepares = false);
 
     /// Loads dropped WAV files one after another, into slot `index` and the next ones. Unless all

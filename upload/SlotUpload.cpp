@@ -44,6 +44,9 @@ enum class Name { ofFile, ofSlot };
 UploadResult uploadFile(std::uint32_t slot, const std::string& path, Name name,
                         const UploadOptions& options, UploadWait& wait) {
     const std::int64_t index = std::int64_t{slot} - 1;
+    // After an abandoned upload the device thread still reads what is staged.
+    if (!waitUntilUploaded(wait))
+        return {UploadEnd::givenUp, {}};
     IR_InportNumber = slot;
     QNIRFile file;
     if (!file.OpenFilePath(path))
@@ -74,6 +77,8 @@ UploadResult loadSlot(std::uint32_t slot, const std::string& path, const UploadO
 UploadResult loadSlot(std::uint32_t slot, const IR& ir, const UploadOptions& options,
                       UploadWait& wait) {
     const std::int64_t index = std::int64_t{slot} - 1;
+    if (!waitUntilUploaded(wait))
+        return {UploadEnd::givenUp, {}};
     IR_InportNumber = slot;
     stage(index, ir);
     const UploadEnd end = upload(options, wait);

@@ -56,7 +56,8 @@ struct UploadOptions {
 enum class UploadEnd {
     confirmed,      ///< the pedal reported that it has stored the IR
     notConfirmed,   ///< all polls are done; recorded as if confirmed
-    givenUp,        ///< UploadWait returned false; nothing recorded
+    givenUp,        ///< UploadWait returned false; nothing recorded. Frames may still be sent: the
+                    ///< next upload waits for the last of them before it stages anything
     fileRefused,    ///< the file cannot be loaded; nothing sent
     samplesRefused, ///< its samples cannot be used; nothing sent
 };

@@ -15,9 +15,11 @@ InstallDir "$LOCALAPPDATA\Programs\Cabslot"
 !define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Cabslot"
 InstallDirRegKey HKCU "${KEY}" "InstallLocation"
 
+!include FileFunc.nsh
 !include MUI2.nsh
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_PAGE_CUSTOMFUNCTION_LEAVE stayUnlessOursOrEmpty
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !ifdef WINDOW
@@ -44,10 +46,36 @@ InstallDirRegKey HKCU "${KEY}" "InstallLocation"
   ${EndIf}
 !macroend
 
+; Leaves $0 empty if Cabslot may be put into the chosen folder: one that the registry names as ours, or
+; one with nothing in it. Anything else in a foreign folder might be overwritten, or run.
+Function whyNotThere
+  StrCpy $0 ""
+  ReadRegStr $1 HKCU "${KEY}" "InstallLocation"
+  ${DirState} "$INSTDIR" $2 ; 1: there is something in it
+  ${If} $1 != $INSTDIR
+  ${AndIf} $2 == 1
+    StrCpy $0 "$INSTDIR holds other files. Choose an empty folder."
+  ${EndIf}
+FunctionEnd
+
+Function stayUnlessOursOrEmpty
+  Call whyNotThere
+  ${If} $0 != ""
+    MessageBox MB_ICONSTOP "$0" /SD IDOK
+    Abort
+  ${EndIf}
+FunctionEnd
+
 Section
+  Call whyNotThere ; a silent run has no page
+  ${If} $0 != ""
+    SetErrorLevel 2
+    Quit
+  ${EndIf}
   !insertmacro refuseWhileRunning cabslot
   !insertmacro refuseWhileRunning cabslotctl
-  ${If} ${FileExists} "$INSTDIR\Uninstall.exe" ; of an older version, with files of its own
+  ${If} $1 == $INSTDIR
+  ${AndIf} ${FileExists} "$INSTDIR\Uninstall.exe" ; of an older version, with files of its own
     ExecWait '"$INSTDIR\Uninstall.exe" /S _?=$INSTDIR'
   ${EndIf}
   SetOutPath "$INSTDIR"
@@ -60,7 +88,7 @@ Section
     CreateShortCut "$SMPROGRAMS\Cabslot\Cabslot.lnk" "$INSTDIR\bin\cabslot.exe"
   !endif
   CreateShortCut "$SMPROGRAMS\Cabslot\Cabslot in a terminal.lnk" "$SYSDIR\cmd.exe" \
-    '/K "set PATH=$INSTDIR\bin;%PATH%&& cabslotctl --help"' "$INSTDIR\bin\cabslotctl.exe"
+    '/K "set "PATH=$INSTDIR\bin;%PATH%"&& cabslotctl --help"' "$INSTDIR\bin\cabslotctl.exe"
   CreateShortCut "$SMPROGRAMS\Cabslot\Example IRs.lnk" "$INSTDIR\share\cabslot\examples"
 
   WriteRegStr HKCU "${KEY}" "DisplayName" "Cabslot"
@@ -80,7 +108,12 @@ Section "Uninstall"
   Delete "$INSTDIR\Uninstall.exe"
   SetOutPath "$TEMP" ; no folder that a program is in can be removed
   RMDir "$INSTDIR"
-  Delete "$SMPROGRAMS\Cabslot\*.lnk"
+  Delete "$SMPROGRAMS\Cabslot\Cabslot.lnk"
+  Delete "$SMPROGRAMS\Cabslot\Cabslot in a terminal.lnk"
+  Delete "$SMPROGRAMS\Cabslot\Example IRs.lnk"
   RMDir "$SMPROGRAMS\Cabslot"
-  DeleteRegKey HKCU "${KEY}"
+  ReadRegStr $1 HKCU "${KEY}" "InstallLocation"
+  ${If} $1 == $INSTDIR ; else it is another installation's
+    DeleteRegKey HKCU "${KEY}"
+  ${EndIf}
 SectionEnd

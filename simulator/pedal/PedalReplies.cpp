@@ -15,9 +15,9 @@ constexpr std::uint8_t allDataCommand = 0xF7;
 constexpr std::uint8_t confirmationCommand = 0xF8;
 
 // The payload of the all-data frame; bytes not listed are 0.
-constexpr std::size_t allDataSize = 78;
 constexpr std::size_t allDataFlagOffset = 2;
 constexpr std::size_t allDataNamesOffset = 14;
+constexpr std::size_t allDataSize = allDataNamesOffset + slotCount * slotNameSize;
 
 // Ends with AA, so that the host sees the reply's own sync bytes as AA AA 55.
 constexpr std::uint8_t strayBytes[] = {0x00, 0x13, 0x55, 0x37, 0xAA};

@@ -3,7 +3,7 @@
 // Byte 0 of a report is the number of stream bytes that follow, 1 to 63; the rest is padding.
 #pragma once
 
-#include "simulator/pedal/PedalOptions.h"
+#include "simulator/pedal/PedalBehaviour.h"
 #include "simulator/pedal/PedalStore.h"
 
 #include <array>

@@ -45,7 +45,8 @@ std::string wrongLengthText(std::size_t length) {
            std::to_string(reportSize);
 }
 
-SimulatedPedal::SimulatedPedal(PedalStore& store, const PedalOptions& options, Log log, Log failed)
+SimulatedPedal::SimulatedPedal(PedalStore& store, const PedalBehaviour& options, Log log,
+                               Log failed)
     : store_(store), options_(options), log_(std::move(log)), failed_(std::move(failed)) {
     if (options_.announceEvery.count() > 0)
         announcementDue_ = TimePoint::min();

@@ -5,8 +5,8 @@
 // connection.
 #pragma once
 
+#include "simulator/pedal/PedalBehaviour.h"
 #include "simulator/pedal/PedalFrames.h"
-#include "simulator/pedal/PedalOptions.h"
 #include "simulator/pedal/PedalReplies.h"
 #include "simulator/pedal/PedalStore.h"
 
@@ -31,7 +31,7 @@ public:
 
     /// `store` must outlive the pedal. `failed` receives, beside the log, why something could not
     /// be stored.
-    SimulatedPedal(PedalStore& store, const PedalOptions& options, Log log, Log failed = {});
+    SimulatedPedal(PedalStore& store, const PedalBehaviour& options, Log log, Log failed = {});
 
     /// Processes one report from the host. Logs and drops one that is not 64 bytes long or counts
     /// more than 63 bytes.
@@ -61,7 +61,7 @@ private:
     void say(const std::string& line) const;
 
     PedalStore& store_;
-    const PedalOptions options_;
+    const PedalBehaviour options_;
     const Log log_;
     const Log failed_;
     FrameParser parser_;

@@ -53,7 +53,7 @@ bool sendInWrongLengths(int fd, const Report& report) {
 
 } // namespace
 
-PedalServer::PedalServer(PedalStore& store, const PedalOptions& options, Log log)
+PedalServer::PedalServer(PedalStore& store, const PedalBehaviour& options, Log log)
     : store_(store), options_(options), log_(std::move(log)),
       stopEvent_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {}
 

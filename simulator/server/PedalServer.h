@@ -23,7 +23,7 @@ public:
     using TimePoint = SimulatedPedal::TimePoint;
 
     /// `store` must outlive the server. `log` may be empty; it is called on run()'s thread.
-    PedalServer(PedalStore& store, const PedalOptions& options, Log log);
+    PedalServer(PedalStore& store, const PedalBehaviour& options, Log log);
     PedalServer(const PedalServer&) = delete;
     PedalServer& operator=(const PedalServer&) = delete;
 
@@ -69,7 +69,7 @@ private:
     void say(const std::string& line) const;
 
     PedalStore& store_;
-    const PedalOptions options_;
+    const PedalBehaviour options_;
     const Log log_;
     FileDescriptor stopEvent_;
     ListeningSocket listener_;

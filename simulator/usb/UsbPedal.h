@@ -7,7 +7,7 @@
 #pragma once
 
 #include "base/FileDescriptor.h"
-#include "simulator/pedal/PedalOptions.h"
+#include "simulator/pedal/PedalBehaviour.h"
 #include "simulator/usb/UsbIp.h"
 
 #include <cstdint>

@@ -147,11 +147,12 @@ TEST_F(UsbManager, SaysWhyThereIsNoPedal) {
     for (const auto& [starts, nodes, why, word] : rows) {
         SCOPED_TRACE(word);
         bus = {.starts = starts, .nodes = nodes};
-        UsbHIDManager fresh;
-        EXPECT_EQ(fresh.open(pedalMatching, journal.callbacks()), starts);
-        fresh.waitForEvents({});
-        EXPECT_TRUE(fresh.whyNoDevice().starts_with(why)) << fresh.whyNoDevice();
+        auto fresh = std::make_unique<UsbHIDManager>();
+        EXPECT_EQ(fresh->open(pedalMatching, journal.callbacks()), starts);
+        fresh->waitForEvents({});
+        EXPECT_TRUE(fresh->whyNoDevice().starts_with(why)) << fresh->whyNoDevice();
         EXPECT_EQ(journal.text, word == "ok" ? "+ " : "");
+        fresh.reset(); // has the pedal's lock
         ::testing::internal::CaptureStdout();
         EXPECT_EQ(runCommandLine(3, doctor), word == "ok" ? 0 : 3);
         const std::string json = ::testing::internal::GetCapturedStdout();

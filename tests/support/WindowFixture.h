@@ -46,14 +46,14 @@ protected:
     }
 
     /// A pedal that confirms sooner than a real one, but not within a poll.
-    static simulator::PedalOptions quickPedal() {
-        simulator::PedalOptions options;
+    static simulator::PedalBehaviour quickPedal() {
+        simulator::PedalBehaviour options;
         options.confirmDelay = std::chrono::milliseconds(300);
         return options;
     }
 
     /// Opens the window on a pedal and waits for its names.
-    void open(const simulator::PedalOptions& options = quickPedal()) {
+    void open(const simulator::PedalBehaviour& options = quickPedal()) {
         std::array<int, 2> ends{};
         ASSERT_EQ(::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()), 0);
         server = std::make_unique<simulator::PedalServer>(store, options, simulator::Log{});

@@ -144,7 +144,7 @@ TEST_F(Flows, APedalThatConfirmsAtOnceCosts600Polls) {
 }
 
 TEST_F(Flows, APedalThatGoesDuringTheUploadIsToldOfAndTheAlertComesAfterIt) {
-    simulator::PedalOptions options;
+    simulator::PedalBehaviour options;
     options.faults.vanishAfter = 30;
     QString told;
     pause = [&](std::chrono::milliseconds) {

@@ -27,7 +27,7 @@ protected:
 TEST_F(LongRun, UploadsLeaveNothingBehind) {
     const WithVariable memory("CABSLOT_STATE", folder.path("memory"));
     pedalName = "sim";
-    simulator::PedalOptions pedal;
+    simulator::PedalBehaviour pedal;
     pedal.confirmDelay = std::chrono::milliseconds(100);
     pause = [](std::chrono::milliseconds) {
         const bool sending = isInportIR == 1;

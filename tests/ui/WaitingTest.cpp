@@ -11,8 +11,8 @@ namespace {
 
 class Waiting : public WindowFixture {
 protected:
-    static simulator::PedalOptions deafPedal() {
-        simulator::PedalOptions options;
+    static simulator::PedalBehaviour deafPedal() {
+        simulator::PedalBehaviour options;
         options.faults.neverConfirm = true;
         return options;
     }
@@ -70,7 +70,7 @@ TEST_F(Waiting, TheUserMayStopAfter15SecondsAndWhatFollowsIsAsAfterTheLastPoll) 
 }
 
 TEST_F(Waiting, AGonePedalCanBeLeftAtOnce) {
-    simulator::PedalOptions options;
+    simulator::PedalBehaviour options;
     options.faults.vanishAfter = 30;
     inEachPoll([this](int) {
         if (isDeviceConnent == 1)

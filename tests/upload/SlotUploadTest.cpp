@@ -67,6 +67,21 @@ protected:
     Ticking waiting;
 };
 
+TEST_F(SlotUpload, AnAbandonedUploadIsSentBeforeTheNextIsStaged) {
+    waiting.giveUpAtUploadPoll = 2;
+    EXPECT_EQ(loadSlot(1, wav(), {}, waiting).end, UploadEnd::givenUp);
+    device->reports.clear();
+    waiting = {};
+    waiting.confirmsAtPoll = 0;
+    waiting.duringUpload = [this] {
+        const bool first = waiting.uploadPolls < 5; // the other frames of the first upload
+        EXPECT_EQ(IR_InportNumber, first ? 1U : 2U);
+        EXPECT_EQ(irdatabuff[0], first ? 0x000100U : 0x000700U);
+    };
+    EXPECT_EQ(loadSlot(2, wav("Other.wav", 7), {}, waiting).end, UploadEnd::confirmed);
+    EXPECT_EQ(waiting.uploadPolls, 5U + 7U);
+}
+
 TEST_F(SlotUpload, LoadsConfirmsAndRecords) {
     waiting.confirmsAtPoll = 2;
     EXPECT_EQ(loadSlot(3, wav(), {}, waiting).end, UploadEnd::confirmed);

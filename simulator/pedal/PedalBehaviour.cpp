@@ -1,4 +1,4 @@
-#include "simulator/pedal/PedalOptions.h"
+#include "simulator/pedal/PedalBehaviour.h"
 
 #include <algorithm>
 #include <array>

@@ -39,7 +39,7 @@ std::span<const NamedFault> namedFaults();
 /// Switches the fault of that name on. False: there is none.
 bool setFault(Faults& faults, std::string_view name);
 
-struct PedalOptions {
+struct PedalBehaviour {
     /// From the last frame of an import to its confirmation. A host may begin to wait for the
     /// confirmation only a second after it has sent that frame.
     std::chrono::milliseconds confirmDelay{1500};
