@@ -143,7 +143,8 @@ private:
         player_->play(rendering);
         std::string note;
         if (phrase_->isCut())
-            note = "Only the first 30 seconds of the phrase are played. ";
+            note = "Only the first " + std::to_string(longestPhrase) +
+                   " seconds of the phrase are played. ";
         if (rendering && rendering->heldByPeaks)
             note += "Its peaks keep it quieter than other IRs.";
         report({State::playing, {}, note});

@@ -14,6 +14,8 @@ namespace cabslot {
 
 inline constexpr double soundRate = pointsPerSecond; // Hz
 
+inline constexpr int longestPhrase = 30; // seconds; only the start of a longer file is used
+
 /// The loudness of a rendering.
 enum class Level {
     matched, ///< matchedLoudness, so that a louder IR does not seem better
@@ -58,7 +60,7 @@ public:
     virtual std::string whyStopped() = 0; ///< the output was lost since start(); else empty
     virtual std::size_t
     played() const = 0; ///< samples handed to the output since play() from silence
-    virtual unsigned changes() const = 0; ///< how many renderings have started to play
+    virtual unsigned changes() const = 0; ///< renderings that have begun to play, for scripts/bench
 };
 
 class SoundLibrary {

@@ -114,7 +114,8 @@ ExitStatus AuditionCommand::sound(const SoundLibrary& library, const Samples& ir
     if (rendering.heldByPeaks)
         complainAboutLevel(level);
     if (phrase->isCut())
-        complain(phrasePath() + ": it is long; the first 30 seconds are used");
+        complain(phrasePath() + ": it is long; the first " + std::to_string(longestPhrase) +
+                 " seconds are used");
     return out_.empty() ? play(library.makePlayer(), std::move(rendering)) : write(out_, rendering);
 }
 

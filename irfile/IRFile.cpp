@@ -121,7 +121,7 @@ std::string IRFile::openWavFile(FileWindow& file, const std::string& path, Exten
 std::string IRFile::findChunks(FileWindow& file, Extent extent) {
     const bool all = extent == Extent::asNeeded || file.size() <= FileWindow::width;
     const std::uint64_t end = all ? file.size() - 1 : FileWindow::width;
-    const std::string tooLong = "it is long, and its samples are not within its first megabyte";
+    constexpr const char* tooLong = "it is long, and its samples are not within its first megabyte";
     const auto fmt = file.find(fmtTag, end);
     if (!fmt)
         return all ? "it is a damaged WAV file: it has no \"fmt \" chunk" : tooLong;

@@ -5,13 +5,13 @@
 #include "irfile/IRConversion.h"
 #include "irfile/SampleFormat.h"
 #include "irfile/WavBytes.h"
+#include "prepare/Channels.h"
 #include "prepare/Filters.h"
 #include "prepare/Loudness.h"
 #include "prepare/MinimumPhase.h"
 #include "prepare/Steps.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <span>
 #include <utility>
@@ -33,44 +33,6 @@ std::string millisecondsText(double milliseconds) {
 
 std::string gainText(double gain) {
     return (gain > 0 ? "+" : "") + fixedText(gain, 1) + " dB";
-}
-
-/// Adds a channel of `file`, divided by `count`, as far as the file is in memory. NaN and infinite
-/// samples count as 0.
-void addChannel(Signal& sum, const IRFile& file, std::uint16_t channel, std::uint16_t count) {
-    std::array<float, 4096> values;
-    std::size_t first = 0;
-    while (const std::size_t read = file.readChannel(channel, first, values)) {
-        sum.resize(std::max(sum.size(), first + read));
-        for (std::size_t i = 0; i < read; ++i)
-            sum[first + i] += std::isfinite(values[i]) ? static_cast<double>(values[i]) / count : 0;
-        first += read;
-    }
-}
-
-/// The requested channel, or the mean of all.
-Signal channelOf(const IRFile& file, Channel channel) {
-    const std::uint16_t count = channel == Channel::mean ? file.channelCount() : 1;
-    Signal sum;
-    for (std::uint16_t i = 0; i < count; ++i)
-        addChannel(sum, file, i, count);
-    return sum;
-}
-
-/// Where the `length` samples with the most energy begin, the earliest of several.
-std::size_t loudestPart(const Signal& signal, std::size_t length) {
-    double energy = energyOf(std::span(signal).first(length));
-    double most = energy;
-    std::size_t begin = 0;
-    for (std::size_t end = length; end < signal.size(); ++end) {
-        const double leaving = signal[end - length];
-        energy += signal[end] * signal[end] - leaving * leaving;
-        if (energy > most * (1 + 1e-9)) {
-            most = energy;
-            begin = end - length + 1;
-        }
-    }
-    return begin;
 }
 
 /// Applies the steps to one file.
@@ -106,7 +68,8 @@ private:
     /// Sets signal_, and its rate: 44.1 kHz, or the file's if it is interpolated later.
     void takeIn() {
         rate_ = file_.sampleRate();
-        signal_ = channelOf(file_, options_.channel);
+        signal_ =
+            meanOfChannels(file_, options_.channel == Channel::mean ? file_.channelCount() : 1);
         silence_ = static_cast<double>(onsetOf(signal_)) / rate_;
         if (rate_ == pointsPerSecond || !options_.resample)
             return;
@@ -139,9 +102,7 @@ private:
     std::string takeLoudestPart() {
         const double all = energyOf(signal_);
         const double milliseconds = static_cast<double>(signal_.size()) * 1000 / rate_;
-        const auto begin = signal_.begin() + static_cast<std::ptrdiff_t>(
-                                                 loudestPart(signal_, longestForMinimumPhase));
-        signal_ = Signal(begin, begin + static_cast<std::ptrdiff_t>(longestForMinimumPhase));
+        signal_ = loudestPart(signal_, longestForMinimumPhase);
         const double lost = all > 0 ? 1 - energyOf(signal_) / all : 0;
         if (lost < lowestShare)
             return {};

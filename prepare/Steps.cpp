@@ -70,6 +70,22 @@ Signal interpolated(const Signal& signal, std::int32_t rate) {
     return {ResampOut.begin(), ResampOut.end()};
 }
 
+Signal loudestPart(const Signal& signal, std::size_t length) {
+    double energy = energyOf(std::span(signal).first(length));
+    double most = energy;
+    std::size_t begin = 0;
+    for (std::size_t end = length; end < signal.size(); ++end) {
+        const double leaving = signal[end - length];
+        energy += signal[end] * signal[end] - leaving * leaving;
+        if (energy > most * (1 + 1e-9)) {
+            most = energy;
+            begin = end - length + 1;
+        }
+    }
+    const auto first = signal.begin() + static_cast<std::ptrdiff_t>(begin);
+    return {first, first + static_cast<std::ptrdiff_t>(length)};
+}
+
 void fadeOut(Signal& signal, std::size_t length) {
     length = std::min(length, signal.size());
     for (std::size_t i = 0; i < length; ++i) {

@@ -22,6 +22,10 @@ Signal resampled(const Signal& signal, double rate);
 /// which is supported and not 44.1 kHz, to 1024 points.
 Signal interpolated(const Signal& signal, std::int32_t rate);
 
+/// The `length` samples with the most energy, the earliest of several; `signal` has at least as
+/// many.
+Signal loudestPart(const Signal& signal, std::size_t length);
+
 /// Fades out the last `length` samples with half a cosine period that reaches 0 after the last one.
 void fadeOut(Signal& signal, std::size_t length);
 

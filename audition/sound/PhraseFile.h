@@ -10,7 +10,6 @@
 namespace cabslot {
 
 inline constexpr double shortestPhrase = 0.5; // seconds; too short to measure the loudness
-inline constexpr double longestPhrase = 30;   // seconds; only the start of a longer file is used
 
 struct PhraseSamples {
     std::vector<float> samples; ///< the mean of all channels, at 44100 Hz; empty if refused

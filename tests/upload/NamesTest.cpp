@@ -62,5 +62,15 @@ TEST_F(Names, OfAWavFile) {
     EXPECT_EQ(sent(), "Deepnet_19" + nameEnd + nameEnd) << "the end of the one before stays";
 }
 
+TEST_F(Names, ARefusedFileReleasesTheOneBeforeAndClearsTheFlag) {
+    open("f", factoryFile(16, "\x01\x02\x03"));
+    EXPECT_FALSE(file_.OpenFilePath("missing.wav"));
+    EXPECT_EQ(SendisInternalIR, 1) << "nothing was read";
+    EXPECT_FALSE(file_.setIrdataBuff());
+    EXPECT_EQ(file_.whyRefused(), "no file is loaded");
+    EXPECT_FALSE(file_.OpenFilePath(folder_.write("a.wav", "RIFF....WAVE")));
+    EXPECT_EQ(SendisInternalIR, 0);
+}
+
 } // namespace
 } // namespace cabslot::testing
