@@ -3,7 +3,6 @@
 #include "analysis/Words.h"
 #include "audition/LoadSound.h"
 #include "cli/Console.h"
-#include "cli/OutputFile.h"
 #include "cli/Playback.h"
 #include "irfile/IRFile.h"
 #include "irfile/WavBytes.h"
@@ -30,14 +29,6 @@ void complainAboutLevel(Level level) {
                                      : "it was made quieter: its peaks would be beyond full scale");
 }
 
-ExitStatus write(const std::string& path, const Rendering& rendering) {
-    std::string why;
-    if (writeOutputFile(path, wavBytes(rendering.samples), why))
-        return ExitStatus::done;
-    complain(why);
-    return ExitStatus::wrongUsage;
-}
-
 ExitStatus play(std::unique_ptr<Player> player, Rendering rendering) {
     ProgressLine progress;
     const std::string end = " of " + lengthText(rendering) + ", " + loudnessText(rendering);
@@ -55,10 +46,11 @@ ExitStatus play(std::unique_ptr<Player> player, Rendering rendering) {
 
 } // namespace
 
-AuditionCommand::AuditionCommand(Arguments& program)
+AuditionCommand::AuditionCommand(Arguments& program, CommonOptions& options)
     : Command(program, "audition",
               "Play a dry guitar phrase through a file, at the same loudness as any other file; "
-              "needs no pedal") {
+              "needs no pedal"),
+      options_(options) {
     addFile("FILE", file_, "A WAV or factory IR file");
     arguments().add({.name = "--dry",
                      .help = "The phrase: clean, driven, or a sound file; clean if not given",
@@ -68,6 +60,7 @@ AuditionCommand::AuditionCommand(Arguments& program)
                      .help = "Write the sound to this WAV file instead of playing it",
                      .reader = into(out_),
                      .type = "OUT"});
+    addForce(options);
     arguments().addFlag("--raw-level", rawLevel_,
                         "Leave it as loud as it is, unless its peaks would be beyond full scale");
 }
@@ -79,6 +72,12 @@ std::string AuditionCommand::phrasePath() const {
 }
 
 ExitStatus AuditionCommand::run() {
+    OutputFiles outputs(options_.force);
+    outputs.addInput(file_);
+    outputs.addInput(phrasePath());
+    outputs.add(out_);
+    if (!outputs.mayWrite())
+        return ExitStatus::wrongUsage;
     const ReadIR read = readIR(file_, interrupted);
     if (!read) {
         complain(file_ + ": " + read.whyRefused);
@@ -96,10 +95,11 @@ ExitStatus AuditionCommand::run() {
         complain(why);
         return ExitStatus::wrongUsage;
     }
-    return sound(*library, samplesOf(read.ir.block));
+    return sound(*library, samplesOf(read.ir.block), outputs);
 }
 
-ExitStatus AuditionCommand::sound(const SoundLibrary& library, const Samples& ir) const {
+ExitStatus AuditionCommand::sound(const SoundLibrary& library, const Samples& ir,
+                                  const OutputFiles& outputs) const {
     std::string why;
     const std::unique_ptr<Phrase> phrase = library.openPhrase(phrasePath(), why);
     if (!phrase) {
@@ -116,7 +116,9 @@ ExitStatus AuditionCommand::sound(const SoundLibrary& library, const Samples& ir
     if (phrase->isCut())
         complain(phrasePath() + ": it is long; the first " + std::to_string(longestPhrase) +
                  " seconds are used");
-    return out_.empty() ? play(library.makePlayer(), std::move(rendering)) : write(out_, rendering);
+    if (out_.empty())
+        return play(library.makePlayer(), std::move(rendering));
+    return outputs.writeAndReport({{out_, wavBytes(rendering.samples)}});
 }
 
 } // namespace cabslot

@@ -4,18 +4,21 @@
 
 #include "audition/Sound.h"
 #include "cli/Command.h"
+#include "cli/OutputFiles.h"
 
 namespace cabslot {
 
 class AuditionCommand final : public Command {
 public:
-    explicit AuditionCommand(Arguments& program);
+    AuditionCommand(Arguments& program, CommonOptions& options);
     ExitStatus run() override;
 
 private:
-    ExitStatus sound(const SoundLibrary& library, const Samples& ir) const;
+    ExitStatus sound(const SoundLibrary& library, const Samples& ir,
+                     const OutputFiles& outputs) const;
     std::string phrasePath() const;
 
+    CommonOptions& options_;
     std::string file_;
     std::string dry_ = "clean";
     std::string out_;

@@ -6,8 +6,8 @@
 
 namespace cabslot {
 
-ClearCommand::ClearCommand(Arguments& program, PedalOptions& pedal)
-    : SlotCommand(program, pedal, "clear", "Load silence into slots, under their default names") {
+ClearCommand::ClearCommand(Arguments& program, CommonOptions& options)
+    : SlotCommand(program, options, "clear", "Load silence into slots, under their default names") {
     arguments().add({.name = "SLOT",
                      .help = "The user slots, " + slotNumbers(),
                      .reader = intoSlots(slots_),
@@ -25,7 +25,7 @@ std::string ClearCommand::whatIsWrong() const {
 }
 
 ExitStatus ClearCommand::run() {
-    const auto blank = checkedIR(blankIRPath(bundlePath()));
+    const auto blank = checkedJob(1, blankIRPath(bundlePath()), {});
     if (!blank)
         return ExitStatus::fileRefused;
     std::vector<std::uint32_t> slots = slots_;
@@ -36,7 +36,7 @@ ExitStatus ClearCommand::run() {
     std::vector<SlotJob> jobs;
     jobs.reserve(slots.size());
     for (const std::uint32_t slot : slots)
-        jobs.push_back({slot, *blank, true});
+        jobs.push_back({.slot = slot, .ir = blank->ir, .clearing = true});
     return upload(jobs);
 }
 

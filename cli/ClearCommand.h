@@ -7,7 +7,7 @@ namespace cabslot {
 
 class ClearCommand final : public SlotCommand {
 public:
-    ClearCommand(Arguments& program, PedalOptions& pedal);
+    ClearCommand(Arguments& program, CommonOptions& options);
     ExitStatus run() override;
 
 private:

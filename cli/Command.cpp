@@ -18,6 +18,10 @@ void Command::addJson(bool& json) {
     arguments_.addFlag("--json", json, "Print JSON instead of lines of text");
 }
 
+void Command::addForce(CommonOptions& options) {
+    arguments_.addFlag("--force", options.force, "Replace existing files");
+}
+
 void Command::addSeconds(const std::string& option, double& seconds,
                          const std::string& description) {
     std::ostringstream help;

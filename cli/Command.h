@@ -3,6 +3,7 @@
 #pragma once
 
 #include "arguments/Arguments.h"
+#include "cli/CommonOptions.h"
 #include "cli/ExitStatus.h"
 
 #include <string>
@@ -28,6 +29,9 @@ protected:
     /// A required file; `name` is how the help shows it.
     void addFile(const std::string& name, std::string& file, const std::string& description);
     void addJson(bool& json);
+    /// For a command that writes files; the flag of the same name before the command means the
+    /// same.
+    void addForce(CommonOptions& options);
     /// A time, 0 to 24 hours; the help shows the current value of `seconds` as the default.
     void addSeconds(const std::string& option, double& seconds, const std::string& description);
     /// How long to wait for the pedal's names and flags.

@@ -1,18 +1,22 @@
 #include "cli/CommandLine.h"
 
 #include "arguments/Arguments.h"
+#include "base/StandardStreams.h"
 #include "cli/AuditionCommand.h"
 #include "cli/ClearCommand.h"
 #include "cli/Console.h"
 #include "cli/DoctorCommand.h"
+#include "cli/HistoryCommand.h"
 #include "cli/InspectCommand.h"
 #include "cli/ListCommand.h"
 #include "cli/LoadCommand.h"
 #include "cli/PrepareCommand.h"
 #include "cli/PresetCommand.h"
 #include "cli/Terminal.h"
+#include "cli/UndoCommand.h"
 #include "platform/PedalChoice.h"
 
+#include <exception>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -28,7 +32,7 @@ constexpr const char* description =
 
 constexpr const char* footer = R"(Exit status:
   0    done, and confirmed by the pedal
-  1    a file was refused
+  1    a file was refused, or there is nothing to undo
   2    wrong usage, an output file cannot be written, or no sound device
   3    no pedal, or it was lost
   4    the pedal did not answer or confirm in time
@@ -39,6 +43,7 @@ Examples:
   cabslotctl load 2 "Vintage 4x12.wav"
   cabslotctl load 1 Clean.wav 2 Crunch.wav 3 Lead.wav
   cabslotctl clear 2
+  cabslotctl undo 2
   cabslotctl inspect Cab.wav --json
   cabslotctl inspect --recursive Pack
   cabslotctl inspect Cab.wav --plot Cab.svg
@@ -47,33 +52,36 @@ Examples:
   cabslotctl preset show Live.preset
   cabslotctl doctor)";
 
-void addPedalOptions(Arguments& program, PedalOptions& pedal) {
-    pedal.pedal = defaultPedal;
+void addCommonOptions(Arguments& program, CommonOptions& options) {
+    options.pedal = defaultPedal;
     program.add({.name = "--pedal",
                  .help = "The pedal to use: usb, sim or unix:PATH; usb if not given",
-                 .reader = into(pedal.pedal, whatIsWrongWithPedal),
+                 .reader = into(options.pedal, whatIsWrongWithPedal),
                  .type = "PEDAL",
                  .variable = pedalVariable});
     program.add({.name = "--trace",
                  .help = "Write every report to this file, for a bug report",
-                 .reader = into(pedal.traceFile),
+                 .reader = into(options.traceFile),
                  .type = "FILE"});
+    program.addFlag("--force", options.force,
+                    "Let an output or the trace replace an existing file");
 }
 
-using CommandMaker = std::unique_ptr<Command> (*)(Arguments& program, PedalOptions& pedal);
+using CommandMaker = std::unique_ptr<Command> (*)(Arguments& program, CommonOptions& options);
 
 template<typename T>
-std::unique_ptr<Command> make(Arguments& program, PedalOptions& pedal) {
-    if constexpr (std::is_constructible_v<T, Arguments&, PedalOptions&>)
-        return std::make_unique<T>(program, pedal);
+std::unique_ptr<Command> make(Arguments& program, CommonOptions& options) {
+    if constexpr (std::is_constructible_v<T, Arguments&, CommonOptions&>)
+        return std::make_unique<T>(program, options);
     else
         return std::make_unique<T>(program); // it needs no pedal
 }
 
 // In the order of the help.
 constexpr CommandMaker commandTable[] = {
-    make<ListCommand>,     make<LoadCommand>,    make<ClearCommand>,  make<InspectCommand>,
-    make<AuditionCommand>, make<PrepareCommand>, make<PresetCommand>, make<DoctorCommand>,
+    make<ListCommand>,    make<LoadCommand>,    make<ClearCommand>,    make<UndoCommand>,
+    make<HistoryCommand>, make<InspectCommand>, make<AuditionCommand>, make<PrepareCommand>,
+    make<PresetCommand>,  make<DoctorCommand>,
 };
 
 ExitStatus runGiven(const std::vector<std::unique_ptr<Command>>& commands) {
@@ -95,20 +103,26 @@ ExitStatus flushOutput(ExitStatus status) {
 } // namespace
 
 int runCommandLine(int argc, const char* const* argv) {
+    openStandardStreams();
     prepareStreams();
     Arguments program({.name = "cabslotctl",
                        .version = CABSLOT_VERSION,
                        .description = description,
                        .footer = std::string(pedalHelp) + footer});
-    PedalOptions pedal;
-    addPedalOptions(program, pedal);
+    CommonOptions options;
+    addCommonOptions(program, options);
     std::vector<std::unique_ptr<Command>> commands;
     for (const CommandMaker makeCommand : commandTable)
-        commands.push_back(makeCommand(program, pedal));
+        commands.push_back(makeCommand(program, options));
     if (const auto status = program.parse(argc, argv))
         return static_cast<int>(flushOutput(static_cast<ExitStatus>(*status)));
     catchInterrupts();
-    return static_cast<int>(flushOutput(runGiven(commands)));
+    try {
+        return static_cast<int>(flushOutput(runGiven(commands)));
+    } catch (const std::exception& error) { // out of memory or threads
+        complain(error.what());
+        return static_cast<int>(ExitStatus::wrongUsage);
+    }
 }
 
 } // namespace cabslot

@@ -9,7 +9,7 @@
 #include "cli/FileReport.h"
 #include "cli/FileTable.h"
 #include "cli/Json.h"
-#include "cli/OutputFile.h"
+#include "cli/OutputFiles.h"
 #include "cli/SvgFile.h"
 #include "cli/TerminalWave.h"
 
@@ -57,9 +57,10 @@ std::vector<std::uint8_t> littleEndianWords(const Block& block) {
 
 } // namespace
 
-InspectCommand::InspectCommand(Arguments& program)
+InspectCommand::InspectCommand(Arguments& program, CommonOptions& options)
     : Command(program, "inspect",
-              "Show what files would put into the pedal, and any problems; needs no pedal") {
+              "Show what files would put into the pedal, and any problems; needs no pedal"),
+      options_(options) {
     arguments().add({.name = "FILE",
                      .help = "WAV or factory IR files, and folders with WAV files",
                      .reader = into(files_),
@@ -76,24 +77,8 @@ InspectCommand::InspectCommand(Arguments& program)
          .help = "Draw waveform, frequency response and findings into this file, named *.svg",
          .reader = into(plotFile_, whyNoSvgPath),
          .type = "OUT"});
+    addForce(options);
     arguments().addCheck([this] { return whatIsWrong(); });
-}
-
-/// Writes the requested files; on failure, reports it and returns false.
-bool InspectCommand::writeFiles(const IRSummary& summary, const Block& block) const {
-    const auto write = [](const std::string& path, const std::vector<std::uint8_t>& bytes) {
-        std::string why;
-        if (writeOutputFile(path, bytes, why))
-            return true;
-        complain(why);
-        return false;
-    };
-    if (!blockFile_.empty() && !write(blockFile_, littleEndianWords(block)))
-        return false;
-    if (plotFile_.empty())
-        return true;
-    const std::string plot = svgFile(summaryPage(summary));
-    return write(plotFile_, {plot.begin(), plot.end()});
 }
 
 bool InspectCommand::isForOneFile() const {
@@ -108,14 +93,24 @@ std::string InspectCommand::whatIsWrong() const {
 
 ExitStatus InspectCommand::inspectOne() const {
     const std::string& path = files_.front();
+    OutputFiles outputs(options_.force);
+    outputs.addInput(path);
+    outputs.add(blockFile_);
+    outputs.add(plotFile_);
+    if (!outputs.mayWrite())
+        return ExitStatus::wrongUsage;
     const ReadIR read = readIR(path, interrupted);
     if (!read) {
         complain(path + ": " + read.whyRefused);
         return interrupted() ? ExitStatus::interrupted : ExitStatus::fileRefused;
     }
     const IRSummary summary = summaryOf(read);
-    if (!writeFiles(summary, read.ir.block))
-        return ExitStatus::wrongUsage;
+    const std::string plot = plotFile_.empty() ? "" : svgFile(summaryPage(summary));
+    if (const ExitStatus status =
+            outputs.writeAndReport({{blockFile_, littleEndianWords(read.ir.block)},
+                                    {plotFile_, {plot.begin(), plot.end()}}});
+        status != ExitStatus::done)
+        return status;
     const FileReport report = reportOn(read, summary);
     json_ ? printDocument(fieldsOf(report)) : printText(report, summary);
     return ExitStatus::done;

@@ -12,15 +12,15 @@ namespace cabslot {
 /// Reports one file in detail, several files or a folder in a table.
 class InspectCommand final : public Command {
 public:
-    explicit InspectCommand(Arguments& program);
+    InspectCommand(Arguments& program, CommonOptions& options);
     ExitStatus run() override;
 
 private:
     std::string whatIsWrong() const;
     bool isForOneFile() const;
     ExitStatus inspectOne() const;
-    bool writeFiles(const IRSummary& summary, const Block& block) const;
 
+    CommonOptions& options_;
     std::vector<std::string> files_; ///< files and folders
     std::string blockFile_;
     std::string plotFile_;

@@ -18,7 +18,8 @@ Json rememberedJson(SlotMemory& memory, std::uint32_t slot) {
         return {};
     return {{"name", nameText(record->ir.name)},
             {"source", record->isClear() ? Json() : Json(record->ir.source)},
-            {"time", isoTime(record->time)}};
+            {"time", isoTime(record->time)},
+            {"confirmed", record->confirmed}};
 }
 
 void printJson(SlotMemory memory) {
@@ -39,17 +40,17 @@ void printLines() {
 
 } // namespace
 
-ListCommand::ListCommand(Arguments& program, PedalOptions& pedal)
-    : Command(program, "list", "Show the names of the four user slots"), pedal_(pedal) {
+ListCommand::ListCommand(Arguments& program, CommonOptions& options)
+    : Command(program, "list", "Show the names of the four user slots"), options_(options) {
     addJson(json_);
-    addTimeout(pedal.timeout);
+    addTimeout(options.timeout);
 }
 
 ExitStatus ListCommand::run() {
-    PedalSession session(pedal_);
+    PedalSession session(options_);
     if (const ExitStatus connected = session.connect(); connected != ExitStatus::done)
         return connected;
-    json_ ? printJson(SlotMemory(pedal_.pedal, complain)) : printLines();
+    json_ ? printJson(SlotMemory(options_.pedal, complain)) : printLines();
     return ExitStatus::done;
 }
 

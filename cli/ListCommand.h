@@ -8,11 +8,11 @@ namespace cabslot {
 
 class ListCommand final : public Command {
 public:
-    ListCommand(Arguments& program, PedalOptions& pedal);
+    ListCommand(Arguments& program, CommonOptions& options);
     ExitStatus run() override;
 
 private:
-    PedalOptions& pedal_;
+    CommonOptions& options_;
     bool json_ = false;
 };
 

@@ -1,11 +1,22 @@
 #include "cli/LoadCommand.h"
 
 #include "cli/Console.h"
+#include "irfile/SlotName.h"
+
+#include <utility>
 
 namespace cabslot {
 
-LoadCommand::LoadCommand(Arguments& program, PedalOptions& pedal)
-    : SlotCommand(program, pedal, "load", "Load impulse responses into slots") {
+namespace {
+
+std::string checkName(const std::string& name) {
+    return checkSlotName(name);
+}
+
+} // namespace
+
+LoadCommand::LoadCommand(Arguments& program, CommonOptions& options)
+    : SlotCommand(program, options, "load", "Load impulse responses into slots") {
     arguments().add({.name = "SLOT",
                      .help = "The user slot, " + slotNumbers(),
                      .reader = into(slot_, whyNoSlot),
@@ -17,6 +28,11 @@ LoadCommand::LoadCommand(Arguments& program, PedalOptions& pedal)
                      .help = "Further slots and files, as SLOT FILE SLOT FILE ...",
                      .reader = into(more_),
                      .many = true});
+    arguments().add({.name = "--name",
+                     .help = "The slot's name in the pedal, up to ten characters of plain ASCII; "
+                             "from the file's name if not given",
+                     .reader = into(name_, checkName),
+                     .type = "NAME"});
     arguments().addFlag("--prepare", prepare_,
                         "Prepare each file first, as prepare does without options");
     arguments().addCheck([this] { return whatIsWrong(); });
@@ -30,6 +46,8 @@ std::vector<LoadCommand::Pair> LoadCommand::pairs() const {
 }
 
 std::string LoadCommand::whatIsWrong() const {
+    if (!name_.empty() && !more_.empty())
+        return "--name takes a single slot and file";
     for (std::size_t i = 0; i < more_.size(); i += 2) {
         if (std::string why = whyNoSlot(more_[i]); !why.empty())
             return why;
@@ -44,10 +62,13 @@ std::string LoadCommand::whatIsWrong() const {
 
 ExitStatus LoadCommand::run() {
     const std::vector<Pair> all = pairs();
+    LoadOptions load{.prepares = prepare_};
+    if (!name_.empty())
+        load.name = name_;
     std::vector<SlotJob> jobs;
     for (const Pair& pair : all) {
-        if (const auto ir = checkedIR(pair.file, prepare_))
-            jobs.push_back({pair.slot, *ir});
+        if (auto job = checkedJob(pair.slot, pair.file, load))
+            jobs.push_back(std::move(*job));
     }
     if (jobs.size() == all.size())
         return upload(jobs);

@@ -8,7 +8,7 @@ namespace cabslot {
 /// Checks all files before it contacts the pedal: if one is refused, nothing is sent.
 class LoadCommand final : public SlotCommand {
 public:
-    LoadCommand(Arguments& program, PedalOptions& pedal);
+    LoadCommand(Arguments& program, CommonOptions& options);
     ExitStatus run() override;
 
 private:
@@ -23,6 +23,7 @@ private:
     std::string slot_;
     std::string file_;
     std::vector<std::string> more_; ///< slot, file, slot, file ...
+    std::string name_;
     bool prepare_ = false;
 };
 

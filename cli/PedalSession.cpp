@@ -1,6 +1,8 @@
 #include "cli/PedalSession.h"
 
+#include "base/PathText.h"
 #include "cli/Console.h"
+#include "cli/OutputFiles.h"
 #include "platform/PedalChoice.h"
 #include "platform/TracingHIDManager.h"
 
@@ -30,13 +32,13 @@ PedalSession::~PedalSession() {
         complain("the trace " + options_.traceFile + " is not complete: it could not be written");
 }
 
-ExitStatus PedalSession::connect() {
+ExitStatus PedalSession::connect(const std::vector<std::string>& inputs) {
     freeBefore_ = Clock::now() + patience;
     manager_ = makeHIDManager(
         options_.pedal,
         {.whileInUse = [this](const LockHolder& holder) { return waitForOther(holder); },
          .complain = [](const std::string& why) { complain("the simulated pedal " + why); }});
-    if (!openTrace())
+    if (!openTrace(inputs))
         return ExitStatus::wrongUsage;
     link_ = std::make_unique<HIDClass>(*manager_);
     link_->addObserver([this, link = link_.get()] {
@@ -49,10 +51,16 @@ ExitStatus PedalSession::connect() {
     return waitForData();
 }
 
-bool PedalSession::openTrace() {
+bool PedalSession::openTrace(const std::vector<std::string>& inputs) {
     if (options_.traceFile.empty())
         return true;
-    trace_.open(options_.traceFile, std::ios::trunc);
+    OutputFiles files(options_.force);
+    for (const std::string& input : inputs)
+        files.addInput(input);
+    files.addLog(options_.traceFile);
+    if (!files.mayWrite())
+        return false;
+    trace_.open(pathOf(options_.traceFile), std::ios::trunc);
     if (!trace_) {
         complain("the trace cannot be written to " + options_.traceFile + ": " +
                  std::strerror(errno));

@@ -1,6 +1,7 @@
 // A command's connection to the pedal: the device link and its state.
 #pragma once
 
+#include "cli/CommonOptions.h"
 #include "cli/ExitStatus.h"
 #include "device/HIDClass.h"
 #include "device/HIDManager.h"
@@ -11,26 +12,21 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace cabslot {
 
 class TracingHIDManager;
 
-struct PedalOptions {
-    std::string pedal;     ///< usb, sim or unix:PATH; already checked
-    std::string traceFile; ///< empty: no trace
-    double timeout = 5;    ///< seconds to wait for the pedal's data
-};
-
 /// Main thread. Failures are reported on standard error and returned as the exit status.
 class PedalSession {
 public:
-    explicit PedalSession(const PedalOptions& options) : options_(options) {}
+    explicit PedalSession(const CommonOptions& options) : options_(options) {}
     ~PedalSession();
 
     /// Starts the link and waits for the pedal's names and flags. The session can be used only if
-    /// this returns `done`.
-    ExitStatus connect();
+    /// this returns `done`. The trace must not replace any of `inputs`.
+    ExitStatus connect(const std::vector<std::string>& inputs = {});
 
     /// The pedal was disconnected.
     bool lost() const { return lost_; }
@@ -40,10 +36,10 @@ public:
 
 private:
     bool waitForOther(const LockHolder& holder);
-    bool openTrace();
+    bool openTrace(const std::vector<std::string>& inputs);
     ExitStatus waitForData() const;
 
-    PedalOptions options_;
+    CommonOptions options_;
     std::ofstream trace_;
     std::atomic<bool> dataReceived_{false};
     std::atomic<bool> lost_{false};

@@ -3,10 +3,12 @@
 #include "analysis/Plots.h"
 #include "analysis/Words.h"
 #include "base/PathText.h"
+#include "base/VisibleText.h"
 #include "cli/Console.h"
 #include "cli/Json.h"
-#include "cli/OutputFile.h"
 #include "cli/SvgFile.h"
+#include "irfile/NameFromPath.h"
+#include "irfile/SlotName.h"
 
 #include <algorithm>
 #include <atomic>
@@ -15,8 +17,6 @@
 #include <filesystem>
 #include <iostream>
 #include <optional>
-#include <set>
-#include <span>
 #include <thread>
 
 namespace cabslot {
@@ -43,21 +43,19 @@ Json jsonOf(const std::string& from, const std::string& to, const PreparedIR& pr
             {"steps", prepared.steps}};
 }
 
-bool isThere(const std::string& path) {
-    std::error_code unknown;
-    return fs::exists(fs::symlink_status(pathOf(path), unknown));
-}
-
-bool isSameFile(const std::string& one, const std::string& other) {
-    std::error_code unknown;
-    return fs::equivalent(pathOf(one), pathOf(other), unknown);
+/// Says so if the pedal would refuse the name of what is written.
+void warnOfName(const std::string& path) {
+    const std::string name = textOf(pathOf(path).filename());
+    if (nameProblem(name, {}) == NameProblem::refused)
+        complain(path + ": " + whyNameRefused(irNameFromPath(name)) + "; or load it with --name");
 }
 
 } // namespace
 
-PrepareCommand::PrepareCommand(Arguments& program)
+PrepareCommand::PrepareCommand(Arguments& program, CommonOptions& options)
     : Command(program, "prepare",
-              "Make the best 1024 points of files, as WAV files to load; needs no pedal") {
+              "Make the best 1024 points of files, as WAV files to load; needs no pedal"),
+      common_(options) {
     arguments().add({.name = "FILE",
                      .help = "The file and the WAV file to write; with --into, files alone",
                      .reader = into(files_),
@@ -67,7 +65,7 @@ PrepareCommand::PrepareCommand(Arguments& program)
                      .help = "Write each file into this folder, under its own name",
                      .reader = into(folder_),
                      .type = "FOLDER"});
-    arguments().addFlag("--force", force_, "Replace existing files");
+    addForce(options);
     addSteps();
     addJson(json_);
     arguments().add({.name = "--plot",
@@ -142,50 +140,38 @@ std::vector<PrepareCommand::Job> PrepareCommand::jobs() const {
     return all;
 }
 
-/// Checks all output paths before anything is written; on a conflict, reports it and returns false.
-bool PrepareCommand::mayWrite(const std::vector<Job>& jobs) const {
-    bool all = true;
-    const auto refuse = [&all](const std::string& why) {
-        complain(why);
-        all = false;
-    };
-    std::error_code unknown;
-    if (!folder_.empty() && !fs::is_directory(pathOf(folder_), unknown))
-        refuse(folder_ + " is not a folder; create it first");
-    std::set<std::string> places;
-    for (const Job& job : jobs) {
-        if (!places.insert(job.to).second)
-            refuse(job.to + " would be written twice; give the files different names");
-        else if (isSameFile(job.from, job.to))
-            refuse(job.to + " is the file itself; give another name");
-        else if (!force_ && isThere(job.to))
-            refuse(job.to + " already exists; give another name, or --force to replace it");
-    }
-    return all;
+/// All that will be written, checked; what must not be is reported.
+OutputFiles PrepareCommand::outputsOf(const std::vector<Job>& jobs) const {
+    OutputFiles outputs(common_.force);
+    for (const Job& job : jobs)
+        outputs.addInput(job.from);
+    for (const Job& job : jobs)
+        outputs.add(job.to);
+    outputs.add(plotFile_);
+    return outputs;
 }
 
 /// Writes the prepared IR; returns why that failed, or an empty text.
-std::string PrepareCommand::write(const Job& job, const PreparedIR& prepared) const {
-    std::string why;
-    if (!writeOutputFile(job.to, prepared.wav, why) || plotFile_.empty())
-        return why;
-    const std::string plot =
-        svgFile(comparisonPage(textOf(pathOf(job.from).filename()), prepared.steps,
-                               samplesOf(prepared.plain), samplesOf(prepared.ir.block)));
-    writeOutputFile(plotFile_, {reinterpret_cast<const std::uint8_t*>(plot.data()), plot.size()},
-                    why);
-    return why;
+std::string PrepareCommand::write(const Job& job, const PreparedIR& prepared,
+                                  const OutputFiles& outputs) const {
+    std::string plot;
+    if (!plotFile_.empty())
+        plot = svgFile(comparisonPage(textOf(pathOf(job.from).filename()), prepared.steps,
+                                      samplesOf(prepared.plain), samplesOf(prepared.ir.block)));
+    return outputs.write({{job.to, prepared.wav}, {plotFile_, {plot.begin(), plot.end()}}});
 }
 
 void PrepareCommand::report(const Job& job, const PreparedIR& prepared) const {
-    std::cout << job.to << ": " << dbfsText(peakDbfs(samplesOf(prepared.ir.block))) << '\n';
+    std::cout << visibleText(job.to) << ": " << dbfsText(peakDbfs(samplesOf(prepared.ir.block)))
+              << '\n';
     for (const std::string& step : prepared.steps)
         std::cout << "  " << step << '\n';
 }
 
 /// Prepares and writes every job on several threads, because half of the time is spent waiting for
 /// the disk. After Ctrl-C no further job is started, and those under way write nothing.
-std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>& jobs) const {
+std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>& jobs,
+                                                         const OutputFiles& outputs) const {
     std::vector<Result> results(jobs.size());
     std::atomic<std::size_t> begun{0};
     std::atomic<std::size_t> done{0};
@@ -195,7 +181,7 @@ std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>&
             if (interrupted())
                 break;
             if (results[i].prepared.whyRefused.empty())
-                results[i].whyNotWritten = write(jobs[i], results[i].prepared);
+                results[i].whyNotWritten = write(jobs[i], results[i].prepared, outputs);
             results[i].isDone = true;
             ++done;
         }
@@ -216,11 +202,19 @@ std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>&
 
 ExitStatus PrepareCommand::run() {
     const std::vector<Job> all = jobs();
-    if (!mayWrite(all))
+    std::error_code unknown;
+    if (!folder_.empty() && !fs::is_directory(pathOf(folder_), unknown)) {
+        complain(folder_ + " is not a folder; create it first");
         return ExitStatus::wrongUsage;
+    }
+    const OutputFiles outputs = outputsOf(all);
+    if (!outputs.mayWrite())
+        return ExitStatus::wrongUsage;
+    for (const Job& job : all)
+        warnOfName(job.to);
     ExitStatus status = ExitStatus::done;
     Json::List written;
-    const std::vector<Result> results = work(all);
+    const std::vector<Result> results = work(all, outputs);
     for (std::size_t i = 0; i < all.size(); ++i) {
         const Result& result = results[i];
         if (!result.isDone) {

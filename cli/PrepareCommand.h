@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/Command.h"
+#include "cli/OutputFiles.h"
 #include "prepare/Prepare.h"
 
 #include <string>
@@ -12,7 +13,7 @@ namespace cabslot {
 /// One file into another, or several into a folder.
 class PrepareCommand final : public Command {
 public:
-    explicit PrepareCommand(Arguments& program);
+    PrepareCommand(Arguments& program, CommonOptions& options);
     ExitStatus run() override;
 
 private:
@@ -31,15 +32,15 @@ private:
     std::string whatIsWrong() const;
     PrepareOptions options() const;
     std::vector<Job> jobs() const;
-    bool mayWrite(const std::vector<Job>& jobs) const;
-    std::string write(const Job& job, const PreparedIR& prepared) const;
-    std::vector<Result> work(const std::vector<Job>& jobs) const;
+    OutputFiles outputsOf(const std::vector<Job>& jobs) const;
+    std::string write(const Job& job, const PreparedIR& prepared, const OutputFiles& outputs) const;
+    std::vector<Result> work(const std::vector<Job>& jobs, const OutputFiles& outputs) const;
     void report(const Job& job, const PreparedIR& prepared) const;
 
+    CommonOptions& common_;
     std::vector<std::string> files_;
     std::string folder_;
     std::string plotFile_;
-    bool force_ = false;
     bool json_ = false;
 
     std::string channel_ = "first";

@@ -1,22 +1,30 @@
 #include "cli/PresetCommand.h"
 
 #include "base/Files.h"
-#include "base/PathText.h"
+#include "base/VisibleText.h"
 #include "cli/Console.h"
-#include "cli/OutputFile.h"
+#include "cli/OutputFiles.h"
 #include "cli/PresetShow.h"
 #include "preset/QNPresetFile.h"
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <string>
+#include <type_traits>
 
 namespace cabslot {
 
 namespace {
+
+std::string sizeText() {
+    return std::to_string(presetDataSize) + " bytes";
+}
+
+std::string dataHelp() {
+    return "The data area, up to " + sizeText() + "; zeros fill the rest";
+}
 
 ExitStatus refuse(const std::string& file, const std::string& why) {
     complain(file + ": " + why);
@@ -37,8 +45,8 @@ ExitStatus saveWithData(QNPresetFile& preset, const std::string& file, const std
     if (!bytes.bytes)
         return refuse(binary, "it cannot be read: " + bytes.whyNot);
     if (bytes.size > presetDataSize)
-        return refuse(binary, "it is more than " + std::to_string(presetDataSize) +
-                                  " bytes long; the data area of a preset holds no more");
+        return refuse(binary, "it is more than " + sizeText() +
+                                  " long; the data area of a preset holds no more");
     std::array<std::uint8_t, presetDataSize> data{};
     std::ranges::copy(bytes.span(), data.begin());
     preset.WritePresetBufferPresetData(data.data(), presetDataSize);
@@ -83,7 +91,7 @@ public:
         for (const std::string& file : files_) {
             const PresetFinding found = examinePreset(file);
             if (found.error == presetGood)
-                std::cout << file << ": " << presetVerdict(found)
+                std::cout << visibleText(file) << ": " << presetVerdict(found)
                           << std::endl; // flushed to keep the order with the error messages
             else
                 status = refuse(file, presetVerdict(found));
@@ -97,35 +105,39 @@ private:
 
 class PresetNew final : public PresetFileCommand {
 public:
-    explicit PresetNew(Arguments& program)
+    PresetNew(Arguments& program, CommonOptions& options)
         : PresetFileCommand(program, "new", "Create a preset file, all zeros unless data are given",
-                            "The file to create") {
-        arguments().add({.name = "--data",
-                         .help = "The data area, up to 1536 bytes; zeros fill the rest",
-                         .reader = into(binary_),
-                         .type = "BIN"});
+                            "The file to create"),
+          options_(options) {
+        addForce(options);
+        arguments().add(
+            {.name = "--data", .help = dataHelp(), .reader = into(binary_), .type = "BIN"});
     }
 
     ExitStatus run() override {
-        std::error_code unknown;
-        if (std::filesystem::exists(std::filesystem::symlink_status(pathOf(file()), unknown))) {
-            complain(file() + " already exists; give a new name, or remove it first");
+        OutputFiles outputs(options_.force);
+        if (binary_)
+            outputs.addInput(*binary_);
+        outputs.add(file());
+        if (!outputs.mayWrite())
             return ExitStatus::wrongUsage;
-        }
         QNPresetFile preset;
         return binary_ ? saveWithData(preset, file(), *binary_) : save(preset, file());
     }
 
 private:
+    CommonOptions& options_;
     std::optional<std::string> binary_;
 };
 
 class PresetExport final : public PresetFileCommand {
 public:
-    explicit PresetExport(Arguments& program)
+    PresetExport(Arguments& program, CommonOptions& options)
         : PresetFileCommand(program, "export",
-                            "Write a preset's data area, 1536 bytes, to a file") {
+                            "Write a preset's data area, " + sizeText() + ", to a file"),
+          options_(options) {
         addFile("OUT", out_, "The file to write");
+        addForce(options);
     }
 
     ExitStatus run() override {
@@ -134,17 +146,16 @@ public:
             return status;
         std::array<std::uint8_t, presetDataSize> data{};
         preset.ReadPresetBufferPresetData(data.data(), presetDataSize);
-        std::string why;
-        if (std::error_code unknown;
-            std::filesystem::equivalent(pathOf(file()), pathOf(out_), unknown))
-            why = out_ + " is the preset itself; give another name";
-        else if (writeOutputFile(out_, data, why))
-            return ExitStatus::done;
-        complain(why);
-        return ExitStatus::wrongUsage;
+        OutputFiles outputs(options_.force);
+        outputs.addInput(file());
+        outputs.add(out_);
+        if (!outputs.mayWrite())
+            return ExitStatus::wrongUsage;
+        return outputs.writeAndReport({{out_, {data.begin(), data.end()}}});
     }
 
 private:
+    CommonOptions& options_;
     std::string out_;
 };
 
@@ -152,7 +163,7 @@ class PresetImport final : public PresetFileCommand {
 public:
     explicit PresetImport(Arguments& program)
         : PresetFileCommand(program, "import", "Replace a preset's data area with a file's bytes") {
-        addFile("BIN", binary_, "The data area, up to 1536 bytes; zeros fill the rest");
+        addFile("BIN", binary_, dataHelp());
     }
 
     ExitStatus run() override {
@@ -166,11 +177,14 @@ private:
     std::string binary_;
 };
 
-using CommandMaker = std::unique_ptr<Command> (*)(Arguments& program);
+using CommandMaker = std::unique_ptr<Command> (*)(Arguments& program, CommonOptions& options);
 
 template<typename T>
-std::unique_ptr<Command> make(Arguments& program) {
-    return std::make_unique<T>(program);
+std::unique_ptr<Command> make(Arguments& program, CommonOptions& options) {
+    if constexpr (std::is_constructible_v<T, Arguments&, CommonOptions&>)
+        return std::make_unique<T>(program, options);
+    else
+        return std::make_unique<T>(program); // it creates no file
 }
 
 // In the order of the help.
@@ -180,10 +194,10 @@ constexpr CommandMaker commandTable[] = {
 
 } // namespace
 
-PresetCommand::PresetCommand(Arguments& program)
+PresetCommand::PresetCommand(Arguments& program, CommonOptions& options)
     : Command(program, "preset", "Show, check and create preset files; needs no pedal") {
     for (const CommandMaker makeCommand : commandTable)
-        commands_.push_back(makeCommand(arguments()));
+        commands_.push_back(makeCommand(arguments(), options));
 }
 
 ExitStatus PresetCommand::run() {

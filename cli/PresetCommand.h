@@ -11,7 +11,7 @@ namespace cabslot {
 
 class PresetCommand final : public Command {
 public:
-    explicit PresetCommand(Arguments& program);
+    PresetCommand(Arguments& program, CommonOptions& options);
     ExitStatus run() override;
 
 private:

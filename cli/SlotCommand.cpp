@@ -1,5 +1,6 @@
 #include "cli/SlotCommand.h"
 
+#include "analysis/IRSummary.h"
 #include "cli/Console.h"
 #include "device/DeviceCommands.h"
 #include "device/SharedState.h"
@@ -103,80 +104,70 @@ void reportRest(std::size_t confirmed, std::size_t all, std::span<const SlotJob>
 
 } // namespace
 
-SlotCommand::SlotCommand(Arguments& program, PedalOptions& pedal, const std::string& name,
+SlotCommand::SlotCommand(Arguments& program, CommonOptions& options, const std::string& name,
                          const std::string& description)
-    : Command(program, name, description), pedal_(pedal) {
-    addTimeout(pedal.timeout);
+    : Command(program, name, description), options_(options) {
+    addTimeout(options.timeout);
     addSeconds("--confirm-timeout", confirmTimeout_,
                "How long to wait for the pedal to confirm, for each slot");
 }
 
-std::string SlotCommand::slotNumbers() {
-    return "1 to " + std::to_string(slotCount);
-}
-
-std::string SlotCommand::whyNoSlot(const std::string& slot) {
-    for (std::size_t known = 1; known <= slotCount; ++known) {
-        if (slot == std::to_string(known))
-            return {};
-    }
-    return "there is no slot " + slot + "; there are " + slotNumbers();
-}
-
-std::uint32_t SlotCommand::slotOf(const std::string& slot) {
-    return static_cast<std::uint32_t>(std::stoul(slot));
-}
-
-Reader SlotCommand::intoSlots(std::vector<std::uint32_t>& slots) {
-    return [&slots](const std::string& slot) {
-        std::string why = whyNoSlot(slot);
-        if (why.empty())
-            slots.push_back(slotOf(slot));
-        return why;
-    };
-}
-
-std::string SlotCommand::whyRepeated(std::vector<std::uint32_t> slots) {
-    std::ranges::sort(slots);
-    const auto twice = std::ranges::adjacent_find(slots);
-    if (twice == slots.end())
-        return {};
-    return "slot " + std::to_string(*twice) + " is named twice";
-}
-
-std::optional<IR> SlotCommand::checkedIR(const std::string& path, bool prepares) {
-    ReadIR read = readIR(path, interrupted);
+std::optional<SlotJob> SlotCommand::checkedJob(std::uint32_t slot, const std::string& path,
+                                               const LoadOptions& load) {
+    ReadIR read = load.name ? readIRAs(*load.name, path, interrupted) : readIR(path, interrupted);
     if (!read) {
         refuse(path, read.whyRefused);
         return {};
     }
-    if (!prepares || read.ir.factory) // a factory IR has nothing to prepare
-        return read.ir;
+    SlotJob job{.slot = slot, .ir = read.ir, .findings = summaryOf(read).findings};
+    if (!load.prepares || read.ir.factory) // a factory IR has nothing to prepare
+        return job;
     PreparedIR prepared = prepare(read, {});
     for (const std::string& sentence : prepared.steps)
         complain(std::string(path).append(": ").append(sentence));
-    return prepared.ir;
+    job.ir = prepared.ir;
+    job.ir.name = read.ir.name;
+    job.findings = summaryOf(job.ir.block, {}, {}).findings;
+    return job;
+}
+
+std::vector<std::string> SlotCommand::sourcesOf(const std::vector<SlotJob>& jobs) {
+    std::vector<std::string> sources;
+    for (const SlotJob& job : jobs)
+        sources.push_back(job.ir.source);
+    return sources;
 }
 
 ExitStatus SlotCommand::upload(const std::vector<SlotJob>& jobs) const {
-    PedalSession session(pedal_);
-    if (const ExitStatus connected = session.connect(); connected != ExitStatus::done)
-        return connected;
+    PedalSession session(options_);
+    const ExitStatus connected = session.connect(sourcesOf(jobs));
+    return connected == ExitStatus::done ? upload(jobs, session) : connected;
+}
 
+ExitStatus SlotCommand::upload(const std::vector<SlotJob>& jobs,
+                               const PedalSession& session) const {
     const UploadOptions options = {
         .arming = Arming::withLastFrame,
         .confirmationPolls = static_cast<std::uint32_t>(confirmTimeout_ * (1s / pollInterval))};
-    SlotMemory memory(pedal_.pedal, complain);
+    SlotMemory memory(options_.pedal, complain);
     for (std::size_t i = 0; i < jobs.size(); ++i) {
-        const std::string replaced = IRNameArr.at(jobs[i].slot - 1);
+        const SlotJob& job = jobs[i];
+        const std::string replaced = IRNameArr.at(job.slot - 1);
         const UploadResult result = uploadOne(jobs, i, options, session);
-        if (result.end != UploadEnd::confirmed) {
-            const ExitStatus status = reportFailure(jobs[i], result, session);
-            reportRest(i, jobs.size(), std::span(jobs).subspan(i + 1));
-            return status;
+        const bool confirmed = result.end == UploadEnd::confirmed;
+        if (confirmed)
+            reportConfirmed(job.slot);
+        if (confirmed || result.end == UploadEnd::notConfirmed) {
+            SlotRecord record = recordOf(stagedIR(sourceToTell(job)), replaced);
+            record.findings = job.findings;
+            record.confirmed = confirmed;
+            memory.remember(job.slot, record);
         }
-        reportConfirmed(jobs[i].slot);
-        memory.remember(jobs[i].slot, recordOf(stagedIR(sourceToTell(jobs[i])), replaced));
+        if (confirmed)
+            continue;
+        const ExitStatus status = reportFailure(job, result, session);
+        reportRest(i, jobs.size(), std::span(jobs).subspan(i + 1));
+        return status;
     }
     return ExitStatus::done;
 }

@@ -55,9 +55,10 @@ std::string whyNoWav(const RIFF_HEADER& header) {
 
 } // namespace
 
-IRFile IRFile::read(const std::string& path, const StopCheck& stop, Extent extent) {
+IRFile IRFile::read(const std::string& path, const StopCheck& stop, Extent extent,
+                    const std::string& namePath) {
     FileWindow file(path, stop);
-    return examined(file, path, extent);
+    return examined(file, namePath.empty() ? path : namePath, extent);
 }
 
 IRFile IRFile::of(std::span<const std::uint8_t> bytes, const std::string& path) {
@@ -179,6 +180,14 @@ std::string IRFile::whyFormatRefused() const {
 
 ReadIR readIR(const std::string& path, const StopCheck& stop, Extent extent) {
     return readIR(IRFile::read(path, stop, extent), path);
+}
+
+ReadIR readIRAs(const std::string& name, const std::string& path, const StopCheck& stop) {
+    constexpr const char* neverRefused = "IR.wav"; // unlike the file's own name
+    ReadIR result = readIR(IRFile::read(path, stop, Extent::asNeeded, neverRefused), path);
+    if (result)
+        result.ir.name = nameFieldOf(name);
+    return result;
 }
 
 ReadIR readIR(IRFile file, const std::string& path) {

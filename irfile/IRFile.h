@@ -36,9 +36,10 @@ public:
     IRFile() = default; ///< no file
 
     /// Reads and checks the file; the last component of `path` gives the IR's name. Takes at most
-    /// four megabytes of memory, and refuses soon after `stop` says so.
+    /// four megabytes of memory, and refuses soon after `stop` says so. `namePath`, unless empty,
+    /// is a path that gives the name instead.
     static IRFile read(const std::string& path, const StopCheck& stop = {},
-                       Extent extent = Extent::asNeeded);
+                       Extent extent = Extent::asNeeded, const std::string& namePath = {});
 
     /// The same for a file in memory, which is copied; `path` only gives the name.
     static IRFile of(std::span<const std::uint8_t> bytes, const std::string& path);
@@ -136,6 +137,9 @@ struct ReadIR {
 /// Reads and converts the file at `path`. Every command and the window begin with this.
 ReadIR readIR(const std::string& path, const StopCheck& stop = {},
               Extent extent = Extent::asNeeded);
+
+/// The same under the name `name`, whatever the file is called. checkSlotName() must accept it.
+ReadIR readIRAs(const std::string& name, const std::string& path, const StopCheck& stop = {});
 
 /// The same for a file that was read before.
 ReadIR readIR(IRFile file, const std::string& path);

@@ -1,6 +1,8 @@
 // cabslot-sim: a simulated pedal at a Unix socket or on a virtual USB port, for using and testing
 // Cabslot without hardware.
 #include "arguments/Arguments.h"
+#include "base/StandardStreams.h"
+#include "base/VisibleText.h"
 #include "simulator/server/PedalServer.h"
 #include "simulator/usb/UsbPedal.h"
 
@@ -121,12 +123,12 @@ void addOptions(Arguments& program, Settings& settings) {
 
 /// One write per line, so that lines of two threads do not mix and a pipe gets each at once.
 void printLine(const std::string& line) {
-    std::fputs((line + "\n").c_str(), stdout);
+    std::fputs((cabslot::visibleText(line) + "\n").c_str(), stdout);
     std::fflush(stdout);
 }
 
 int fail(const std::string& why) {
-    std::fprintf(stderr, "cabslot-sim: %s\n", why.c_str());
+    std::fprintf(stderr, "cabslot-sim: %s\n", cabslot::visibleText(why).c_str());
     return exitFailure;
 }
 
@@ -241,10 +243,10 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+    cabslot::openStandardStreams();
     try {
         return run(argc, argv);
     } catch (const std::exception& error) { // out of memory or threads
-        std::fprintf(stderr, "cabslot-sim: %s\n", error.what());
-        return exitFailure;
+        return fail(error.what());
     }
 }

@@ -1,5 +1,6 @@
 #include "ui/Application.h"
 
+#include "base/StandardStreams.h"
 #include "platform/BundlePath.h"
 #include "platform/PedalChoice.h"
 #include "ui/AppDelegate.h"
@@ -57,6 +58,7 @@ int runWindow(int argc, char** argv, HIDManager& manager, const std::string& ped
 } // namespace
 
 int runApplication(int argc, char** argv) {
+    openStandardStreams();
     QCoreApplication::setApplicationName("cabslot");
     QCoreApplication::setOrganizationName("cabslot");
     std::string pedal;

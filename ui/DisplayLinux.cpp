@@ -1,6 +1,7 @@
 #include "ui/Display.h"
 
 #include "base/FileDescriptor.h"
+#include "base/VisibleText.h"
 
 #include <QGuiApplication>
 #include <QString>
@@ -58,7 +59,7 @@ void startOnDisplay(const std::function<void()>& makeApplication) {
     qInstallMessageHandler(before);
     ::dup2(kept.get(), STDERR_FILENO);
     for (const QString& line : std::as_const(said))
-        std::fprintf(stderr, "%s\n", qPrintable(line));
+        std::fprintf(stderr, "%s\n", visibleText(line.toStdString()).c_str());
 }
 
 } // namespace cabslot

@@ -1,5 +1,6 @@
 #include "ui/RememberedSlots.h"
 
+#include "base/VisibleText.h"
 #include "device/SharedState.h"
 #include "upload/SlotUpload.h"
 
@@ -10,7 +11,7 @@ namespace cabslot {
 namespace {
 
 void complain(const std::string& line) {
-    std::fprintf(stderr, "cabslot: %s\n", line.c_str());
+    std::fprintf(stderr, "cabslot: %s\n", visibleText(line).c_str());
 }
 
 } // namespace

@@ -50,7 +50,7 @@ _cabslotctl_command() {
     for ((i = 1; i < COMP_CWORD; ++i)); do
         word=${COMP_WORDS[i]}
         case $word in
-        --pedal | --trace | --timeout | --confirm-timeout | --block | --plot | --data | --dry | --out | --into | \
+        --pedal | --trace | --name | --timeout | --confirm-timeout | --block | --plot | --data | --dry | --out | --into | \
             --channel | --low-cut | --high-cut | --fade | --level)
             ((++i))
             while [[ ${COMP_WORDS[i + 1]:-} == : ]]; do ((i += 2)); done
@@ -66,19 +66,21 @@ _cabslotctl_command() {
 }
 
 _cabslotctl() {
-    local command given options='-h --help --pedal --trace'
+    local command given options='-h --help --pedal --trace --force'
     _cabslot_value "$2" && return
-    case ${COMP_WORDS[COMP_CWORD - 1]} in --timeout | --confirm-timeout) return ;; esac
+    case ${COMP_WORDS[COMP_CWORD - 1]} in --timeout | --confirm-timeout | --name) return ;; esac
     _cabslotctl_command
     if [[ $2 == -* ]]; then
         case $command in
         '') options+=' --version' ;;
         list) options+=' --json --timeout' ;;
-        load) options+=' --timeout --confirm-timeout --prepare' ;;
+        load) options+=' --timeout --confirm-timeout --name --prepare' ;;
         clear) options+=' --timeout --confirm-timeout --all' ;;
+        undo) options+=' --timeout --confirm-timeout' ;;
+        history) options+=' --json' ;;
         inspect) options+=' --json --recursive --block --plot' ;;
         audition) options+=' --dry --out --raw-level' ;;
-        prepare) options+=' --into --force --channel --no-resample --low-cut --high-cut --no-trim --minimum-phase --fade --level --json --plot' ;;
+        prepare) options+=' --into --channel --no-resample --low-cut --high-cut --no-trim --minimum-phase --fade --level --json --plot' ;;
         doctor | 'preset show') options+=' --json' ;;
         'preset new') options+=' --data' ;;
         esac
@@ -86,9 +88,9 @@ _cabslotctl() {
         return
     fi
     case $command:$given in
-    :*) _cabslot_words 'list load clear inspect audition prepare preset doctor' "$2" ;;
+    :*) _cabslot_words 'list load clear undo history inspect audition prepare preset doctor' "$2" ;;
     preset:*) _cabslot_words 'show verify new export import' "$2" ;;
-    load:*[02468] | clear:*) _cabslot_words '1 2 3 4' "$2" ;;
+    load:*[02468] | clear:* | undo:0 | history:0) _cabslot_words '1 2 3 4' "$2" ;;
     load:* | inspect:* | audition:0 | prepare:*) _cabslot_files '*.@(wav|bin)' "$2" ;;
     preset*:0 | 'preset verify':* | preset*port:1) _cabslot_files '*' "$2" ;;
     esac

@@ -12,7 +12,7 @@ function __cabslotctl_words
     for word in (commandline -opc)[2..-1]
         if test $skip = yes
             set skip no
-        else if contains -- $word --pedal --trace --timeout --confirm-timeout --block --plot --data --dry --out
+        else if contains -- $word --pedal --trace --timeout --confirm-timeout --block --plot --data --dry --out --name
             set skip yes
         else if not string match -q -- '-*' $word
             echo $word
@@ -42,18 +42,21 @@ end
 # Whether it is a slot.
 function __cabslotctl_wants_slot
     set -l words (__cabslotctl_words)
-    test "$words[1]" = clear; or test "$words[1]" = load -a (math (count $words) % 2) -eq 1
+    contains -- "$words[1]" clear undo history; or test "$words[1]" = load -a (math (count $words) % 2) -eq 1
 end
 
 complete -c cabslotctl -f
 complete -c cabslotctl -l pedal -x -a 'usb sim unix:' -d 'The pedal to use'
 complete -c cabslotctl -l trace -r -F -d 'Write every report to this file'
+complete -c cabslotctl -l force -d 'Let outputs replace existing files'
 complete -c cabslotctl -s h -l help -d 'Print the help and exit'
 complete -c cabslotctl -n __cabslotctl_is -l version -d 'Print the version and exit'
 
 complete -c cabslotctl -n __cabslotctl_is -a list -d 'Show the names of the four user slots'
 complete -c cabslotctl -n __cabslotctl_is -a load -d 'Load impulse responses into slots'
 complete -c cabslotctl -n __cabslotctl_is -a clear -d 'Load silence into a slot'
+complete -c cabslotctl -n __cabslotctl_is -a undo -d 'Load what a slot held before'
+complete -c cabslotctl -n __cabslotctl_is -a history -d 'Show what was loaded into the slots'
 complete -c cabslotctl -n __cabslotctl_is -a inspect -d 'Show what a file would put into the pedal'
 complete -c cabslotctl -n __cabslotctl_is -a audition -d 'Play a dry phrase through a file'
 complete -c cabslotctl -n __cabslotctl_is -a prepare -d 'Make the best 1024 points of files'
@@ -67,13 +70,13 @@ complete -c cabslotctl -n $preset -a new -d 'Create a preset file'
 complete -c cabslotctl -n $preset -a export -d 'Write the data area to a file'
 complete -c cabslotctl -n $preset -a import -d 'Replace the data area with the bytes of a file'
 
-for command in list inspect prepare doctor 'preset show'
+for command in list history inspect prepare doctor 'preset show'
     complete -c cabslotctl -n "__cabslotctl_in $command" -l json -d 'Print JSON'
 end
-for command in list load clear
+for command in list load clear undo
     complete -c cabslotctl -n "__cabslotctl_in $command" -l timeout -x -d 'Seconds to wait for data'
 end
-for command in load clear
+for command in load clear undo
     complete -c cabslotctl -n "__cabslotctl_in $command" -l confirm-timeout -x \
         -d 'Seconds to wait for the confirmation'
 end
@@ -85,9 +88,9 @@ complete -c cabslotctl -n '__cabslotctl_in inspect' -l plot -r -F -d 'Draw it as
 complete -c cabslotctl -n '__cabslotctl_in audition' -l dry -r -F -a 'clean driven' -d 'The phrase'
 complete -c cabslotctl -n '__cabslotctl_in audition' -l out -r -F -d 'Write a WAV file instead'
 complete -c cabslotctl -n '__cabslotctl_in audition' -l raw-level -d 'Leave it as loud as it is'
+complete -c cabslotctl -n '__cabslotctl_in load' -l name -x -d 'The name in the pedal'
 complete -c cabslotctl -n '__cabslotctl_in load' -l prepare -d 'Prepare each file first'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l into -r -F -d 'Write into this folder'
-complete -c cabslotctl -n '__cabslotctl_in prepare' -l force -d 'Replace existing files'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l channel -x -a 'first mean' -d 'The channel'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l no-resample -d 'Resample as load does'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l low-cut -x -d 'Remove lows below, Hz'

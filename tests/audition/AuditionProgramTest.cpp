@@ -28,7 +28,9 @@ TEST_F(Audition, WritesTheSound) {
     EXPECT_NEAR(loudnessOf(matched.samples), -23, 0.1);
     EXPECT_EQ(matched.samples.size(),
               readPhrase(SHARE_FOLDER "/phrases/clean.wav").samples.size() + 1023);
-    EXPECT_EQ(audition({demo, "--out", sound, "--raw-level", "--dry", "driven"}), 0);
+    EXPECT_EQ(audition({demo, "--out", sound, "--raw-level", "--dry", "driven"}), 2);
+    EXPECT_TRUE(errHas("already exists"));
+    EXPECT_EQ(audition({demo, "--out", sound, "--raw-level", "--dry", "driven", "--force"}), 0);
     EXPECT_GT(loudnessOf(readPhrase(sound).samples), -21);
 }
 

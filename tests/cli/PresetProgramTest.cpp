@@ -32,7 +32,8 @@ TEST_F(CabslotctlPreset, MakesFillsShowsAndExports) {
     EXPECT_EQ(preset({"export", file, folder.path("out")}), 0) << err;
     EXPECT_EQ(contentOf(folder.path("out")), full);
     EXPECT_EQ(preset({"import", file, folder.write("short", "ab")}), 0) << err;
-    EXPECT_EQ(preset({"export", file, folder.path("out")}), 0) << err;
+    EXPECT_EQ(preset({"export", file, folder.path("out")}), 2) << "it is there";
+    EXPECT_EQ(preset({"export", file, folder.path("out"), "--force"}), 0) << err;
     EXPECT_EQ(contentOf(folder.path("out")), "ab" + std::string(1534, '\0')) << "nothing old";
 
     EXPECT_EQ(preset({"show", file}), 0);
@@ -109,12 +110,12 @@ TEST_F(CabslotctlPreset, NeverWritesOverWhatItShouldNot) {
         std::string says;
     };
     const Row rows[] = {
-        {{"new", file}, 2, file + " already exists; give a new name, or remove it first"},
+        {{"new", file}, 2, file + " already exists; give another name, or --force"},
         {{"new", folder.path("link")}, 2, "link already exists"},
         {{"new", "/nonexistent/x"}, 2, "/nonexistent/x cannot be written: No such file"},
         {{"new", folder.path("x"), "--data", tooMuch}, 1, "it is more than 1536 bytes long"},
         {{"import", file, tooMuch}, 1, tooMuch + ": it is more than 1536 bytes long"},
-        {{"export", file, file}, 2, file + " is the preset itself; give another name"},
+        {{"export", file, file, "--force"}, 2, file + " is the file itself; give another name"},
         {{"export", file, "/dev/full"}, 2, "/dev/full cannot be written: No space left"},
         {{}, 2, "subcommand is required"},
         {{"show"}, 2, "FILE is required"},

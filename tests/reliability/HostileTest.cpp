@@ -27,13 +27,13 @@ TEST_F(Hostile, AFullDiskLosesNothingThatWasThere) {
     ASSERT_EQ(run({"load", "2", wavFile}), 0) << err;
     {
         const FullDisk full(512);
-        EXPECT_EQ(run({"inspect", wavFile, "--block", old}), 2);
+        EXPECT_EQ(run({"inspect", wavFile, "--block", old, "--force"}), 2);
         EXPECT_EQ(err, "cabslotctl: " + old + " cannot be written: File too large\n");
         EXPECT_EQ(run({"preset", "new", folder.path("new.preset")}), 2);
         EXPECT_EQ(run({"--trace", folder.path("trace"), "list"}), 0) << "the names are here";
         EXPECT_TRUE(errHas("/trace is not complete"));
-        EXPECT_EQ(run({"--trace", folder.path("trace"), "load", "1", wavFile}), 0) << err;
-        EXPECT_TRUE(errHas("/trace is not complete") && errHas("cannot be remembered: "));
+        EXPECT_EQ(run({"--trace", folder.path("trace2"), "load", "1", wavFile}), 0) << err;
+        EXPECT_TRUE(errHas("/trace2 is not complete") && errHas("cannot be remembered: "));
         startPedal(); // this pedal may not write either
         EXPECT_EQ(run({"clear", "2", "--confirm-timeout", "0.5"}), 4);
     }
