@@ -43,10 +43,12 @@ void printJson(const PresetFinding& found) {
 
 void printText(const PresetFinding& found) {
     const PresetBuffUnion& image = found.image;
-    const bool usualSize = image.buff_S.FileSize == presetSize;
+    const std::string unusual =
+        image.buff_S.FileSize == presetSize
+            ? ""
+            : " (should be " + std::to_string(presetSize) + ", but is not checked)";
     const std::string code = "error " + std::to_string(found.error) + ": ";
-    std::cout << "size      " << image.buff_S.FileSize
-              << (usualSize ? "" : " (should be 2048, but is not checked)") << '\n'
+    std::cout << "size      " << image.buff_S.FileSize << unusual << '\n'
               << "device    " << image.buff_S.DeviceID << '\n'
               << "version   " << image.buff_S.PresetVersion << '\n'
               << "reserve   " << bytesText(image.buff_S.Reserve) << '\n'
