@@ -2,6 +2,7 @@
 
 #include "audition/LoadSound.h"
 #include "platform/BundlePath.h"
+#include "ui/Settings.h"
 
 #include <QFile>
 #include <QSettings>
@@ -90,16 +91,15 @@ void Listening::setPhrase(Choice phrase, const QString& own) {
     phrase_ = phrase;
     if (!own.isEmpty())
         ownPhrase_ = own;
-    QSettings settings;
-    settings.setValue(phraseKey, static_cast<int>(phrase_));
-    settings.setValue(ownPhraseKey, ownPhrase_);
+    storeSetting(phraseKey, static_cast<int>(phrase_));
+    storeSetting(ownPhraseKey, ownPhrase_);
     listener_.setPhrase(phrasePath());
     emit changed();
 }
 
 void Listening::setLevel(Level level) {
     level_ = level;
-    QSettings().setValue(asItIsKey, level == Level::asItIs);
+    storeSetting(asItIsKey, level == Level::asItIs);
     listener_.setLevel(level);
     emit changed();
 }

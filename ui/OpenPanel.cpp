@@ -3,6 +3,7 @@
 #include "ui/IRView.h"
 #include "ui/ListenBar.h"
 #include "ui/Preview.h"
+#include "ui/Settings.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -127,7 +128,7 @@ private:
             "Load the best 1024 points that the file can give, not its first ones");
         prepare_->setChecked(QSettings().value(prepareKey, false).toBool());
         connect(prepare_, &QCheckBox::toggled, this, [this](bool on) {
-            QSettings().setValue(prepareKey, on);
+            storeSetting(prepareKey, on);
             preview(shown_);
         });
         resize(firstSize.boundedTo(screen()->availableSize() * screenShare));
@@ -212,7 +213,7 @@ void showOpenPanel(QWidget* window, const QString& title, Listening& listening,
         panel, &QDialog::finished, window, [window, panel, closed = std::move(closed)](int answer) {
             const QString path = panel->chosenPath(answer);
             if (!path.isEmpty())
-                QSettings().setValue(lastFolderKey, QFileInfo(path).absolutePath());
+                storeSetting(lastFolderKey, QFileInfo(path).absolutePath());
             // Deferred until the panel and its pop-ups have left the screen.
             QMetaObject::invokeMethod(
                 window, [=, prepares = panel->prepares()] { closed(answer, path, prepares); },
