@@ -1,5 +1,5 @@
 // Loads the module with everything that sound needs: SDL, libsndfile, libsoxr, libebur128. With
-// their dependencies these are some forty libraries, which a program needs only for listening.
+// their dependencies these are many libraries, which a program needs only for listening.
 #pragma once
 
 #include "audition/Sound.h"

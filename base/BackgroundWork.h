@@ -10,8 +10,8 @@
 namespace cabslot {
 
 /// Its owner waits for the end only as long as it wants to and then leaves the thread alone, so the
-/// work must own everything that it uses. Whoever constructs one gets std::system_error if there is
-/// no thread to be had.
+/// work must own everything that it uses. The constructor throws std::system_error if no thread
+/// can be started.
 class BackgroundWork {
 public:
     explicit BackgroundWork(std::function<void()> work) {

@@ -27,7 +27,7 @@ public:
     std::string read(std::uint64_t position, std::span<std::uint8_t> bytes) const;
 
     /// The first byte from `position` on that is not known to be 0: behind a hole in a sparse file,
-    /// as far as the system tells.
+    /// as far as the system reports it.
     std::uint64_t afterHole(std::uint64_t position) const;
 
 private:

@@ -1,4 +1,4 @@
-// How long work learns that nobody wants its result any more.
+// Lets lengthy work find out that nobody wants its result any more.
 #pragma once
 
 #include <functional>

@@ -19,7 +19,7 @@ namespace cabslot {
 /// removing one or changing its meaning does.
 inline constexpr int jsonVersion = 1;
 
-/// A JSON value: null, a truth value, a number, a text, a list, or fields in a given order. Most
+/// A JSON value: null, a boolean, a number, a text, a list, or fields in a given order. Most
 /// constructors convert implicitly, so that `{{"slot", 1}, {"name", "Cab"}}` is a value.
 class Json {
 public:

@@ -92,7 +92,7 @@ ExitStatus reportFailure(const SlotJob& job, const UploadResult& result,
     return ExitStatus::interrupted;
 }
 
-/// After a failure: reports how many slots were confirmed and which were not tried.
+/// After a failure: reports how many slots were confirmed and which were not sent.
 void reportRest(std::size_t confirmed, std::size_t all, std::span<const SlotJob> notTried) {
     if (all == 1)
         return;

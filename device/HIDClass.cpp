@@ -57,6 +57,7 @@ void HIDClass::myThreadMainMethod() {
                                     .removal = Handle_DeviceRemovalCallback,
                                     .report = deviceReportCallback};
     if (!manager_.open(pedalMatching, callbacks))
+        // The text stays as it is, so that logs of all versions can be searched for it.
         std::fprintf(stderr, "IOHIDManagerOpen failed.\n");
     runLoop();
     endHandedWork();

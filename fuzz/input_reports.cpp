@@ -64,7 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                 tick();
         checkReceiverInOrder();
         check((cabslot::isDeviceConnent == 1) == (cabslot::HID_Device != nullptr),
-              "isDeviceConnent tells whether a device is current");
+              "isDeviceConnent says whether a device is current");
     }
     return 0;
 }

@@ -1,5 +1,5 @@
 // An IR on its way to the pedal, wherever it came from: a file, preparing, what a slot held before.
-// Whoever has one needs no file any more.
+// It needs no file any more.
 #pragma once
 
 #include "base/Pedal.h"
@@ -19,7 +19,7 @@ using NameField = std::array<std::uint8_t, sentNameSize>;
 struct IR {
     Block block{};
     NameField name{};
-    bool factory = false; ///< one of the pedal's own; it keeps its name in the factory's list
+    bool factory = false; ///< one of the pedal's own IRs, with its name of FileNameBuff
     std::string source;   ///< the file it came from; empty: no file
 };
 

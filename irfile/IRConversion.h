@@ -33,7 +33,8 @@ struct IRRate {
 /// The row for `sampleRate`, or null.
 const IRRate* findRate(std::int64_t sampleRate);
 
-/// How many points at `rate`, which is resampled, 1024 points at 44.1 kHz are made from.
+/// The number of points at `rate` that 1024 points at 44.1 kHz are made from; for a rate that is
+/// resampled.
 std::size_t pointsRead(const IRRate& rate);
 
 /// The supported rates as text: "44100, 48000, 88200 and 96000 Hz".

@@ -28,7 +28,7 @@ class FileWindow;
 class IRFile {
 public:
     enum class Kind {
-        unknown, ///< not read, or too short to tell
+        unknown, ///< not read, or too short to be recognised
         wav,     ///< anything that is not a factory IR file, even if it was refused
         factory,
     };
@@ -36,8 +36,8 @@ public:
     IRFile() = default; ///< no file
 
     /// Reads and checks the file; the last component of `path` gives the IR's name. Takes at most
-    /// four megabytes of memory, and refuses soon after `stop` says so. `namePath`, unless empty,
-    /// is a path that gives the name instead.
+    /// four megabytes of memory, and gives up soon after `stop` returns true. `namePath`, unless
+    /// empty, is a path that gives the name instead.
     static IRFile read(const std::string& path, const StopCheck& stop = {},
                        Extent extent = Extent::asNeeded, const std::string& namePath = {});
 

@@ -1,5 +1,5 @@
 // Names for slots beyond the one that a file's name gives by rule: typed by the user, or proposed
-// where the rule's name would be refused or does not tell two slots apart.
+// where the rule's name would be refused or is that of another slot.
 //
 // Pure functions of their arguments; any thread. Names are without the blanks that pad them.
 #pragma once

@@ -1,4 +1,4 @@
-// Why the pedal's device node cannot be opened, and what to tell a user who may not open it. Each
+// Why the pedal's device node cannot be opened, and what to say to a user who may not open it. Each
 // system has its own source file for this.
 #pragma once
 

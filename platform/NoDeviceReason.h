@@ -18,7 +18,8 @@ public:
     /// There is a device, but it cannot be used.
     void unusable(std::string why) { set(std::move(why)); }
 
-    /// There is no device. That there was one says more than `why` nothing answers.
+    /// There is no device, for the reason `why`, unless there was one before: then it was
+    /// unplugged.
     void absent(std::string why) { set(hadDevice_ ? unplugged : std::move(why)); }
 
     /// Empty if nothing is known. Any thread.

@@ -25,7 +25,7 @@ inline constexpr const char* pedalHelp = R"(Pedals:
 /// Empty if `choice` is valid, else what is wrong with it and what would be right.
 std::string whatIsWrongWithPedal(const std::string& choice);
 
-/// What a front end hears of the service. Both are called on the device thread.
+/// What the service reports to a front end. Both are called on the device thread.
 struct PedalEvents {
     WhileInUse whileInUse{}; ///< empty: it does not wait for another program
     std::function<void(const std::string& why)> complain{}; ///< the simulated pedal cannot store

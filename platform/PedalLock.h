@@ -28,8 +28,8 @@ public:
     virtual ~PedalLock() = default;
 };
 
-/// At most one of the two is set. Neither is if there is nothing to lock at that place, or no right
-/// to: what opens the pedal then finds out why.
+/// At most one of the two is set. Neither is set if there is nothing to lock at that place, or no
+/// permission: opening the pedal then shows why.
 struct LockAttempt {
     std::unique_ptr<PedalLock> lock{};
     std::optional<LockHolder> holder{}; ///< who has it instead; also this process itself
@@ -39,7 +39,7 @@ struct LockAttempt {
 /// Does not wait.
 LockAttempt lockPedal(const std::string& place);
 
-/// Who has the lock of the pedal at `place`; takes nothing.
+/// Who has the lock of the pedal at `place`; does not lock it.
 std::optional<LockHolder> holderOf(const std::string& place);
 
 /// Why a pedal cannot be used now, and what to do.

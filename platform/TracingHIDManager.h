@@ -17,7 +17,7 @@ class TracingHIDManager final : public HIDManager {
 public:
     /// Forwards everything to `inner`. Each report becomes one line in `out`, written on the device
     /// thread and flushed at once: seconds since open(), direction, bytes in hex. Lines without a
-    /// direction tell what became of the device, or why there is none. `out` must
+    /// direction say what happened to the device, or why there is none. `out` must
     /// outlive this object; check its state afterwards to learn whether everything was written.
     TracingHIDManager(std::unique_ptr<HIDManager> inner, std::ostream& out);
     ~TracingHIDManager() override;

@@ -1,4 +1,4 @@
-// Finds the pedal on USB and tells whether it can be used, and if not, why.
+// Finds the pedal on USB, and reports whether it can be used, and if not, why.
 //
 // The HID service takes the opened devices from the findings; the doctor command shows the
 // verdict.
@@ -42,7 +42,7 @@ struct UsbFinding {
     std::string systemText; ///< failing: the system's message
     LockHolder holder{};    ///< inUse: that program
     std::unique_ptr<PedalLock>
-        lock;         ///< ok: no other program may open it; null where none can be had
+        lock;         ///< ok: no other program may open it; null if locking is not possible
     UsbHandle handle; ///< ok: the device, open
 };
 

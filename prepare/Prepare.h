@@ -66,7 +66,7 @@ struct PreparedIR {
 
 /// Prepares the file at `path`. Refuses what the plain conversion refuses. Passes a factory IR
 /// unchanged. Uses only the first MiB of a long file. Takes some milliseconds; minimum phase takes
-/// up to a second, and refuses soon after `stop` says so.
+/// up to a second, and gives up soon after `stop` returns true.
 PreparedIR prepareFile(const std::string& path, const PrepareOptions& options,
                        const StopCheck& stop = {});
 

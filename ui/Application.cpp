@@ -48,8 +48,8 @@ int runWindow(int argc, char** argv, HIDManager& manager, const std::string& ped
                      &AppDelegate::applicationWillTerminate);
     delegate.applicationDidFinishLaunching();
     window.show();
-    // The theme is a matter of many files: they are looked through when the names are on the
-    // screen.
+    // Finding the icon means reading many files of the theme, so that waits until the names are on
+    // the screen.
     QTimer::singleShot(iconDelay, &window,
                        [] { QApplication::setWindowIcon(QIcon::fromTheme(iconName)); });
     return QApplication::exec();

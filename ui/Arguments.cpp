@@ -11,7 +11,7 @@ constexpr const char* description =
     "Load guitar-cabinet impulse responses into the four user slots of the pedal.";
 
 constexpr const char* footer = R"(Exit status:
-  0    the window was closed, or the pedal was lost and that was told
+  0    the window was closed, or the user has confirmed that the pedal is gone
   1    there is no display
   2    wrong usage
 

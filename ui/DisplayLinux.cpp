@@ -20,7 +20,7 @@ namespace {
 constexpr int noDisplay = 1;
 
 // Qt's message handler is a plain function, so what it keeps is static: standard error as it was,
-// why the first platform that Qt tried did not start, and everything it said.
+// why the first of Qt's platforms did not start, and everything it said.
 int standardError = -1;
 QString reason;
 QStringList said;

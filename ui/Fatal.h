@@ -1,5 +1,5 @@
 // Programming errors that abort the process: an outlet that is not connected, a window that does
-// not exist.
+// not exist. The texts stay as they are, so that crash reports of all versions can be compared.
 #pragma once
 
 #include <QPointer>

@@ -19,7 +19,8 @@ namespace cabslot {
 namespace {
 
 QString defaultName(std::size_t slot) {
-    // The only exception to defaultSlotName(): the window shows the third name without a blank.
+    // The third label has no blank, unlike defaultSlotName(): kept, so that the window shows the
+    // same in every version.
     return QString::fromStdString(slot == 3 ? "User3" : defaultSlotName(slot));
 }
 

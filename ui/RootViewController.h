@@ -43,7 +43,8 @@ struct Surroundings {
     std::function<void(int status)> endProcess; ///< ends the process at once
     BusyWait::Pause pause{};                    ///< see BusyWait; empty: in an event loop
     Listener::Load sound = installedSound;      ///< loads the sound module
-    std::chrono::milliseconds namesWait{5000};  ///< for the names, until the user is told
+    std::chrono::milliseconds namesWait{
+        5000}; ///< for the names, before a message says that they are missing
 };
 
 class RootViewController final : public QObject {

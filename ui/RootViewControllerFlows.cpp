@@ -29,7 +29,8 @@ constexpr int firstDeleteTag = static_cast<int>(slotCount) + 1;
 
 const QString fileError = "File Error!! Please check the file or file name for errors.";
 
-// Prints one line on standard output and flushes it, for pipes.
+// Prints one line on standard output and flushes it, for pipes. The lines stay as they are, so that
+// programs that start the window and read them go on working.
 void print(const QString& line) {
     std::printf("%s\n", line.toUtf8().constData());
     std::fflush(stdout);
@@ -164,6 +165,7 @@ UploadResult RootViewController::upload(const Sending& sending, const Upload& up
     SlotRow* const row = rowOf(sending.index);
     const UploadResult result =
         upload_->run({sending.index, row, sending.counter, series_}, [&](UploadWait& waiting) {
+            // In this order the window has always waited; the lines that it prints depend on it.
             return upload({.arming = Arming::afterUpload, .recorded = recorded}, waiting);
         });
     if (isRefused(result.end))

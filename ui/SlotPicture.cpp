@@ -30,7 +30,7 @@ SlotPicture::SlotPicture(QWidget* parent) : QAbstractButton(parent) {
 
 void SlotPicture::clear() {
     summary_.reset();
-    setToolTip("The pedal does not tell what it holds, and nothing was loaded from here");
+    setToolTip("Nothing was loaded from here, and the pedal cannot be asked what it holds");
     setAccessibleDescription(toolTip());
     setEnabled(false);
     update();

@@ -8,7 +8,7 @@ namespace cabslot {
 
 /// While an output plays without gaps, what it has taken stays ahead of the clock by the same time,
 /// its buffer. A gap lowers that for good; so once a second the longest lead is compared with that
-/// of the second before. A clock that drifts is slower by far.
+/// of the second before. A drifting clock changes it far more slowly.
 class StarvationMeter {
 public:
     /// The output took `samples` more. `now` counts seconds from any start.

@@ -43,7 +43,7 @@ struct PedalBehaviour {
     /// From the last frame of an import to its confirmation. A host may begin to wait for the
     /// confirmation only a second after it has sent that frame.
     std::chrono::milliseconds confirmDelay{1500};
-    /// All data are sent so often without being asked for; 0: never.
+    /// The interval at which all data are sent without a request; 0: never.
     std::chrono::milliseconds announceEvery{0};
     Faults faults;
 };

@@ -25,8 +25,8 @@ FileDescriptor plugIntoVirtualPort(std::string& why);
 
 class UsbPedal {
 public:
-    /// `bus`: the stream socket to the kernel. `reports`: the SOCK_SEQPACKET one to the pedal. Of
-    /// the faults those of USB count here.
+    /// `bus`: the stream socket to the kernel. `reports`: the SOCK_SEQPACKET one to the pedal. Only
+    /// the faults of USB are used.
     UsbPedal(FileDescriptor bus, FileDescriptor reports, const Faults& faults);
 
     /// Runs until the pedal or the bus closes its socket, or until `stop` (the caller's descriptor)

@@ -48,7 +48,7 @@ TEST_F(SoundServer, IsPlayedWithoutAGapWhenTheIRChanges) {
     EXPECT_LE(gap, second / 500);
 }
 
-TEST_F(SoundServer, ItsEndIsTold) {
+TEST_F(SoundServer, ItsEndIsReported) {
     SdlPlayer player;
     ASSERT_EQ(player.start(), "");
     EXPECT_EQ(player.whyStopped(), "");

@@ -52,7 +52,7 @@ TEST_F(Commands, AllDataFillsNamesAndFlagsThenRaisesTheEvent) {
         EXPECT_EQ(isInternalIRArray[i], 0);
         EXPECT_EQ(isInternalIRArray2.at(i), std::string(1, '\0'));
     }
-    EXPECT_EQ(events.size(), 2U) << "an unchanged value is told again";
+    EXPECT_EQ(events.size(), 2U) << "an unchanged value is an event, too";
     CMD_Callback(allDataFrame(2, std::string(64, 'x')).data());
     EXPECT_EQ(isInternalIRArray[3], 1);
 }

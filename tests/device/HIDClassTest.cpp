@@ -73,7 +73,7 @@ TEST_F(Link, FindsThePedalAndReadsBeforeItSends) {
     EXPECT_EQ(pedal.stream(), openingFrame + requestFrame);
 }
 
-TEST_F(Link, WithoutAServiceTheTimersRunAndTheLossIsTold) {
+TEST_F(Link, WithoutAServiceTheTimersRunAndTheLossIsReported) {
     manager.opens = false;
     std::promise<void> lost;
     std::atomic<int> events = 0;

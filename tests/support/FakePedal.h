@@ -67,7 +67,7 @@ inline std::vector<HIDReport> cutIntoReports(const Bytes& stream) {
     return reports;
 }
 
-/// Stores what is sent; refuses when told to.
+/// Stores what is sent, or refuses it.
 class FakeDevice final : public HIDDevice {
 public:
     bool SetReport(const HIDReport& report) override {

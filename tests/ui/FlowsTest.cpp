@@ -62,7 +62,7 @@ TEST_F(Flows, DeleteShowsTheDefaultNameOfTheView) {
     EXPECT_EQ(status(), "User 1 is cleared.");
 }
 
-TEST_F(Flows, RefusedFilesAreToldAndNothingIsSent) {
+TEST_F(Flows, RefusedFilesAreReportedAndNotSent) {
     open();
     const std::string before = label(1).toStdString();
     for (const std::string& path :
@@ -143,7 +143,7 @@ TEST_F(Flows, APedalThatConfirmsAtOnceCosts600Polls) {
     EXPECT_EQ(status(), ready);
 }
 
-TEST_F(Flows, APedalThatGoesDuringTheUploadIsToldOfAndTheAlertComesAfterIt) {
+TEST_F(Flows, APedalThatGoesDuringTheUploadIsReportedAndTheAlertFollows) {
     simulator::PedalBehaviour options;
     options.faults.vanishAfter = 30;
     QString told;
@@ -226,7 +226,7 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
         expectErrorSheet(fileError);
     }
     emit window->findChild<SlotRow*>("row2")->filesDropped({url(wav()), slow, slow});
-    EXPECT_EQ(status().count("22050 Hz is not supported"), 2) << "each reason is told";
+    EXPECT_EQ(status().count("22050 Hz is not supported"), 2) << "each reason is shown";
     expectErrorSheet(fileError);
     EXPECT_EQ(label(2), "User 2          ") << "none is sent unless all can be";
     EXPECT_EQ(label(4), "Deep.WAV      ");

@@ -46,7 +46,7 @@ TEST_F(Waiting, TheUserMayStopAfter15SecondsAndWhatFollowsIsAsAfterTheLastPoll) 
     const QString ready = status();
     for (const auto& stop : ways) {
         polls = 0;
-        CheckMCUInportIR_Finish = 0; // it tells the pauses apart
+        CheckMCUInportIR_Finish = 0; // the pauses are recognised by it
         inEachPoll([&](int poll) {
             EXPECT_EQ(stopButton()->isVisible(), poll >= 15) << poll;
             EXPECT_TRUE(status().contains(QString("%1 s of at most 600 s").arg(poll)));

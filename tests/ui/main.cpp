@@ -15,7 +15,8 @@ int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QApplication::setOrganizationName("cabslot-tests");
     QApplication::setQuitOnLastWindowClosed(false);
-    // Inside the main loop, as the program is: Qt tells of the last window's closing only there.
+    // Inside the main loop, as in the program: only there does Qt report that the last window is
+    // closed.
     QTimer::singleShot(0, [] { QApplication::exit(RUN_ALL_TESTS()); });
     return QApplication::exec();
 }
