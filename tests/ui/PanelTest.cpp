@@ -197,8 +197,9 @@ TEST_F(Panel, TheLargerViewIsHeardInstead) {
     };
     press(5);
     EXPECT_TRUE(stopped) << "an upload has begun";
-    QTest::keyClick(view, Qt::Key_L);
     sound.device->use([&] { sound.device->stops = 0; });
+    QTest::keyClick(view, Qt::Key_L);
+    EXPECT_TRUE(isHeard({0, 0.5, 0.5}));
     view->close();
     EXPECT_TRUE(hasStopped());
 }
