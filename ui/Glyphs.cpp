@@ -45,12 +45,28 @@ QPainterPath dash() {
     return path;
 }
 
+// A triangle around an exclamation mark.
+QPainterPath warning() {
+    QPainterPath path;
+    path.moveTo(8, 2);
+    path.lineTo(14.5, 13.5);
+    path.lineTo(1.5, 13.5);
+    path.closeSubpath();
+    path.moveTo(8, 6.2);
+    path.lineTo(8, 9.4);
+    path.moveTo(8, 11.5);
+    path.lineTo(8, 11.6);
+    return path;
+}
+
 QPainterPath outline(Glyph glyph) {
     switch (glyph) {
     case Glyph::load:
         return arrowIntoTray();
     case Glyph::minimise:
         return dash();
+    case Glyph::finding:
+        return warning();
     case Glyph::close:
         break;
     }

@@ -6,7 +6,7 @@
 
 namespace cabslot {
 
-enum class Glyph { load, close, minimise };
+enum class Glyph { load, close, minimise, finding };
 
 QIcon glyphIcon(Glyph glyph);
 

@@ -45,7 +45,7 @@ QLabel[role="number"] { background: %tint; color: %text; border-radius: 14px;
     min-width: 28px; max-width: 28px; min-height: 28px; max-height: 28px; }
 QLabel[role="detail"] { color: %muted; }
 QLabel[role="status"] { color: %muted; }
-QLabel[role="status"][problem="true"], QLabel[role="reason"] { color: %problem; }
+QLabel[role="status"][problem="true"], QLabel[role="detail"][problem="true"], QLabel[role="reason"] { color: %problem; }
 
 QPushButton { background: %tint; color: %text; border: 1px solid %edge; border-radius: 7px;
     padding: 7px 14px; margin: 1px; outline: none; }

@@ -65,12 +65,10 @@ public:
         tellFolder(directory().path());
     }
 
-    QString chosenPath(int answer) const {
+    Choice choice(int answer) const {
         const QStringList files = selectedFiles();
-        return answer == panelOK && !files.isEmpty() ? files.first() : QString();
+        return choiceOf(answer == panelOK && !files.isEmpty() ? files.first() : QString());
     }
-
-    bool prepares() const { return prepare_->isChecked(); }
 
     /// A typed name must also be a WAV file's. The panel itself opens folders and reports a missing
     /// file.
@@ -169,6 +167,8 @@ private:
         tree.setHeaderHidden(true);
     }
 
+    Choice choiceOf(const QString& path) const { return {path, prepare_->isChecked()}; }
+
     void preview(const QString& path) {
         shown_ = path;
         const QFileInfo file(path);
@@ -176,7 +176,7 @@ private:
             return tellFolder(directory().path());
         if (!isWavName(path))
             return refuse(path, onlyWavIsTaken);
-        const Preview preview = previewOf(path, prepares());
+        const Preview preview = previewOf(choiceOf(path), Extent::start);
         if (!preview.summary)
             return refuse(path, preview.whyNot);
         listen_->setIR(preview.summary->samples); // first, because its thread has more to do
@@ -211,13 +211,12 @@ void showOpenPanel(QWidget* window, const QString& title, Listening& listening,
     auto* panel = new OpenPanel(window, title, listening);
     QObject::connect(
         panel, &QDialog::finished, window, [window, panel, closed = std::move(closed)](int answer) {
-            const QString path = panel->chosenPath(answer);
-            if (!path.isEmpty())
-                storeSetting(lastFolderKey, QFileInfo(path).absolutePath());
+            const Choice choice = panel->choice(answer);
+            if (!choice.path.isEmpty())
+                storeSetting(lastFolderKey, QFileInfo(choice.path).absolutePath());
             // Deferred until the panel and its pop-ups have left the screen.
             QMetaObject::invokeMethod(
-                window, [=, prepares = panel->prepares()] { closed(answer, path, prepares); },
-                Qt::QueuedConnection);
+                window, [=] { closed(answer, choice); }, Qt::QueuedConnection);
         });
     panel->show();
 }

@@ -5,17 +5,18 @@
 
 namespace cabslot {
 
-Preview previewOf(const QString& path, bool prepares) {
-    const ReadIR read = readIR(path.toStdString(), {}, Extent::start);
+Preview previewOf(const Choice& choice, Extent extent) {
+    const ReadIR read = readIR(choice.path.toStdString(), {}, extent);
     if (!read)
-        return {std::nullopt, QString::fromStdString("It is refused: " + read.whyRefused + ".")};
-    if (!prepares || read.ir.factory)
-        return {summaryOf(read), {}};
+        return {.whyNot = QString::fromStdString("It is refused: " + read.whyRefused + ".")};
+    if (!choice.prepares || read.ir.factory)
+        return {.summary = summaryOf(read), .ir = read.ir};
     const PreparedIR prepared = prepare(read, {});
     std::string origin = summaryOf(read).origin + ". Prepared.";
     for (const std::string& sentence : prepared.steps)
         origin += " " + sentence;
-    return {summaryOf(prepared.ir.block, shownName(prepared.ir), origin), {}};
+    return {.summary = summaryOf(prepared.ir.block, shownName(prepared.ir), origin),
+            .ir = prepared.ir};
 }
 
 bool isWavName(const QString& path) {

@@ -1,7 +1,8 @@
-// Previews what the selected file would put into the pedal.
+// A file that the user has selected, and what it would put into the pedal.
 #pragma once
 
 #include "analysis/IRSummary.h"
+#include "irfile/IRFile.h"
 
 #include <QString>
 
@@ -9,14 +10,22 @@
 
 namespace cabslot {
 
-struct Preview {
-    std::optional<IRSummary> summary; ///< of the block that would be sent; none if refused
-    QString whyNot;                   ///< why the file is refused: a sentence
+/// A selected file, and how it is to be loaded.
+struct Choice {
+    QString path;
+    bool prepares = false;
+
+    bool isPlain() const { return !prepares; }
 };
 
-/// Reads the start of the file (some megabytes at most) and changes nothing that is sent. If it
-/// `prepares`, the block is that of the prepared file.
-Preview previewOf(const QString& path, bool prepares);
+struct Preview {
+    std::optional<IRSummary> summary{}; ///< none if the file is refused
+    IR ir{};                            ///< what would be sent
+    QString whyNot{};                   ///< why the file is refused: a sentence
+};
+
+/// Reads the file, or only its start, and changes nothing that is sent.
+Preview previewOf(const Choice& choice, Extent extent);
 
 /// Whether the name ends with .wav, in any case: only such files can be opened.
 bool isWavName(const QString& path);

@@ -2,7 +2,6 @@
 
 #include "base/VisibleText.h"
 #include "device/SharedState.h"
-#include "upload/SlotUpload.h"
 
 #include <cstdio>
 
@@ -21,17 +20,21 @@ RememberedSlots::RememberedSlots(const std::string& pedal) {
         memory_.emplace(pedal, complain);
 }
 
-std::optional<SlotRecord> RememberedSlots::remember(std::uint32_t slot, const std::string& file,
-                                                    const std::string& replaced) {
-    if (!memory_)
-        return {};
-    const SlotRecord record = recordOf(stagedIR(file), replaced);
-    memory_->remember(slot, record);
-    return record;
+void RememberedSlots::remember(std::uint32_t slot, const SlotRecord& record) {
+    if (memory_)
+        memory_->remember(slot, record);
 }
 
 std::optional<SlotRecord> RememberedSlots::recall(std::uint32_t slot) {
     return memory_ ? memory_->recall(slot, IRNameArr.at(slot - 1)) : std::nullopt;
+}
+
+std::optional<SlotRecord> RememberedSlots::undoTarget(std::uint32_t slot) {
+    return memory_ ? memory_->undoTarget(slot, IRNameArr.at(slot - 1)) : std::nullopt;
+}
+
+std::vector<SlotRecord> RememberedSlots::history(std::uint32_t slot) {
+    return memory_ ? memory_->history(slot) : std::vector<SlotRecord>();
 }
 
 } // namespace cabslot

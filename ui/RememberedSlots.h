@@ -6,6 +6,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace cabslot {
 
@@ -15,14 +16,17 @@ public:
     /// or read is reported on standard error.
     explicit RememberedSlots(const std::string& pedal);
 
-    /// Remembers the upload that was just confirmed; `file` is empty after a clear,
-    /// `replaced` the slot's name before. Returns what was remembered.
-    std::optional<SlotRecord> remember(std::uint32_t slot, const std::string& file,
-                                       const std::string& replaced);
+    void remember(std::uint32_t slot, const SlotRecord& record);
 
     /// What slot 1 to 4 most likely holds: the protocol cannot query its content, but the slot has
     /// the name that it was loaded with.
     std::optional<SlotRecord> recall(std::uint32_t slot);
+
+    /// What slot 1 to 4 held before, if that was loaded from here: what an undo loads.
+    std::optional<SlotRecord> undoTarget(std::uint32_t slot);
+
+    /// What slot 1 to 4 has held, newest first.
+    std::vector<SlotRecord> history(std::uint32_t slot);
 
 private:
     std::optional<SlotMemory> memory_;

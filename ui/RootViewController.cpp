@@ -56,6 +56,9 @@ void RootViewController::loadView() {
     viewDidLoad(); // first, because the rows take as long as the pedal's answer
     for (SlotRow* row : rows_)
         setUpRow(*row);
+    onKeys("Ctrl+Z", [this] { undo(); });
+    connect(ui_->statusLine->undoButton(), &QPushButton::clicked, this,
+            ifReady([this](bool /*checked*/) { undo(); }));
     updateControls();
     catchUp();
     QTimer::singleShot(surroundings_.namesWait, view_, [this] { sayWithoutNames(); });
@@ -80,24 +83,22 @@ void RootViewController::sayWithoutNames() {
 // Every way to start an upload checks isReady() first: it disables the buttons, and keys and drops
 // are checked here.
 void RootViewController::setUpRow(SlotRow& row) {
-    row.picture()->setListening(listening_);
+    const int slot = row.slot();
+    row.picture()->setUp(
+        listening_, [this, slot] { return remembered_.history(static_cast<std::uint32_t>(slot)); });
     connect(row.addButton(), &QPushButton::clicked, this, [this, &row] { add(row.addButton()); });
     connect(row.deleteButton(), &QPushButton::clicked, this,
             [this, &row] { del(row.deleteButton()); });
-    const auto ifReady = [this](auto action) {
-        return [this, action](auto&&... arguments) {
-            if (isReady())
-                action(arguments...);
-        };
-    };
-    const int slot = row.slot();
+    connect(row.picture(), &SlotPicture::loadAgain, this,
+            ifReady([this, slot](const SlotRecord& record) { loadEarlier(slot, record); }));
     connect(&row, &SlotRow::filesDropped, this,
             ifReady([this, slot](const QList<QUrl>& files) { importDropped(slot, files); }));
-    const auto onKeys = [this](const QString& keys, auto action) {
-        connect(new QShortcut(QKeySequence(keys), view_), &QShortcut::activated, this, action);
-    };
-    onKeys(QString("Ctrl+%1").arg(slot), ifReady([this, slot] { addIR(slot); }));
-    onKeys(QString("Ctrl+Shift+%1").arg(slot), ifReady([this, slot] { delIR(slot); }));
+    onKeys(QString("Ctrl+%1").arg(slot), [this, slot] { addIR(slot); });
+    onKeys(QString("Ctrl+Shift+%1").arg(slot), [this, slot] { delIR(slot); });
+}
+
+void RootViewController::onKeys(const QString& keys, const std::function<void()>& action) {
+    connect(new QShortcut(QKeySequence(keys), view_), &QShortcut::activated, this, ifReady(action));
 }
 
 bool RootViewController::isReady() const {
@@ -133,8 +134,8 @@ void RootViewController::showSlotNames() {
     for (std::size_t i = 0; i < slotCount; ++i) {
         const auto index = static_cast<std::int64_t>(i) + 1;
         labelOf(index).setText(QString::fromStdString(IRNameArr.at(i)));
-        unwrapped(rowOf(index))
-            .showContent(contentOf(remembered_.recall(static_cast<std::uint32_t>(index))));
+        const auto record = remembered_.recall(static_cast<std::uint32_t>(index));
+        unwrapped(rowOf(index)).showContent(record ? contentOf(*record) : SlotContent());
     }
     ui_->statusLine->sayReady();
     updateControls();

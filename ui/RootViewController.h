@@ -4,11 +4,13 @@
 // Everything runs on the main thread, except observeValue().
 #pragma once
 
+#include "analysis/IRSummary.h"
 #include "device/HIDClass.h"
 #include "device/SlotTexts.h"
 #include "ui/BlockingUpload.h"
 #include "ui/Listening.h"
 #include "ui/MainQueue.h"
+#include "ui/Preview.h"
 #include "ui/RememberedSlots.h"
 #include "upload/SlotUpload.h"
 
@@ -25,6 +27,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Ui {
 class RootViewController;
@@ -65,14 +68,17 @@ public:
     void addIR(std::int64_t index); ///< shows the open panel for slot 1 to 4
     void delIR(std::int64_t index); ///< clears slot 1 to 4, at once
 
-    /// Loads a file into slot `index`; returns when the pedal has confirmed it (true), or when
-    /// all polls are over or the file was refused (false). If it `prepares`, the block is that of
-    /// the prepared file.
-    bool importFile(std::int64_t index, const QString& path, bool prepares = false);
+    /// Loads a file into slot `index`; returns when the pedal has confirmed it (true), or when the
+    /// wait is over or the file was refused (false).
+    bool importFile(std::int64_t index, const Choice& choice);
 
     /// Loads dropped WAV files one after another, into slot `index` and the next ones. Unless all
     /// can be loaded, loads none and shows the reasons.
     void importDropped(std::int64_t index, const QList<QUrl>& files);
+
+    /// Gives the slots of the last load, clear or drop their earlier contents back; undone again,
+    /// the later ones. Only what was loaded from this computer.
+    void undo();
 
     /// Shows the error sheet over the main window, with `hitString` as its detail, and returns.
     void alterIRError(const QString& hitString);
@@ -97,22 +103,36 @@ private:
     void setUpRows();
     void setUpRow(SlotRow& row);
     bool isReady() const;
+    void onKeys(const QString& keys, const std::function<void()>& action);
+
+    /// `action`, which does nothing unless an upload may start.
+    template<class Action>
+    auto ifReady(Action action) {
+        return [this, action](auto&&... arguments) {
+            if (isReady())
+                action(arguments...);
+        };
+    }
+
     void updateControls();
     void react();
     void showSlotNames();
     void tellDisconnect();
-    void panelClosed(std::int64_t index, int answer, const QString& path, bool prepares);
+    void panelClosed(std::int64_t index, int answer, const Choice& choice);
     std::array<QPointer<QLabel>*, slotCount> labels();
     QLabel& labelOf(std::int64_t index);
 
     struct Sending {
         std::int64_t index; ///< the slot
         BusyWait::Counter counter;
-        QString path; ///< empty: the slot is cleared
+        std::string source{}; ///< the file; empty: the slot is cleared
+        IRSummary summary{};  ///< of an IR that is not read from a file
     };
     using Upload = std::function<UploadResult(const UploadOptions&, UploadWait&)>;
     UploadResult upload(const Sending& sending, const Upload& upload);
-    void sayResult(const UploadResult& result, const QString& done);
+    bool loadEarlier(std::int64_t index, const SlotRecord& earlier);
+    void offerUndo(std::int64_t index);
+    void sayResult(std::int64_t index, const UploadResult& result, const QString& done);
     void refuse(const QString& why);
     SlotRow* rowOf(std::int64_t index); ///< null unless 1 to 4
 
@@ -126,6 +146,7 @@ private:
     std::optional<BlockingUpload> upload_; ///< from the view's loading on
     QPointer<Alert> sheet_;                ///< the open sheet, if any
     bool disconnected_ = false;            ///< the disconnect alert is open
+    std::vector<std::int64_t> undoable_;   ///< the slots that undo() changes
     QString series_;                       ///< "2 of 3: " while several files are loaded
     QString problem_;                      ///< the last reason shown, for a sheet that follows
     HIDClass hidClass_; ///< declared last and so destroyed first: its thread uses the queue

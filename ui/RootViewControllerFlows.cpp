@@ -3,12 +3,12 @@
 
 #include "device/SharedState.h"
 #include "irfile/IRFile.h"
-#include "prepare/Prepare.h"
 #include "ui/Alert.h"
 #include "ui/BlockingUpload.h"
 #include "ui/DroppedFiles.h"
 #include "ui/Fatal.h"
 #include "ui/OpenPanel.h"
+#include "ui/Preview.h"
 #include "ui/SlotContent.h"
 #include "ui/SlotRow.h"
 #include "ui/Words.h"
@@ -16,10 +16,12 @@
 
 #include <QAbstractButton>
 #include <QFileInfo>
+#include <QStringList>
 
 #include <cstdio>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace cabslot {
 
@@ -51,12 +53,8 @@ std::optional<std::int64_t> slotOf(QObject* sender, int firstTag) {
     return slot;
 }
 
-UploadResult load(std::uint32_t slot, const std::string& path, bool prepares,
-                  const UploadOptions& options, UploadWait& waiting) {
-    if (prepares) // a refused file is refused again below, in the usual order
-        if (const PreparedIR prepared = prepareFile(path, {}); prepared.whyRefused.empty())
-            return loadSlot(slot, prepared.ir, options, waiting);
-    return loadSlot(slot, path, options, waiting);
+QString seriesText(qsizetype index, qsizetype count) {
+    return QString("%1 of %2: ").arg(index + 1).arg(count);
 }
 
 } // namespace
@@ -72,25 +70,29 @@ void RootViewController::del(QObject* sender) {
 }
 
 void RootViewController::addIR(std::int64_t index) {
-    showOpenPanel(view_->window(), "Load a WAV into " + slotName(index), listening_,
-                  [this, index](int answer, const QString& path, bool prepares) {
-                      panelClosed(index, answer, path, prepares);
-                  });
+    showOpenPanel(
+        view_->window(), "Load a WAV into " + slotName(index), listening_,
+        [this, index](int answer, const Choice& choice) { panelClosed(index, answer, choice); });
 }
 
-void RootViewController::panelClosed(std::int64_t index, int answer, const QString& path,
-                                     bool prepares) {
+void RootViewController::panelClosed(std::int64_t index, int answer, const Choice& choice) {
     if (answer != panelOK)
         return print("取消"); // cancelled
     if (isReady())            // an alert or another upload may have started since it was opened
-        importFile(index, path, prepares);
+        importFile(index, choice);
 }
 
-bool RootViewController::importFile(std::int64_t index, const QString& path, bool prepares) {
+bool RootViewController::importFile(std::int64_t index, const Choice& choice) {
+    const QString& path = choice.path;
+    // A file that is refused here is refused again below, in the given order.
+    const Preview preview = choice.isPlain() ? Preview() : previewOf(choice, Extent::asNeeded);
     const UploadResult result =
-        upload({index, BusyWait::Counter::aloud, path},
+        upload({index, BusyWait::Counter::aloud, path.toStdString(),
+                preview.summary.value_or(IRSummary())},
                [&](const UploadOptions& options, UploadWait& waiting) {
-                   return load(importNumber(index), path.toStdString(), prepares, options, waiting);
+                   const std::uint32_t slot = importNumber(index);
+                   return preview.summary ? loadSlot(slot, preview.ir, options, waiting)
+                                          : loadSlot(slot, path.toStdString(), options, waiting);
                });
     if (isRefused(result.end)) {
         refuse(quoted(QFileInfo(path).fileName()) + ": " +
@@ -100,7 +102,7 @@ bool RootViewController::importFile(std::int64_t index, const QString& path, boo
     }
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
     labelOf(index).setText(name);
-    sayResult(result, quoted(name.trimmed()) + " is in " + slotName(index) + ".");
+    sayResult(index, result, quoted(name.trimmed()) + " is in " + slotName(index) + ".");
     print("选中了文件 Optional(\"" + path + "\")"); // the chosen file
     return result.end == UploadEnd::confirmed;
 }
@@ -110,10 +112,11 @@ void RootViewController::importDropped(std::int64_t index, const QList<QUrl>& fi
         refuse(why);
         return alterIRError(fileError);
     }
+    undoable_.clear();
     for (qsizetype i = 0; i < files.size(); ++i) {
         if (files.size() > 1)
-            series_ = QString("%1 of %2: ").arg(i + 1).arg(files.size());
-        const bool confirmed = importFile(index + i, files[i].toLocalFile());
+            series_ = seriesText(i, files.size());
+        const bool confirmed = importFile(index + i, {files[i].toLocalFile()});
         series_.clear();
         if (!confirmed || upload_->closeRequested())
             return; // the pedal may be gone, or the user wants to leave
@@ -121,11 +124,10 @@ void RootViewController::importDropped(std::int64_t index, const QList<QUrl>& fi
 }
 
 void RootViewController::delIR(std::int64_t index) {
-    const UploadResult result =
-        upload({index, BusyWait::Counter::silent, {}},
-               [&](const UploadOptions& options, UploadWait& waiting) {
-                   return clearSlot(importNumber(index), surroundings_.bundle, options, waiting);
-               });
+    const UploadResult result = upload(
+        {index, BusyWait::Counter::silent}, [&](const UploadOptions& options, UploadWait& waiting) {
+            return clearSlot(importNumber(index), surroundings_.bundle, options, waiting);
+        });
     // If the blank samples cannot be used, a clear ends silently: the slot keeps its content.
     if (result.end == UploadEnd::samplesRefused)
         return;
@@ -136,7 +138,7 @@ void RootViewController::delIR(std::int64_t index) {
     }
     // The view's own default name, not the pedal's: "User3" has no blank.
     labelOf(index).setText(IRName.at(index - 1));
-    sayResult(result, slotName(index) + " is cleared.");
+    sayResult(index, result, slotName(index) + " is cleared.");
 }
 
 void RootViewController::alterIRError(const QString& hitString) {
@@ -151,16 +153,18 @@ void RootViewController::alterIRError(const QString& hitString) {
     sheet_->openAsSheet();
 }
 
-// What was sent is then shown in its row, and remembered if the pedal has confirmed it. After a
-// clear, the picture is the flat line of the blank IR; none would mean that the content is unknown.
+// What was sent is then shown in its row and remembered.
 UploadResult RootViewController::upload(const Sending& sending, const Upload& upload) {
+    if (series_.isEmpty())
+        undoable_.clear();
     const auto slot = static_cast<std::size_t>(sending.index - 1);
     const std::string replaced = slot < IRNameArr.count() ? IRNameArr.at(slot) : std::string();
-    std::optional<IRSummary> sent;
+    SlotRecord record;
+    IRSummary sent = sending.summary;
     const auto recorded = [&](const IRFile* file) {
-        const std::string name = QString::fromStdString(IRNameArr.at(slot)).trimmed().toStdString();
-        sent = file != nullptr ? summaryOf(*file, irdatabuff, name)
-                               : summaryOf(irdatabuff, name, "Prepared");
+        record = recordOf(stagedIR(sending.source), replaced);
+        if (file != nullptr)
+            sent = summaryOf(*file, record.ir.block, {});
     };
     SlotRow* const row = rowOf(sending.index);
     const UploadResult result =
@@ -170,20 +174,54 @@ UploadResult RootViewController::upload(const Sending& sending, const Upload& up
         });
     if (isRefused(result.end))
         return result;
-    std::optional<SlotRecord> record;
-    if (result.end == UploadEnd::confirmed)
-        record =
-            remembered_.remember(importNumber(sending.index), sending.path.toStdString(), replaced);
-    unwrapped(row).showContent({lineOf(record), std::move(sent)});
+    record.findings = sent.findings;
+    record.confirmed = result.end == UploadEnd::confirmed;
+    remembered_.remember(importNumber(sending.index), record);
+    unwrapped(row).showContent(contentOf(record, sent.origin));
     return result;
 }
 
+void RootViewController::undo() {
+    const std::vector<std::int64_t> indexes = std::exchange(undoable_, {});
+    for (std::size_t i = 0; i < indexes.size(); ++i) {
+        const auto earlier = remembered_.undoTarget(importNumber(indexes[i]));
+        if (indexes.size() > 1)
+            series_ = seriesText(static_cast<qsizetype>(i), static_cast<qsizetype>(indexes.size()));
+        const bool goesOn = !earlier || loadEarlier(indexes[i], *earlier);
+        series_.clear();
+        if (!goesOn || upload_->closeRequested())
+            return;
+    }
+}
+
+bool RootViewController::loadEarlier(std::int64_t index, const SlotRecord& earlier) {
+    const UploadResult result =
+        upload({index, BusyWait::Counter::silent, earlier.ir.source, *contentOf(earlier).summary},
+               [&](const UploadOptions& options, UploadWait& waiting) {
+                   return loadSlot(importNumber(index), earlier.ir, options, waiting);
+               });
+    const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
+    labelOf(index).setText(name);
+    sayResult(index, result,
+              earlier.isClear() ? slotName(index) + " is cleared."
+                                : quoted(name.trimmed()) + " is in " + slotName(index) + ".");
+    return result.end == UploadEnd::confirmed;
+}
+
 // No alert for an upload that was not confirmed in time: the pedal may well have stored it.
-void RootViewController::sayResult(const UploadResult& result, const QString& done) {
-    if (result.end == UploadEnd::confirmed)
-        ui_->statusLine->say(series_ + done);
-    else
-        ui_->statusLine->sayReady();
+void RootViewController::sayResult(std::int64_t index, const UploadResult& result,
+                                   const QString& done) {
+    if (result.end != UploadEnd::confirmed)
+        return ui_->statusLine->sayReady();
+    ui_->statusLine->say(series_ + done);
+    if (remembered_.undoTarget(importNumber(index)))
+        undoable_.push_back(index);
+    if (undoable_.empty())
+        return;
+    QStringList names;
+    for (const std::int64_t slot : undoable_)
+        names << slotName(slot);
+    ui_->statusLine->offerUndo("Loads what was in " + names.join(", ") + " before");
 }
 
 } // namespace cabslot

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "analysis/IRSummary.h"
-#include "memory/SlotMemory.h"
+#include "memory/SlotRecord.h"
 
 #include <QString>
 
@@ -10,16 +10,22 @@
 
 namespace cabslot {
 
-/// Without a summary the content is unknown.
+/// Empty: nothing is known, because the slot was loaded elsewhere.
 struct SlotContent {
-    QString line; ///< below the name; may be empty
-    std::optional<IRSummary> summary{};
+    QString file{};                     ///< the source's name; may be cut to fit; may be empty
+    QString rest{};                     ///< what follows it in the line below the slot's name
+    bool problem = false;               ///< the pedal has not confirmed it
+    QString detail{};                   ///< the whole path
+    QString findings{};                 ///< one on each line; none of a clear, which is silent
+    std::optional<IRSummary> summary{}; ///< with all findings
+
+    QString line() const { return file + rest; }
 };
 
-/// The content that is remembered; unknown without a record.
-SlotContent contentOf(const std::optional<SlotRecord>& record);
+/// `origin` says what the file is, if it was just read.
+SlotContent contentOf(const SlotRecord& record, const std::string& origin = {});
 
-/// Such as "Loaded from here on 3 May"; empty without a record.
-QString lineOf(const std::optional<SlotRecord>& record);
+/// Such as "3 May", or "3 May 2025" in another year.
+QString dayOf(const SlotRecord& record);
 
 } // namespace cabslot

@@ -45,8 +45,19 @@ void SlotPicture::setSummary(IRSummary summary) {
     setAccessibleDescription(words);
     setEnabled(true);
     if (view_)
-        view_->setSummary(slotName_, *summary_);
+        view_->showSlot(slotName_, *summary_, history_());
     update();
+}
+
+void SlotPicture::setUp(Listening& listening, History history) {
+    listening_ = &listening;
+    history_ = std::move(history);
+}
+
+void SlotPicture::setReady(bool ready) {
+    ready_ = ready;
+    if (view_)
+        view_->setReady(ready);
 }
 
 void SlotPicture::setSlotName(const QString& name) {
@@ -59,7 +70,9 @@ void SlotPicture::openView() {
         return;
     if (!view_) {
         view_ = new IRWindow(*listening_, window());
-        view_->setSummary(slotName_, *summary_);
+        connect(view_, &IRWindow::loadAgain, this, &SlotPicture::loadAgain);
+        view_->setReady(ready_);
+        view_->showSlot(slotName_, *summary_, history_());
     }
     view_->show();
     view_->raise();

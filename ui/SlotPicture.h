@@ -4,12 +4,15 @@
 #pragma once
 
 #include "analysis/IRSummary.h"
+#include "memory/SlotRecord.h"
 #include "ui/Listening.h"
 
 #include <QAbstractButton>
 #include <QPointer>
 
+#include <functional>
 #include <optional>
+#include <vector>
 
 namespace cabslot {
 
@@ -23,8 +26,14 @@ public:
     /// The slot's name for the larger view and for screen readers.
     void setSlotName(const QString& name);
 
-    /// Call it before the first summary.
-    void setListening(Listening& listening) { listening_ = &listening; }
+    using History = std::function<std::vector<SlotRecord>()>;
+
+    /// What the larger view needs; `history` yields what the slot has held, newest first. Call it
+    /// before the first summary.
+    void setUp(Listening& listening, History history);
+
+    /// Whether an earlier content can be loaded now.
+    void setReady(bool ready);
 
     /// Shows `summary`, also in the larger view if that is open.
     void setSummary(IRSummary summary);
@@ -34,6 +43,10 @@ public:
 
     QSize sizeHint() const override;
 
+signals:
+    /// The user wants an earlier content back.
+    void loadAgain(const SlotRecord& record);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
@@ -42,6 +55,8 @@ private:
 
     QString slotName_;
     QPointer<Listening> listening_;
+    History history_;
+    bool ready_ = false;
     std::optional<IRSummary> summary_;
     QPointer<IRWindow> view_; ///< the open view, if any; owned by the window
 };

@@ -4,21 +4,42 @@
 #include "ui/Glyphs.h"
 #include "ui/Look.h"
 #include "ui/SlotPicture.h"
+#include "ui/Words.h"
 
 #include <QDragEnterEvent>
 #include <QDragLeaveEvent>
 #include <QDropEvent>
 #include <QHBoxLayout>
 #include <QMimeData>
+#include <QPainter>
+#include <QStringList>
 
 #include <algorithm>
-#include <utility>
 
 namespace cabslot {
 
 namespace {
 
 constexpr int nameColumns = 18; // sixteen characters and some space
+constexpr const char* usualLine = "Acme 4x12 V30 SM57 edge.wav, 23 Nov 2026"; // longer ones are cut
+constexpr int markSize = 14;                                                  // pixels
+constexpr int markSpacing = 5;
+
+// A drawn sign, sharp at any scale; its words are for screen readers and the pointer.
+class Mark final : public QLabel {
+public:
+    explicit Mark(QWidget* parent) : QLabel(parent) {
+        setFixedSize(markSize, markSize);
+        setAccessibleName("Finding");
+        hide();
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        glyphIcon(Glyph::finding).paint(&painter, rect());
+    }
+};
 
 QLabel* makeLabel(const char* role, QWidget* parent) {
     auto* label = new QLabel(parent);
@@ -31,17 +52,18 @@ QLabel* makeLabel(const char* role, QWidget* parent) {
 
 SlotRow::SlotRow(QWidget* parent)
     : QFrame(parent), number_(makeLabel("number", this)), name_(makeLabel("name", this)),
-      detail_(makeLabel("detail", this)), picture_(new SlotPicture(this)),
+      mark_(new Mark(this)), detail_(makeLabel("detail", this)), picture_(new SlotPicture(this)),
       add_(new QPushButton(" Load…", this)), delete_(new QPushButton("Clear", this)) {
     setProperty("role", "row");
     delete_->setProperty("role", "secondary");
     number_->setAlignment(Qt::AlignCenter);
     name_->setText("…");
     name_->setFont(nameFont());
-    name_->setMinimumWidth(std::max(
-        QFontMetrics(nameFont()).horizontalAdvance(QString(nameColumns, 'M')),
-        QFontMetrics(detailFont()).horizontalAdvance("Cleared from here on 30 Nov 2000 ")));
+    name_->setMinimumWidth(
+        std::max(QFontMetrics(nameFont()).horizontalAdvance(QString(nameColumns, 'M')),
+                 QFontMetrics(detailFont()).horizontalAdvance(usualLine)));
     detail_->setFont(detailFont());
+    detail_->setWordWrap(true);
     detail_->hide();
     add_->setIcon(glyphIcon(Glyph::load));
     for (QPushButton* button : {add_, delete_})
@@ -54,7 +76,11 @@ void SlotRow::layOut() {
     texts->setSpacing(2);
     texts->addStretch();
     texts->addWidget(name_);
-    texts->addWidget(detail_);
+    auto* below = new QHBoxLayout;
+    below->setSpacing(markSpacing);
+    below->addWidget(mark_, 0, Qt::AlignTop);
+    below->addWidget(detail_, 1);
+    texts->addLayout(below);
     texts->addStretch();
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(18, 10, 14, 10);
@@ -83,19 +109,36 @@ void SlotRow::setSlot(int slot) {
     delete_->setToolTip(QString("Clear %1 (Ctrl+Shift+%2)").arg(name).arg(slot));
 }
 
-void SlotRow::showContent(SlotContent content) {
-    detail_->setText(content.line);
-    detail_->setVisible(!content.line.isEmpty());
+void SlotRow::showContent(const SlotContent& content) {
+    mark_->setVisible(!content.findings.isEmpty());
+    mark_->setAccessibleDescription(content.findings);
+    showLine(content);
+    QStringList words{content.detail, content.findings};
+    words.removeAll({});
+    setToolTip(words.isEmpty() ? QString() : toolTipOf(words.join('\n')));
+    detail_->setAccessibleDescription(words.join('\n'));
     if (content.summary)
-        picture_->setSummary(std::move(*content.summary));
+        picture_->setSummary(*content.summary);
     else
         picture_->clear();
+}
+
+// Cuts the file's name in the middle: its ends tell files apart.
+void SlotRow::showLine(const SlotContent& content) {
+    const QFontMetrics font(detail_->font());
+    const int mark = mark_->isVisibleTo(this) ? markSize + markSpacing : 0;
+    const int width = name_->minimumWidth() - mark - font.horizontalAdvance(content.rest);
+    detail_->setText(font.elidedText(content.file, Qt::ElideMiddle, width) + content.rest);
+    detail_->setAccessibleName(content.line());
+    detail_->setVisible(!content.line().isEmpty());
+    setLook(*detail_, "problem", content.problem);
 }
 
 void SlotRow::setReady(bool ready) {
     add_->setEnabled(ready);
     delete_->setEnabled(ready);
     setAcceptDrops(ready);
+    picture_->setReady(ready);
 }
 
 void SlotRow::setBusy(bool busy) {

@@ -29,8 +29,9 @@ public:
     QPushButton* addButton() const { return add_; }       ///< its tag is the slot's number
     QPushButton* deleteButton() const { return delete_; } ///< its tag is the slot's number + 4
 
-    /// Shows what is known of the slot's content.
-    void showContent(SlotContent content);
+    /// Shows what is known of the slot's content: in a second line, with a mark if there is a
+    /// finding, and as a picture.
+    void showContent(const SlotContent& content);
 
     /// Enables or disables the two buttons and dropping.
     void setReady(bool ready);
@@ -49,10 +50,12 @@ protected:
 
 private:
     void layOut();
+    void showLine(const SlotContent& content);
 
     int slot_ = 0;
     QLabel* number_;
     QLabel* name_;
+    QLabel* mark_;
     QLabel* detail_;
     SlotPicture* picture_;
     QPushButton* add_;

@@ -19,22 +19,26 @@ constexpr int besideWindowButtons = 76; // pixels that the buttons in the window
 } // namespace
 
 StatusLine::StatusLine(QWidget* parent)
-    : QWidget(parent), text_(new QLabel("Looking for the pedal…")),
+    : QWidget(parent), text_(new QLabel("Looking for the pedal…")), undo_(new QPushButton("Undo")),
       stop_(new QPushButton("Stop waiting")) {
     text_->setObjectName("status");
     text_->setTextFormat(Qt::PlainText); // it quotes names of files
     text_->setWordWrap(true);
     text_->setProperty("role", "status");
+    undo_->setObjectName("undo");
+    undo_->setFocusPolicy(Qt::TabFocus); // shows the focus only to keyboard users
     stop_->setObjectName("stopWaiting");
-    stop_->setProperty("role", "inline");
     stop_->setToolTip("Waits no longer for the pedal; the slot's name stays the new one (Esc)");
     stop_->setFocusPolicy(Qt::NoFocus); // Esc does the same; no key that was meant for a slot may
     stop_->setProperty(BusyWait::worksWhileBusy, true);
-    stop_->hide();
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, besideWindowButtons, 0);
     row->addWidget(text_, 1);
-    row->addWidget(stop_);
+    for (QPushButton* button : {undo_, stop_}) {
+        button->setProperty("role", "inline");
+        button->hide();
+        row->addWidget(button);
+    }
     // Room for a reason of two lines or for a button, so that the window keeps its size.
     setFixedHeight(2 * text_->fontMetrics().lineSpacing());
 }
@@ -42,6 +46,13 @@ StatusLine::StatusLine(QWidget* parent)
 void StatusLine::say(const QString& text, bool problem) {
     text_->setText(text);
     setLook(*text_, "problem", problem);
+    undo_->hide();
+}
+
+void StatusLine::offerUndo(const QString& what) {
+    undo_->setToolTip(what + " (Ctrl+Z)");
+    undo_->setAccessibleDescription(what);
+    undo_->show();
 }
 
 void StatusLine::sayReady() {

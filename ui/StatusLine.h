@@ -23,11 +23,16 @@ public:
     /// printable, beginning with a capital and ending with a full stop.
     QString refuse(const QString& why);
 
+    /// Offers to undo what the line reports, until it says something else.
+    void offerUndo(const QString& what);
+    QPushButton* undoButton() const { return undo_; }
+
     /// Works during an upload; hidden unless the wait may be ended.
     QPushButton* stopButton() const { return stop_; }
 
 private:
     QLabel* text_;
+    QPushButton* undo_;
     QPushButton* stop_;
 };
 

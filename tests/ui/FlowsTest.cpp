@@ -313,10 +313,10 @@ TEST_F(Flows, APictureIsRememberedWhileThePedalHasTheNameOfIt) {
         });
     };
     start();
-    EXPECT_TRUE(picture(2)->isEnabled() && says(2, "Loaded from here on "));
+    EXPECT_TRUE(picture(2)->isEnabled() && says(2, "Cab.wav, "));
     EXPECT_TRUE(picture(2)->accessibleDescription().startsWith("Cab; peak -0.30 dBFS"))
         << picture(2)->accessibleDescription().toStdString();
-    EXPECT_TRUE(picture(3)->isEnabled() && says(3, "Cleared from here on "));
+    EXPECT_TRUE(picture(3)->isEnabled() && says(3, "Cleared on "));
     EXPECT_FALSE(picture(1)->isEnabled());
 
     simulator::PedalSlot changed = store.slot(1);
@@ -324,7 +324,7 @@ TEST_F(Flows, APictureIsRememberedWhileThePedalHasTheNameOfIt) {
     std::string why;
     ASSERT_TRUE(store.store(1, changed, why)) << why;
     start();
-    EXPECT_FALSE(picture(2)->isEnabled() || says(2, "Loaded"));
+    EXPECT_FALSE(picture(2)->isEnabled() || says(2, "Cab.wav"));
     EXPECT_TRUE(picture(3)->isEnabled());
 }
 

@@ -57,7 +57,7 @@ TEST_F(Waiting, TheUserMayStopAfter15SecondsAndWhatFollowsIsAsAfterTheLastPoll) 
         });
         root().User1Label->setText("old");
         ::testing::internal::CaptureStdout();
-        EXPECT_FALSE(root().importFile(1, QString::fromStdString(wav())));
+        EXPECT_FALSE(root().importFile(1, {QString::fromStdString(wav())}));
         const std::string printed = ::testing::internal::GetCapturedStdout();
         EXPECT_EQ(polls, 16);
         EXPECT_NE(printed.find("\n14\n15\n选"), std::string::npos) << printed;
