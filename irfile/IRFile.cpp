@@ -182,9 +182,10 @@ ReadIR readIR(const std::string& path, const StopCheck& stop, Extent extent) {
     return readIR(IRFile::read(path, stop, extent), path);
 }
 
-ReadIR readIRAs(const std::string& name, const std::string& path, const StopCheck& stop) {
+ReadIR readIRAs(const std::string& name, const std::string& path, const StopCheck& stop,
+                Extent extent) {
     constexpr const char* neverRefused = "IR.wav"; // unlike the file's own name
-    ReadIR result = readIR(IRFile::read(path, stop, Extent::asNeeded, neverRefused), path);
+    ReadIR result = readIR(IRFile::read(path, stop, extent, neverRefused), path);
     if (result)
         result.ir.name = nameFieldOf(name);
     return result;

@@ -139,7 +139,8 @@ ReadIR readIR(const std::string& path, const StopCheck& stop = {},
               Extent extent = Extent::asNeeded);
 
 /// The same under the name `name`, whatever the file is called. checkSlotName() must accept it.
-ReadIR readIRAs(const std::string& name, const std::string& path, const StopCheck& stop = {});
+ReadIR readIRAs(const std::string& name, const std::string& path, const StopCheck& stop = {},
+                Extent extent = Extent::asNeeded);
 
 /// The same for a file that was read before.
 ReadIR readIR(IRFile file, const std::string& path);

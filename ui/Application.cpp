@@ -6,6 +6,7 @@
 #include "ui/AppDelegate.h"
 #include "ui/Arguments.h"
 #include "ui/Display.h"
+#include "ui/Raise.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -16,6 +17,7 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <thread>
 
 namespace cabslot {
 
@@ -25,6 +27,9 @@ namespace {
 constexpr const char* desktopEntry = "org.cabslot.Cabslot";
 constexpr const char* iconName = "cabslot";
 constexpr std::chrono::milliseconds iconDelay{200};
+constexpr const char* programName = "cabslot"; // as the pedal's lock knows it
+constexpr std::chrono::seconds longestInUse{5};
+constexpr std::chrono::milliseconds lookInterval{100};
 
 // Without the destructors of statics, which would race the device thread.
 [[noreturn]] void endProcess(int status) {
@@ -42,6 +47,7 @@ int runWindow(int argc, char** argv, HIDManager& manager, const std::string& ped
     AppDelegate delegate(
         {.manager = manager, .bundle = bundlePath(), .pedal = pedal, .endProcess = endProcess});
     delegate.window = &window;
+    raiseOnRequest(window);
     QObject::connect(&*application, &QApplication::lastWindowClosed, &delegate,
                      &AppDelegate::applicationShouldTerminateAfterLastWindowClosed);
     QObject::connect(&*application, &QApplication::aboutToQuit, &delegate,
@@ -55,6 +61,24 @@ int runWindow(int argc, char** argv, HIDManager& manager, const std::string& ped
     return QApplication::exec();
 }
 
+// Another window on the pedal comes to the front, and this program ends.
+bool isShownElsewhere(const std::string& pedal) {
+    const auto holder = whoUsesPedal(pedal);
+    return holder && holder->program == programName && raiseWindowOf(holder->pid);
+}
+
+// On the device thread. A command that uses the pedal is done within seconds; the window says that
+// it is looking for the pedal meanwhile, and then who has it.
+bool waitForOther(const LockHolder& /*holder*/) {
+    static const auto end = std::chrono::steady_clock::now() + longestInUse;
+    std::this_thread::sleep_for(lookInterval);
+    return std::chrono::steady_clock::now() < end;
+}
+
+void complain(const std::string& why) {
+    std::fprintf(stderr, "cabslot: %s\n", why.c_str());
+}
+
 } // namespace
 
 int runApplication(int argc, char** argv) {
@@ -64,7 +88,9 @@ int runApplication(int argc, char** argv) {
     std::string pedal;
     if (const auto status = readArguments(argc, argv, pedal))
         return *status;
-    const auto manager = makeHIDManager(pedal);
+    if (isShownElsewhere(pedal))
+        return 0;
+    const auto manager = makeHIDManager(pedal, {.whileInUse = waitForOther, .complain = complain});
     return runWindow(argc, argv, *manager, pedal);
 }
 

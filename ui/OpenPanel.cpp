@@ -2,10 +2,10 @@
 
 #include "ui/IRView.h"
 #include "ui/ListenBar.h"
+#include "ui/LoadBar.h"
 #include "ui/Preview.h"
 #include "ui/Settings.h"
 
-#include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -27,7 +27,6 @@ namespace cabslot {
 namespace {
 
 const QString lastFolderKey = QStringLiteral("openPanel/lastFolder");
-const QString prepareKey = QStringLiteral("openPanel/prepare");
 const QString onlyWav = QStringLiteral("WAV files (*.[Ww][Aa][Vv])");
 
 const QString onlyWavIsTaken = QStringLiteral("Only WAV files (.wav) can be loaded.");
@@ -45,9 +44,8 @@ QString firstFolder() {
 // preview stands below the files, or keys do only what Qt has them do.
 class OpenPanel final : public QFileDialog {
 public:
-    OpenPanel(QWidget* window, const QString& title, Listening& listening)
-        : QFileDialog(window, title), ir_(new IRView),
-          prepare_(new QCheckBox("&Prepare: resample well, trim, fade and level")),
+    OpenPanel(QWidget* window, const QString& title, const QStringList& taken, Listening& listening)
+        : QFileDialog(window, title), ir_(new IRView), load_(new LoadBar(taken)),
           listen_(new ListenBar(listening)) {
         setAttribute(Qt::WA_DeleteOnClose);
         setWindowModality(Qt::NonModal);
@@ -67,7 +65,7 @@ public:
 
     Choice choice(int answer) const {
         const QStringList files = selectedFiles();
-        return choiceOf(answer == panelOK && !files.isEmpty() ? files.first() : QString());
+        return load_->choiceOf(answer == panelOK && !files.isEmpty() ? files.first() : QString());
     }
 
     /// A typed name must also be a WAV file's. The panel itself opens folders and reports a missing
@@ -119,16 +117,9 @@ private:
         auto* column = new QWidget;
         auto* below = new QVBoxLayout(column);
         below->addWidget(ir_, 1);
-        below->addWidget(prepare_);
+        below->addWidget(load_);
         below->addWidget(listen_);
-        prepare_->setObjectName("prepare");
-        prepare_->setToolTip(
-            "Load the best 1024 points that the file can give, not its first ones");
-        prepare_->setChecked(QSettings().value(prepareKey, false).toBool());
-        connect(prepare_, &QCheckBox::toggled, this, [this](bool on) {
-            storeSetting(prepareKey, on);
-            preview(shown_);
-        });
+        connect(load_, &LoadBar::changed, this, [this] { preview(shown_); });
         resize(firstSize.boundedTo(screen()->availableSize() * screenShare));
         auto* splitter = findChild<QSplitter*>("splitter");
         if (splitter == nullptr)
@@ -167,16 +158,15 @@ private:
         tree.setHeaderHidden(true);
     }
 
-    Choice choiceOf(const QString& path) const { return {path, prepare_->isChecked()}; }
-
     void preview(const QString& path) {
         shown_ = path;
         const QFileInfo file(path);
+        load_->setFile(file.isFile() && isWavName(path) ? path : QString());
         if (path.isEmpty() || file.isDir())
             return tellFolder(directory().path());
         if (!isWavName(path))
             return refuse(path, onlyWavIsTaken);
-        const Preview preview = previewOf(choiceOf(path), Extent::start);
+        const Preview preview = previewOf(load_->choiceOf(path), Extent::start);
         if (!preview.summary)
             return refuse(path, preview.whyNot);
         listen_->setIR(preview.summary->samples); // first, because its thread has more to do
@@ -197,7 +187,7 @@ private:
     }
 
     IRView* ir_;
-    QCheckBox* prepare_;
+    LoadBar* load_;
     ListenBar* listen_;
     QString shown_;                   ///< the path of the file shown
     QList<QAbstractItemView*> lists_; ///< one of them is visible
@@ -206,18 +196,18 @@ private:
 
 } // namespace
 
-void showOpenPanel(QWidget* window, const QString& title, Listening& listening,
-                   PanelClosed closed) {
-    auto* panel = new OpenPanel(window, title, listening);
-    QObject::connect(
-        panel, &QDialog::finished, window, [window, panel, closed = std::move(closed)](int answer) {
-            const Choice choice = panel->choice(answer);
-            if (!choice.path.isEmpty())
-                storeSetting(lastFolderKey, QFileInfo(choice.path).absolutePath());
-            // Deferred until the panel and its pop-ups have left the screen.
-            QMetaObject::invokeMethod(
-                window, [=] { closed(answer, choice); }, Qt::QueuedConnection);
-        });
+void showOpenPanel(QWidget* window, const QString& title, const QStringList& taken,
+                   Listening& listening, PanelClosed closed) {
+    auto* panel = new OpenPanel(window, title, taken, listening);
+    QObject::connect(panel, &QDialog::finished, window,
+                     [window, panel, closed = std::move(closed)](int answer) {
+                         const Choice choice = panel->choice(answer);
+                         if (!choice.path.isEmpty())
+                             storeSetting(lastFolderKey, QFileInfo(choice.path).absolutePath());
+                         // Deferred until the panel and its pop-ups have left the screen.
+                         QMetaObject::invokeMethod(
+                             window, [=] { closed(answer, choice); }, Qt::QueuedConnection);
+                     });
     panel->show();
 }
 

@@ -14,8 +14,11 @@ namespace cabslot {
 struct Choice {
     QString path;
     bool prepares = false;
+    double lowCut = 0;  ///< Hz, when it is prepared; 0: none
+    double highCut = 0; ///< the same
+    QString name{};     ///< in the pedal; empty: the one that the rule makes from the file's name
 
-    bool isPlain() const { return !prepares; }
+    bool isPlain() const { return !prepares && name.isEmpty(); }
 };
 
 struct Preview {

@@ -3,6 +3,7 @@
 
 #include "device/SharedState.h"
 #include "irfile/IRFile.h"
+#include "irfile/SlotName.h"
 #include "ui/Alert.h"
 #include "ui/BlockingUpload.h"
 #include "ui/DroppedFiles.h"
@@ -71,7 +72,7 @@ void RootViewController::del(QObject* sender) {
 
 void RootViewController::addIR(std::int64_t index) {
     showOpenPanel(
-        view_->window(), "Load a WAV into " + slotName(index), listening_,
+        view_->window(), "Load a WAV into " + slotName(index), namesBut(index), listening_,
         [this, index](int answer, const Choice& choice) { panelClosed(index, answer, choice); });
 }
 
@@ -102,7 +103,9 @@ bool RootViewController::importFile(std::int64_t index, const Choice& choice) {
     }
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
     labelOf(index).setText(name);
-    sayResult(index, result, quoted(name.trimmed()) + " is in " + slotName(index) + ".");
+    const QString renamed =
+        choice.name.isEmpty() || series_.isEmpty() ? "" : " Its file gives a name that is taken.";
+    sayResult(index, result, quoted(name.trimmed()) + " is in " + slotName(index) + "." + renamed);
     print("选中了文件 Optional(\"" + path + "\")"); // the chosen file
     return result.end == UploadEnd::confirmed;
 }
@@ -113,14 +116,48 @@ void RootViewController::importDropped(std::int64_t index, const QList<QUrl>& fi
         return alterIRError(fileError);
     }
     undoable_.clear();
+    const std::vector<Choice> choices = choicesOf(index, files);
     for (qsizetype i = 0; i < files.size(); ++i) {
         if (files.size() > 1)
             series_ = seriesText(i, files.size());
-        const bool confirmed = importFile(index + i, {files[i].toLocalFile()});
+        const bool confirmed = importFile(index + i, choices[static_cast<std::size_t>(i)]);
         series_.clear();
         if (!confirmed || upload_->closeRequested())
             return; // the pedal may be gone, or the user wants to leave
     }
+}
+
+// The names of all slots but those from `first` on.
+QStringList RootViewController::namesBut(std::int64_t first, std::int64_t count) const {
+    QStringList names;
+    for (std::int64_t slot = 1; slot <= static_cast<std::int64_t>(IRNameArr.count()); ++slot) {
+        if (slot < first || slot >= first + count)
+            names << QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(slot - 1)))
+                         .trimmed();
+    }
+    return names;
+}
+
+// Files that would have one name among them get proposals; a file alone keeps the rule's.
+std::vector<Choice> RootViewController::choicesOf(std::int64_t index,
+                                                  const QList<QUrl>& files) const {
+    std::vector<Choice> choices;
+    std::vector<std::string> paths;
+    for (const QUrl& file : files) {
+        choices.push_back({file.toLocalFile()});
+        paths.push_back(choices.back().path.toStdString());
+    }
+    std::vector<std::string> taken;
+    for (const QString& name : namesBut(index, files.size()))
+        taken.push_back(name.toStdString());
+    if (files.size() < 2)
+        return choices;
+    const std::vector<std::string> names = namesApart(paths, paths, taken);
+    for (std::size_t i = 0; i < choices.size(); ++i) {
+        if (names[i] != ruleName(paths[i]))
+            choices[i].name = QString::fromStdString(names[i]);
+    }
+    return choices;
 }
 
 void RootViewController::delIR(std::int64_t index) {

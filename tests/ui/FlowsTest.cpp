@@ -297,7 +297,7 @@ TEST_F(Flows, APictureIsRememberedWhileThePedalHasTheNameOfIt) {
     const WithVariable memory("CABSLOT_STATE", folder.path("memory"));
     pedalName = "sim";
     open();
-    root().importFile(2, QString::fromStdString(wav()), true);
+    root().importFile(2, {.path = QString::fromStdString(wav()), .prepares = true});
     press(7);
     const auto start = [this] { // the window anew, on the same pedal
         close();

@@ -4,6 +4,7 @@
 #include "prepare/Prepare.h"
 #include "ui/IRWindow.h"
 #include "ui/SlotPicture.h"
+#include "ui/SlotRow.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
@@ -85,6 +86,36 @@ TEST_F(Panel, PreparesWhatIsShownAndLoaded) {
     EXPECT_EQ(label(2), "1 Half        ") << "under the chosen file's name";
     press(3);
     EXPECT_TRUE(dialog<QFileDialog>()->findChild<QCheckBox*>("prepare")->isChecked());
+}
+
+TEST_F(Panel, ANameIsTypedOrProposed) {
+    add("Ämp.wav", 0x1000);
+    openPanel({"1 Half.wav", "2 Quarter.WAV", "3 Broken.wav", "Ämp.wav"});
+    auto* field = panel->findChild<QLineEdit*>("slotName");
+    auto* proposal = panel->findChild<QPushButton*>("proposal");
+    key(Qt::Key_Down);
+    EXPECT_EQ(field->text(), "1 Half");
+    EXPECT_FALSE(proposal->isVisible()) << "no slot has that name";
+    field->clear();
+    for (const QChar typed : QStringLiteral("öTen/letters"))
+        QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString(typed), Qt::NoModifier);
+    EXPECT_EQ(text("irName"), "Ten/letter") << "nothing but what the pedal can show";
+    list->setCurrentIndex(list->model()->index(3, 0, list->rootIndex()));
+    EXPECT_NE(text("irDetail").find("which the pedal cannot show"), std::string::npos);
+    EXPECT_EQ(field->text(), "") << "the other name was for the other file";
+    QTest::mouseClick(proposal, Qt::LeftButton);
+    EXPECT_EQ(text("irName"), "Amp");
+    QMetaObject::invokeMethod(panel, "accept");
+    ASSERT_TRUE(QTest::qWaitFor([this] { return label(2) == "Amp           "; }));
+
+    const auto url = [&](const char* file) {
+        return QUrl::fromLocalFile(QString::fromStdString(wav(file)));
+    };
+    const QList<QUrl> kin{url("Acme 4x12 Cap 1.wav"), url("Acme 4x12 Cone 2.wav")};
+    emit window->findChild<SlotRow*>("row3")->filesDropped(kin);
+    EXPECT_NE(label(3), label(4));
+    EXPECT_TRUE(status().endsWith(" Its file gives a name that is taken."))
+        << status().toStdString();
 }
 
 TEST_F(Panel, KeysStepThroughTheFilesAndEachIsShown) {

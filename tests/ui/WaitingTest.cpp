@@ -81,7 +81,8 @@ TEST_F(Waiting, AGonePedalCanBeLeftAtOnce) {
     open(options);
     answerDisconnects();
     const QUrl file = QUrl::fromLocalFile(QString::fromStdString(wav()));
-    emit window->findChild<SlotRow*>("row2")->filesDropped({file, file});
+    const QUrl other = QUrl::fromLocalFile(QString::fromStdString(wav("b.wav")));
+    emit window->findChild<SlotRow*>("row2")->filesDropped({file, other});
     EXPECT_LT(polls, 15);
     EXPECT_EQ(label(2), "Cab           ");
     EXPECT_EQ(label(3), "User 3          ") << "the series ends with the first failure";
@@ -98,7 +99,8 @@ TEST_F(Waiting, ClosingLeavesThePedalOnePollAndSendsNoMoreFiles) {
             EXPECT_TRUE(!confirms || QTest::qWaitFor([] { return CheckMCUInportIR_Finish == 0; }));
         });
         const QUrl file = QUrl::fromLocalFile(QString::fromStdString(wav()));
-        emit window->findChild<SlotRow*>("row3")->filesDropped({file, file});
+        const QUrl other = QUrl::fromLocalFile(QString::fromStdString(wav("b.wav")));
+        emit window->findChild<SlotRow*>("row3")->filesDropped({file, other});
         EXPECT_EQ(polls, 1);
         EXPECT_EQ(label(3), "Cab           ");
         EXPECT_EQ(label(4), "User 4          ");

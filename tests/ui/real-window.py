@@ -121,6 +121,9 @@ def load_and_close(folder):
     for slot in range(1, 5):
         wait_for(f"the name of slot {slot}", lambda: label(f"User {slot}          "))
 
+    # A second window on the same pedal only brings the first one to the front.
+    expect_status_0(start_window(f"{folder}/pedal.sock"))
+
     # Not clicked: where the window manager has put the window is not always known by now.
     press("Load a WAV into User 2")
     wait_for("the open panel", lambda: find("Load a WAV into User 2", Atspi.Role.DIALOG)
