@@ -66,7 +66,7 @@ std::string OutputFiles::whyNot(const std::string& path, const OutputPlace& plac
     return !replaces_ && isThere(path) ? exists(path) : std::string(); // even a link to nothing
 }
 
-void OutputFiles::add(const std::string& path, OutputPlace place, std::string whyNot) {
+void OutputFiles::add(const std::string& path, OutputPlace place, const std::string& whyNot) {
     if (!whyNot.empty()) {
         complain(whyNot);
         mayWrite_ = false;
@@ -78,17 +78,17 @@ void OutputFiles::add(const std::string& path) {
     if (path.empty())
         return;
     OutputPlace place = findOutput(path);
-    std::string why = whyNot(path, place);
-    add(path, std::move(place), std::move(why));
+    const std::string why = whyNot(path, place);
+    add(path, std::move(place), why);
 }
 
 void OutputFiles::addLog(const std::string& path) {
     if (path.empty())
         return;
     OutputPlace place = findOutput(path);
-    std::string why =
+    const std::string why =
         place.isPipe ? cannot(path, "it is not a file but a pipe") : whyNot(path, place);
-    add(path, std::move(place), std::move(why));
+    add(path, std::move(place), why);
 }
 
 const OutputFiles::Added& OutputFiles::addedAs(const std::string& path) const {
@@ -113,7 +113,7 @@ std::string OutputFiles::write(const std::vector<Output>& outputs) const {
     const auto isStream = [this](const Output* output) {
         return addedAs(output->path).place.stream != nullptr;
     };
-    std::ranges::stable_partition(order, isStream);
+    std::stable_partition(order.begin(), order.end(), isStream);
     std::vector<std::string> created;
     for (const Output* output : order) {
         if (std::string why = writeOne(*output); !why.empty()) {

@@ -52,7 +52,7 @@ private:
     };
 
     std::string whyNot(const std::string& path, const OutputPlace& place) const;
-    void add(const std::string& path, OutputPlace place, std::string whyNot);
+    void add(const std::string& path, OutputPlace place, const std::string& whyNot);
     const Added& addedAs(const std::string& path) const;
     std::string writeOne(const Output& output) const;
 

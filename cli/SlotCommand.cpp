@@ -133,6 +133,7 @@ std::optional<SlotJob> SlotCommand::checkedJob(std::uint32_t slot, const std::st
 
 std::vector<std::string> SlotCommand::sourcesOf(const std::vector<SlotJob>& jobs) {
     std::vector<std::string> sources;
+    sources.reserve(jobs.size());
     for (const SlotJob& job : jobs)
         sources.push_back(job.ir.source);
     return sources;

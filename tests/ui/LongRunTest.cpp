@@ -45,7 +45,8 @@ TEST_F(LongRun, UploadsLeaveNothingBehind) {
             before = use();
     }
     const auto after = use();
-    ::testing::internal::GetCapturedStdout();
+    const std::string printed = ::testing::internal::GetCapturedStdout();
+    EXPECT_FALSE(HasFailure()) << printed;
     EXPECT_EQ(after, before);
 }
 
