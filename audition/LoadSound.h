@@ -14,8 +14,4 @@ SoundLibrary* loadSound(const std::string& prefix, std::string& why);
 /// The only function that the module exports: a SoundLibrary* () with C linkage.
 inline constexpr const char* soundEntry = "cabslotSoundLibrary";
 
-/// The dry phrases that ship with Cabslot, in the bundle's folder.
-std::string cleanPhrasePath(const std::string& bundle);
-std::string drivenPhrasePath(const std::string& bundle);
-
 } // namespace cabslot

@@ -14,6 +14,14 @@ namespace cabslot {
 
 namespace {
 
+/// "clean, driven, "
+std::string shippedNames() {
+    std::string names;
+    for (const ShippedPhrase& phrase : shippedPhrases)
+        names.append(phrase.name).append(", ");
+    return names;
+}
+
 std::string lengthText(const Rendering& rendering) {
     return fixedText(static_cast<double>(rendering.samples.size()) / soundRate, 1) + " s";
 }
@@ -52,10 +60,11 @@ AuditionCommand::AuditionCommand(Arguments& program, CommonOptions& options)
               "needs no pedal"),
       options_(options) {
     addFile("FILE", file_, "A WAV or factory IR file");
-    arguments().add({.name = "--dry",
-                     .help = "The phrase: clean, driven, or a sound file; clean if not given",
-                     .reader = into(dry_),
-                     .type = "PHRASE"});
+    arguments().add(
+        {.name = "--dry",
+         .help = "The phrase: " + shippedNames() + "or a sound file; " + dry_ + " if not given",
+         .reader = into(dry_),
+         .type = "PHRASE"});
     arguments().add({.name = "--out",
                      .help = "Write the sound to this WAV file instead of playing it",
                      .reader = into(out_),
@@ -66,9 +75,7 @@ AuditionCommand::AuditionCommand(Arguments& program, CommonOptions& options)
 }
 
 std::string AuditionCommand::phrasePath() const {
-    if (dry_ == "clean")
-        return cleanPhrasePath(bundlePath());
-    return dry_ == "driven" ? drivenPhrasePath(bundlePath()) : dry_;
+    return isShippedPhrase(dry_) ? shippedPhrasePath(bundlePath(), dry_) : dry_;
 }
 
 ExitStatus AuditionCommand::run() {

@@ -2,6 +2,7 @@
 // no pedal.
 #pragma once
 
+#include "audition/Phrases.h"
 #include "audition/Sound.h"
 #include "cli/Command.h"
 #include "cli/OutputFiles.h"
@@ -20,7 +21,7 @@ private:
 
     CommonOptions& options_;
     std::string file_;
-    std::string dry_ = "clean";
+    std::string dry_{shippedPhrases.front().name};
     std::string out_;
     bool rawLevel_ = false;
 };

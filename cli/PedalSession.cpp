@@ -1,6 +1,7 @@
 #include "cli/PedalSession.h"
 
 #include "base/PathText.h"
+#include "base/SystemError.h"
 #include "cli/Console.h"
 #include "cli/OutputFiles.h"
 #include "platform/PedalChoice.h"
@@ -8,7 +9,6 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <sstream>
 #include <thread>
 #include <utility>
@@ -63,7 +63,7 @@ bool PedalSession::openTrace(const std::vector<std::string>& inputs) {
     trace_.open(pathOf(options_.traceFile), std::ios::trunc);
     if (!trace_) {
         complain("the trace cannot be written to " + options_.traceFile + ": " +
-                 std::strerror(errno));
+                 systemErrorText(errno));
         return false;
     }
     auto tracing = std::make_unique<TracingHIDManager>(std::move(manager_), trace_);

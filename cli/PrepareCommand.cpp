@@ -2,6 +2,7 @@
 
 #include "analysis/Plots.h"
 #include "analysis/Words.h"
+#include "base/OnAllCores.h"
 #include "base/PathText.h"
 #include "base/VisibleText.h"
 #include "cli/Console.h"
@@ -11,22 +12,16 @@
 #include "irfile/SlotName.h"
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <cmath>
 #include <filesystem>
 #include <iostream>
 #include <optional>
-#include <thread>
 
 namespace cabslot {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::size_t threadCount = 4;
-constexpr std::chrono::milliseconds refreshInterval{20};
 
 std::string whyNoLevel(const std::string& level) {
     const auto number = numberIn(level);
@@ -168,35 +163,29 @@ void PrepareCommand::report(const Job& job, const PreparedIR& prepared) const {
         std::cout << "  " << step << '\n';
 }
 
-/// Prepares and writes every job on several threads, because half of the time is spent waiting for
-/// the disk. After Ctrl-C no further job is started, and those under way write nothing.
+/// Prepares and writes every job. After Ctrl-C no further job is started, and those under way write
+/// nothing.
 std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>& jobs,
                                                          const OutputFiles& outputs) const {
     std::vector<Result> results(jobs.size());
-    std::atomic<std::size_t> begun{0};
-    std::atomic<std::size_t> done{0};
-    const auto workThrough = [&] {
-        for (std::size_t i = begun++; i < jobs.size() && !interrupted(); i = begun++) {
-            results[i].prepared = prepareFile(jobs[i].from, options(), interrupted);
-            if (interrupted())
-                break;
-            if (results[i].prepared.whyRefused.empty())
-                results[i].whyNotWritten = write(jobs[i], results[i].prepared, outputs);
-            results[i].isDone = true;
-            ++done;
-        }
+    const auto prepareAndWrite = [&](std::size_t i) {
+        Result& result = results[i];
+        result.prepared = prepareFile(jobs[i].from, options(), interrupted);
+        if (interrupted())
+            return;
+        if (result.prepared.whyRefused.empty())
+            result.whyNotWritten = write(jobs[i], result.prepared, outputs);
+        result.isDone = true;
     };
-    std::vector<std::jthread> threads;
-    for (std::size_t i = 0; jobs.size() > 1 && i < threadCount; ++i)
-        threads.emplace_back(workThrough);
-    ProgressLine progress;
-    if (threads.empty())
-        workThrough();
-    while (!threads.empty() && done < jobs.size() && !interrupted()) {
-        progress.show(std::to_string(done) + " of " + std::to_string(jobs.size()));
-        std::this_thread::sleep_for(refreshInterval);
+    if (jobs.size() == 1) { // this thread then sees Ctrl-C without a wait
+        prepareAndWrite(0);
+        return results;
     }
-    threads.clear(); // joins the threads
+    ProgressLine progress;
+    onAllCores(jobs.size(), prepareAndWrite, [&](std::size_t done) {
+        progress.show(std::to_string(done) + " of " + std::to_string(jobs.size()));
+        return !interrupted();
+    });
     return results;
 }
 

@@ -1,5 +1,7 @@
 #include "ui/ListenBar.h"
 
+#include "audition/Phrases.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
@@ -44,7 +46,9 @@ ListenBar::ListenBar(Listening& listening, QWidget* parent)
     words_->setTextFormat(Qt::PlainText);
     words_->setWordWrap(true);
     words_->setMinimumHeight(words_->fontMetrics().lineSpacing()); // or text would move the rest
-    phrase_->addItems({"Clean", "Driven", "My own…"});
+    for (const ShippedPhrase& phrase : shippedPhrases)
+        phrase_->addItem(QString::fromUtf8(phrase.title), QString::fromUtf8(phrase.name));
+    phrase_->addItem("My own…", Listening::own);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
@@ -94,10 +98,10 @@ void ListenBar::hideEvent(QHideEvent* /*event*/) {
 }
 
 void ListenBar::choosePhrase(int index) {
-    const auto choice = static_cast<Listening::Choice>(index);
-    if (choice == Listening::Choice::own)
+    const QString name = phrase_->itemData(index).toString();
+    if (name == Listening::own)
         return chooseOwnPhrase();
-    listening_->setPhrase(choice);
+    listening_->setPhrase(name);
 }
 
 // If cancelled, keeps the previous choice.
@@ -107,7 +111,7 @@ void ListenBar::chooseOwnPhrase() {
         "Sound files (*.wav *.flac *.ogg *.mp3 *.aif *.aiff *.caf);;All files (*)");
     if (file.isEmpty())
         return refresh();
-    listening_->setPhrase(Listening::Choice::own, file);
+    listening_->setOwnPhrase(file);
 }
 
 void ListenBar::refresh() {
@@ -119,9 +123,8 @@ void ListenBar::refresh() {
     words_->setText(inWords(status));
     asItIs_->setChecked(listening_->level() == Level::asItIs);
     if (const QString own = listening_->ownPhrase(); !own.isEmpty())
-        phrase_->setItemText(static_cast<int>(Listening::Choice::own),
-                             QFileInfo(own).fileName() + "…");
-    phrase_->setCurrentIndex(static_cast<int>(listening_->phrase()));
+        phrase_->setItemText(phrase_->findData(Listening::own), QFileInfo(own).fileName() + "…");
+    phrase_->setCurrentIndex(phrase_->findData(listening_->phrase()));
     if (!unavailable)
         lookAgain_.stop();
     else if (isVisible() && !lookAgain_.isActive())

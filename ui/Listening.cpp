@@ -1,6 +1,7 @@
 #include "ui/Listening.h"
 
 #include "audition/LoadSound.h"
+#include "audition/Phrases.h"
 #include "platform/BundlePath.h"
 #include "ui/Settings.h"
 
@@ -29,11 +30,9 @@ Listening::Listening(Listener::Load load, const std::string& bundle)
       }) {
     const QSettings settings;
     ownPhrase_ = settings.value(ownPhraseKey).toString();
-    const int phrase = settings.value(phraseKey).toInt();
-    if (phrase == static_cast<int>(Choice::driven))
-        phrase_ = Choice::driven;
-    if (phrase == static_cast<int>(Choice::own) && !ownPhrase_.isEmpty())
-        phrase_ = Choice::own;
+    phrase_ = settings.value(phraseKey).toString();
+    if (!isShippedPhrase(phrase_.toStdString()) && (phrase_ != own || ownPhrase_.isEmpty()))
+        phrase_ = QString::fromUtf8(shippedPhrases.front().name);
     level_ = settings.value(asItIsKey).toBool() ? Level::asItIs : Level::matched;
     listener_.setPhrase(phrasePath());
     listener_.setLevel(level_);
@@ -76,23 +75,20 @@ void Listening::react() {
 }
 
 std::string Listening::phrasePath() const {
-    switch (phrase_) {
-    case Choice::clean:
-        break;
-    case Choice::driven:
-        return drivenPhrasePath(bundle_);
-    case Choice::own:
-        return QFile::encodeName(ownPhrase_).toStdString();
-    }
-    return cleanPhrasePath(bundle_);
+    return phrase_ == own ? QFile::encodeName(ownPhrase_).toStdString()
+                          : shippedPhrasePath(bundle_, phrase_.toStdString());
 }
 
-void Listening::setPhrase(Choice phrase, const QString& own) {
-    phrase_ = phrase;
-    if (!own.isEmpty())
-        ownPhrase_ = own;
-    storeSetting(phraseKey, static_cast<int>(phrase_));
+void Listening::setOwnPhrase(const QString& path) {
+    ownPhrase_ = path;
     storeSetting(ownPhraseKey, ownPhrase_);
+    setPhrase(own);
+}
+
+// Stored by name, so that another phrase in the list changes no user's choice.
+void Listening::setPhrase(const QString& name) {
+    phrase_ = name;
+    storeSetting(phraseKey, phrase_);
     listener_.setPhrase(phrasePath());
     emit changed();
 }

@@ -34,10 +34,12 @@ public:
     bool isOn(const QObject* who) const { return who_ == who; } ///< `who` is playing or about to
     Listener::Status status() const { return listener_.status(); }
 
-    enum class Choice { clean, driven, own };
-    Choice phrase() const { return phrase_; }
+    static constexpr const char* own = "own"; ///< a phrase() beside the shipped ones
+
+    QString phrase() const { return phrase_; }       ///< a shipped phrase's name, or `own`
     QString ownPhrase() const { return ownPhrase_; } ///< a path; empty until one is chosen
-    void setPhrase(Choice phrase, const QString& own = {});
+    void setPhrase(const QString& name);             ///< to a shipped one, or `own`
+    void setOwnPhrase(const QString& path);          ///< of a sound file
 
     Level level() const { return level_; }
     void setLevel(Level level);
@@ -51,7 +53,7 @@ private:
 
     std::string bundle_;
     const QObject* who_ = nullptr;
-    Choice phrase_ = Choice::clean;
+    QString phrase_;
     QString ownPhrase_;
     Level level_ = Level::matched;
     Listener listener_; ///< declared last: its thread uses the rest

@@ -105,6 +105,12 @@ for program, helps in helps_of.items():
         if re.search(pattern, read(file), re.M)[1] != version[1]:
             faults.append(f"{file}: the newest version is not {version[1]}")
 
+cabslotctl = next(program for program in PROGRAMS if program.endswith("cabslotctl"))
+phrases = r"The phrase: ((?:\w+, )+)or"
+for shell, offer in ("cabslotctl.fish", r"-l dry .* -a '(.*?)'"), ("_cabslot", r"phrase:\((.*?)\)"):
+    helped = re.search(phrases, " ".join(output(cabslotctl, "audition", "--help").split()))[1]
+    expect_same(shell, re.search(offer, read("completion/" + shell))[1].split(), helped.replace(",", "").split())
+
 zsh = read("completion/_cabslot").replace("{-h,--help}", "--help")
 expect_same("zsh", long_options(zsh), everything)
 sys.exit("\n".join(faults) or 0)

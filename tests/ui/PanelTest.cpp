@@ -238,7 +238,7 @@ TEST_F(Panel, TheLargerViewIsHeardInstead) {
 TEST_F(Panel, WhatWasChosenIsThereTheNextTime) {
     {
         Listening chosen(installedSound, folder.path("bundle"));
-        chosen.setPhrase(Listening::Choice::own, "bad");
+        chosen.setOwnPhrase("bad");
         chosen.setLevel(Level::asItIs);
     }
     QSettings().remove("openPanel/lastFolder");
