@@ -1,6 +1,7 @@
 // Locks on Linux: flock() on the pedal's own device node or folder, so that whoever may use the
 // pedal can lock it and nobody else can. A socket cannot be opened: a file in the user's state
-// folder takes its place, which other users' programs do not see.
+// folder takes its place, which other users' programs do not see. It says who has the lock, for
+// systems without /proc.
 #include "base/FileDescriptor.h"
 #include "base/PathText.h"
 #include "base/StateFolder.h"
@@ -17,6 +18,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -28,6 +30,8 @@ namespace fs = std::filesystem;
 
 constexpr int mostTries = 100; // a holder that ends removes its lock file
 constexpr mode_t ownerOnly = 0600;
+constexpr const char* kernelsList = "/proc/locks";
+constexpr std::size_t mostHolderBytes = 300;
 
 class FileLock final : public PedalLock {
 public:
@@ -68,7 +72,7 @@ std::string programOf(std::int64_t pid) {
 /// Who has an flock() on this file. The kernel lists the file system's device, which differs from
 /// the file's on some (btrfs): there, a program of ours with a lock on that inode is the one.
 std::optional<LockHolder> listedHolder(const struct stat& file) {
-    std::ifstream locks("/proc/locks");
+    std::ifstream locks(kernelsList);
     for (std::string line; std::getline(locks, line);) {
         long pid = 0;
         unsigned major = 0;
@@ -86,6 +90,35 @@ std::optional<LockHolder> listedHolder(const struct stat& file) {
     return std::nullopt;
 }
 
+/// Writes this program into the file of a lock that it has. A text that cannot be written only
+/// leaves the holder unnamed.
+void writeHolder(int file) {
+    const std::string text =
+        std::to_string(::getpid()) + " " + program_invocation_short_name + "\n";
+    if (::ftruncate(file, 0) != 0)
+        return;
+    [[maybe_unused]] const auto written = ::pwrite(file, text.data(), text.size(), 0);
+}
+
+LockHolder writtenHolder(int file) {
+    std::array<char, mostHolderBytes> text{};
+    const auto size = ::pread(file, text.data(), text.size(), 0);
+    LockHolder holder;
+    if (size > 0)
+        std::istringstream(std::string(text.data(), static_cast<std::size_t>(size))) >>
+            holder.pid >> holder.program;
+    holder.program = visibleText(holder.program);
+    return holder;
+}
+
+/// Who has the lock of a socket's file, where the kernel's list cannot be read.
+std::optional<LockHolder> holderOfFile(const std::string& path) {
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    if (!file || ::flock(file.get(), LOCK_SH | LOCK_NB) == 0)
+        return std::nullopt;
+    return writtenHolder(file.get());
+}
+
 LockAttempt lockFile(const std::string& path, int flags, bool remove) {
     for (int i = 0; i < mostTries; ++i) {
         FileDescriptor file(::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, ownerOnly));
@@ -95,11 +128,15 @@ LockAttempt lockFile(const std::string& path, int flags, bool remove) {
         if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
             if (errno != EWOULDBLOCK)
                 return {};
-            return {.holder = listedHolder(opened).value_or(LockHolder{})};
+            return {.holder = listedHolder(opened).value_or(remove ? writtenHolder(file.get())
+                                                                   : LockHolder{})};
         }
         struct stat there {};
-        if (::stat(path.c_str(), &there) == 0 && sameFile(opened, there))
-            return {.lock = std::make_unique<FileLock>(std::move(file), remove ? path : "")};
+        if (::stat(path.c_str(), &there) != 0 || !sameFile(opened, there))
+            continue;
+        if (remove)
+            writeHolder(file.get());
+        return {.lock = std::make_unique<FileLock>(std::move(file), remove ? path : "")};
     }
     return {};
 }
@@ -120,9 +157,12 @@ std::optional<LockHolder> holderOf(const std::string& place) {
     struct stat about {};
     if (::stat(place.c_str(), &about) != 0)
         return std::nullopt;
-    if (S_ISSOCK(about.st_mode) && ::stat(lockFileOf(about).c_str(), &about) != 0)
+    if (!S_ISSOCK(about.st_mode))
+        return listedHolder(about);
+    const std::string file = lockFileOf(about);
+    if (::stat(file.c_str(), &about) != 0)
         return std::nullopt;
-    return listedHolder(about);
+    return ::access(kernelsList, R_OK) == 0 ? listedHolder(about) : holderOfFile(file);
 }
 
 } // namespace cabslot
