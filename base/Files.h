@@ -18,7 +18,6 @@ struct FileBytes {
     std::uint64_t fileSize = 0;            ///< bytes in the file
     std::string whyNot;                    ///< why `bytes` is null
 
-    bool whole() const { return size == fileSize; }
     std::span<const std::uint8_t> span() const { return {bytes.get(), size}; }
 };
 
