@@ -217,6 +217,7 @@ def no_display(folder):
 with tempfile.TemporaryDirectory() as home:
     os.environ["XDG_CONFIG_HOME"] = home
     os.environ["CABSLOT_STATE"] = os.path.join(home, "memory")
+    os.environ["XDG_STATE_HOME"] = os.path.join(home, "state")
     Atspi.init()
     for test in load_and_close, listen_with_the_keys if MANAGED else no_display:
         with tempfile.TemporaryDirectory() as own:
