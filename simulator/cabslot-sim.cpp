@@ -164,6 +164,7 @@ private:
 
 void serveUntilSignal(const std::vector<PedalServer*>& servers, const sigset_t& signals) {
     std::vector<std::unique_ptr<ServerThread>> threads;
+    threads.reserve(servers.size());
     for (PedalServer* server : servers)
         threads.push_back(std::make_unique<ServerThread>(*server));
     int signal = 0;

@@ -204,7 +204,7 @@ UploadResult RootViewController::upload(const Sending& sending, const Upload& up
             sent = summaryOf(*file, record.ir.block, {});
     };
     SlotRow* const row = rowOf(sending.index);
-    const UploadResult result =
+    UploadResult result =
         upload_->run({sending.index, row, sending.counter, series_}, [&](UploadWait& waiting) {
             // In this order the window has always waited; the lines that it prints depend on it.
             return upload({.arming = Arming::afterUpload, .recorded = recorded}, waiting);
