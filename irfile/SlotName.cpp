@@ -112,12 +112,16 @@ std::string shortened(Words words) {
     return text.substr(0, wavNameSize - end) + number.substr(number.size() - end);
 }
 
-/// `name`, or if it is taken, its start with the first number that makes it unique.
+/// `name`, or if it is taken, its start with the first number that makes it unique: "Deep2", but
+/// "4x12-2", or it would read as another number.
 std::string unique(const std::string& name, std::span<const std::string> taken) {
     std::string candidate = name;
     for (int number = 2; contains(taken, candidate); ++number) {
-        const std::string end = std::to_string(number);
-        candidate = name.substr(0, wavNameSize - end.size()) + end;
+        const std::string end = (isDigit(name.back()) ? "-" : "") + std::to_string(number);
+        std::string start = name;
+        if (start.size() + end.size() > wavNameSize)
+            std::erase(start, ' ');
+        candidate = start.substr(0, wavNameSize - end.size()) + end;
     }
     return candidate;
 }
