@@ -7,14 +7,6 @@
 
 namespace cabslot {
 
-namespace {
-
-std::string checkName(const std::string& name) {
-    return checkSlotName(name);
-}
-
-} // namespace
-
 LoadCommand::LoadCommand(Arguments& program, CommonOptions& options)
     : SlotCommand(program, options, "load", "Load impulse responses into slots") {
     arguments().add({.name = "SLOT",
@@ -31,7 +23,7 @@ LoadCommand::LoadCommand(Arguments& program, CommonOptions& options)
     arguments().add({.name = "--name",
                      .help = "The slot's name in the pedal, up to ten characters of plain ASCII; "
                              "from the file's name if not given",
-                     .reader = into(name_, checkName),
+                     .reader = into(name_, checkSlotName),
                      .type = "NAME"});
     arguments().addFlag("--prepare", prepare_,
                         "Prepare each file first, as prepare does without options");

@@ -16,7 +16,6 @@
 namespace cabslot {
 
 class IRFile;
-struct IR;
 
 /// What an upload does between two polls of a flag.
 class UploadWait {
