@@ -6,6 +6,7 @@
 #include "ui/AppDelegate.h"
 #include "ui/Arguments.h"
 #include "ui/Display.h"
+#include "ui/Problem.h"
 #include "ui/Raise.h"
 
 #include <QApplication>
@@ -75,10 +76,6 @@ bool waitForOther(const LockHolder& /*holder*/) {
     return std::chrono::steady_clock::now() < end;
 }
 
-void complain(const std::string& why) {
-    std::fprintf(stderr, "cabslot: %s\n", why.c_str());
-}
-
 } // namespace
 
 int runApplication(int argc, char** argv) {
@@ -90,7 +87,8 @@ int runApplication(int argc, char** argv) {
         return *status;
     if (isShownElsewhere(pedal))
         return 0;
-    const auto manager = makeHIDManager(pedal, {.whileInUse = waitForOther, .complain = complain});
+    const auto manager =
+        makeHIDManager(pedal, {.whileInUse = waitForOther, .complain = printProblem});
     return runWindow(argc, argv, *manager, pedal);
 }
 

@@ -1,23 +1,13 @@
 #include "ui/RememberedSlots.h"
 
-#include "base/VisibleText.h"
 #include "device/SharedState.h"
-
-#include <cstdio>
+#include "ui/Problem.h"
 
 namespace cabslot {
 
-namespace {
-
-void complain(const std::string& line) {
-    std::fprintf(stderr, "cabslot: %s\n", visibleText(line).c_str());
-}
-
-} // namespace
-
 RememberedSlots::RememberedSlots(const std::string& pedal) {
     if (!pedal.empty())
-        memory_.emplace(pedal, complain);
+        memory_.emplace(pedal, printProblem);
 }
 
 void RememberedSlots::remember(std::uint32_t slot, const SlotRecord& record) {

@@ -1,12 +1,11 @@
 #include "ui/Settings.h"
 
-#include "base/VisibleText.h"
+#include "ui/Problem.h"
 
 #include <QSettings>
 #include <QString>
 #include <QVariant>
 
-#include <cstdio>
 #include <utility>
 
 namespace cabslot {
@@ -17,9 +16,8 @@ void storeSetting(const QString& key, const QVariant& value) {
     settings.setValue(key, value);
     settings.sync();
     if (settings.status() != QSettings::NoError && !std::exchange(complained, true))
-        std::fprintf(stderr,
-                     "cabslot: what was chosen cannot be remembered: %s cannot be written\n",
-                     visibleText(settings.fileName().toStdString()).c_str());
+        printProblem("what was chosen cannot be remembered: " + settings.fileName().toStdString() +
+                     " cannot be written");
 }
 
 } // namespace cabslot

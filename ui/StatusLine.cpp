@@ -3,12 +3,11 @@
 #include "base/VisibleText.h"
 #include "ui/BusyWait.h"
 #include "ui/Look.h"
+#include "ui/Problem.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-
-#include <cstdio>
 
 namespace cabslot {
 
@@ -61,7 +60,7 @@ void StatusLine::sayReady() {
 
 QString StatusLine::refuse(const QString& why) {
     QString text = QString::fromStdString(visibleText(why.toStdString()));
-    std::fprintf(stderr, "cabslot: %s\n", text.toUtf8().constData());
+    printProblem(text.toStdString());
     text[0] = text[0].toUpper();
     if (!text.endsWith('.'))
         text += '.';

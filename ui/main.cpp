@@ -1,15 +1,13 @@
 #include "ui/Application.h"
+#include "ui/Problem.h"
 
-#include "base/VisibleText.h"
-
-#include <cstdio>
 #include <exception>
 
 int main(int argc, char** argv) {
     try {
         return cabslot::runApplication(argc, argv);
     } catch (const std::exception& error) { // out of memory or threads
-        std::fprintf(stderr, "cabslot: %s\n", cabslot::visibleText(error.what()).c_str());
+        cabslot::printProblem(error.what());
         return 2;
     }
 }
