@@ -1,5 +1,7 @@
 #include "cli/Command.h"
 
+#include "cli/Console.h"
+
 #include <sstream>
 
 namespace cabslot {
@@ -34,6 +36,11 @@ void Command::addSeconds(const std::string& option, double& seconds,
 
 void Command::addTimeout(double& seconds) {
     addSeconds("--timeout", seconds, "How long to wait for the pedal's data");
+}
+
+ExitStatus refuse(const std::string& file, const std::string& why) {
+    complain(file + ": " + why);
+    return ExitStatus::fileRefused;
 }
 
 } // namespace cabslot

@@ -41,4 +41,7 @@ private:
     Arguments& arguments_;
 };
 
+/// Reports why a file cannot be used and returns the status for that.
+ExitStatus refuse(const std::string& file, const std::string& why);
+
 } // namespace cabslot

@@ -4,6 +4,7 @@
 #include "base/StandardStreams.h"
 #include "cli/AuditionCommand.h"
 #include "cli/ClearCommand.h"
+#include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/DoctorCommand.h"
 #include "cli/HistoryCommand.h"
@@ -12,16 +13,14 @@
 #include "cli/LoadCommand.h"
 #include "cli/PrepareCommand.h"
 #include "cli/PresetCommand.h"
+#include "cli/SetCommand.h"
 #include "cli/Terminal.h"
 #include "cli/UndoCommand.h"
 #include "platform/PedalChoice.h"
 
 #include <exception>
 #include <iostream>
-#include <memory>
 #include <string>
-#include <type_traits>
-#include <vector>
 
 namespace cabslot {
 
@@ -49,6 +48,8 @@ Examples:
   cabslotctl inspect Cab.wav --plot Cab.svg
   cabslotctl audition Cab.wav --dry driven
   cabslotctl prepare Cab.wav Better.wav --level -18
+  cabslotctl set save Band.cabset
+  cabslotctl set load Band.cabset
   cabslotctl preset show Live.preset
   cabslotctl doctor)";
 
@@ -67,30 +68,12 @@ void addCommonOptions(Arguments& program, CommonOptions& options) {
                     "Let an output or the trace replace an existing file");
 }
 
-using CommandMaker = std::unique_ptr<Command> (*)(Arguments& program, CommonOptions& options);
-
-template<typename T>
-std::unique_ptr<Command> make(Arguments& program, CommonOptions& options) {
-    if constexpr (std::is_constructible_v<T, Arguments&, CommonOptions&>)
-        return std::make_unique<T>(program, options);
-    else
-        return std::make_unique<T>(program); // it needs no pedal
-}
-
 // In the order of the help.
 constexpr CommandMaker commandTable[] = {
     make<ListCommand>,    make<LoadCommand>,    make<ClearCommand>,    make<UndoCommand>,
     make<HistoryCommand>, make<InspectCommand>, make<AuditionCommand>, make<PrepareCommand>,
-    make<PresetCommand>,  make<DoctorCommand>,
+    make<SetCommand>,     make<PresetCommand>,  make<DoctorCommand>,
 };
-
-ExitStatus runGiven(const std::vector<std::unique_ptr<Command>>& commands) {
-    for (const auto& command : commands) {
-        if (command->given())
-            return command->run();
-    }
-    return ExitStatus::wrongUsage; // not reached: the parser requires a command
-}
 
 /// Turns a standard output that cannot be written (a full disk) into a failure.
 ExitStatus flushOutput(ExitStatus status) {
@@ -111,9 +94,7 @@ int runCommandLine(int argc, const char* const* argv) {
                        .footer = std::string(pedalHelp) + footer});
     CommonOptions options;
     addCommonOptions(program, options);
-    std::vector<std::unique_ptr<Command>> commands;
-    for (const CommandMaker makeCommand : commandTable)
-        commands.push_back(makeCommand(program, options));
+    const Commands commands = commandsOf(commandTable, program, options);
     if (const auto status = program.parse(argc, argv))
         return static_cast<int>(flushOutput(static_cast<ExitStatus>(*status)));
     catchInterrupts();

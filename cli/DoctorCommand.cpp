@@ -1,6 +1,6 @@
 #include "cli/DoctorCommand.h"
 
-#include "cli/Json.h"
+#include "cli/Document.h"
 #include "platform/UsbBus.h"
 
 #include <iostream>

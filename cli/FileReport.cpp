@@ -2,19 +2,15 @@
 
 #include "base/Fnv1a.h"
 #include "cli/Console.h"
+#include "cli/Document.h"
 #include "irfile/NameField.h"
 #include "irfile/NameFromPath.h"
 
-#include <cmath>
 #include <span>
 
 namespace cabslot {
 
 namespace {
-
-Json levelJson(std::optional<double> level) {
-    return level ? Json(std::round(*level * 100) / 100) : Json();
-}
 
 std::uint64_t hashOf(const Block& block) {
     return fnv1a({reinterpret_cast<const std::uint8_t*>(block.data()), sizeof block});
@@ -51,9 +47,6 @@ FileReport inspectFile(const std::string& path) {
 }
 
 Json fieldsOf(const FileReport& report) {
-    Json::List findings;
-    for (const Finding& finding : report.findings)
-        findings.push_back({{"kind", nameOf(finding.kind)}, {"text", finding.text}});
     return {{"kind", report.factory ? "factory" : "wav"},
             {"name", report.name},
             {"rate", report.rate},
@@ -63,7 +56,7 @@ Json fieldsOf(const FileReport& report) {
             {"points", report.points},
             {"peak_dbfs", levelJson(report.peak)},
             {"rms_dbfs", levelJson(report.rms)},
-            {"findings", findings}};
+            {"findings", findingsJson(report.findings)}};
 }
 
 } // namespace cabslot

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "analysis/IRSummary.h"
-#include "cli/Json.h"
+#include "json/Json.h"
 
 #include <cstdint>
 #include <optional>

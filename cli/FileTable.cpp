@@ -4,7 +4,7 @@
 #include "base/OnAllCores.h"
 #include "base/VisibleText.h"
 #include "cli/Console.h"
-#include "cli/Json.h"
+#include "cli/Document.h"
 
 #include <algorithm>
 #include <iomanip>

@@ -2,7 +2,7 @@
 
 #include "base/VisibleText.h"
 #include "cli/Console.h"
-#include "cli/Json.h"
+#include "cli/Document.h"
 #include "cli/SlotNumbers.h"
 #include "irfile/NameField.h"
 #include "memory/SlotMemory.h"
@@ -17,15 +17,12 @@ namespace cabslot {
 namespace {
 
 Json jsonOf(const SlotRecord& record) {
-    Json::List findings;
-    for (const Finding& finding : record.findings)
-        findings.push_back({{"kind", nameOf(finding.kind)}, {"text", finding.text}});
     return {{"name", nameText(record.ir.name)},
             {"source", record.isClear() ? Json() : Json(record.ir.source)},
             {"time", isoTime(record.time)},
             {"factory", record.ir.factory},
             {"confirmed", record.confirmed},
-            {"findings", findings}};
+            {"findings", findingsJson(record.findings)}};
 }
 
 void printLine(const SlotRecord& record) {

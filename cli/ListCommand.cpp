@@ -1,7 +1,7 @@
 #include "cli/ListCommand.h"
 
 #include "cli/Console.h"
-#include "cli/Json.h"
+#include "cli/Document.h"
 #include "device/SharedState.h"
 #include "irfile/NameField.h"
 #include "memory/SlotMemory.h"

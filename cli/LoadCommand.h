@@ -2,6 +2,9 @@
 #pragma once
 
 #include "cli/SlotCommand.h"
+#include "cli/SlotFiles.h"
+
+#include <string>
 
 namespace cabslot {
 
@@ -12,17 +15,7 @@ public:
     ExitStatus run() override;
 
 private:
-    struct Pair {
-        std::uint32_t slot;
-        std::string file;
-    };
-
-    std::vector<Pair> pairs() const;
-    std::string whatIsWrong() const;
-
-    std::string slot_;
-    std::string file_;
-    std::vector<std::string> more_; ///< slot, file, slot, file ...
+    SlotFiles files_;
     std::string name_;
     bool prepare_ = false;
 };

@@ -1,6 +1,7 @@
 #include "cli/OutputFiles.h"
 
 #include "base/Files.h"
+#include "base/LowerCase.h"
 #include "base/PathText.h"
 #include "cli/Console.h"
 
@@ -29,11 +30,7 @@ bool isThere(const std::string& path) {
 /// The same for names that are one file where case does not count, as on a FAT stick.
 std::string withoutCase(const std::string& path) {
     std::error_code unknown;
-    std::string whole = textOf(fs::absolute(pathOf(path), unknown).lexically_normal());
-    std::ranges::transform(whole, whole.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
-    return whole;
+    return inLowerCase(textOf(fs::absolute(pathOf(path), unknown).lexically_normal()));
 }
 
 std::string cannot(const std::string& path, const std::string& why) {
@@ -45,6 +42,14 @@ std::string exists(const std::string& path) {
 }
 
 } // namespace
+
+bool isFolder(const std::string& path) {
+    std::error_code unknown;
+    if (fs::is_directory(pathOf(path), unknown))
+        return true;
+    complain(path + " is not a folder; create it first");
+    return false;
+}
 
 void OutputFiles::addInput(const std::string& path) {
     inputs_.push_back(path);

@@ -16,6 +16,9 @@ struct Output {
     std::vector<std::uint8_t> bytes;
 };
 
+/// Whether `path` is a folder for outputs; if not, reports it.
+bool isFolder(const std::string& path);
+
 /// The rule for all of them: an output never replaces an input or another output, and an existing
 /// file only if the user asked for that. A pipe with a reader and a device are written directly.
 ///

@@ -6,7 +6,7 @@
 #include "base/PathText.h"
 #include "base/VisibleText.h"
 #include "cli/Console.h"
-#include "cli/Json.h"
+#include "cli/Document.h"
 #include "cli/SvgFile.h"
 #include "irfile/NameFromPath.h"
 #include "irfile/SlotName.h"
@@ -31,10 +31,9 @@ std::string whyNoLevel(const std::string& level) {
 }
 
 Json jsonOf(const std::string& from, const std::string& to, const PreparedIR& prepared) {
-    const auto peak = peakDbfs(samplesOf(prepared.ir.block));
     return {{"file", from},
             {"out", to},
-            {"peak_dbfs", peak ? Json(std::round(*peak * 100) / 100) : Json()},
+            {"peak_dbfs", levelJson(peakDbfs(samplesOf(prepared.ir.block)))},
             {"steps", prepared.steps}};
 }
 
@@ -191,11 +190,8 @@ std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>&
 
 ExitStatus PrepareCommand::run() {
     const std::vector<Job> all = jobs();
-    std::error_code unknown;
-    if (!folder_.empty() && !fs::is_directory(pathOf(folder_), unknown)) {
-        complain(folder_ + " is not a folder; create it first");
+    if (!folder_.empty() && !isFolder(folder_))
         return ExitStatus::wrongUsage;
-    }
     const OutputFiles outputs = outputsOf(all);
     if (!outputs.mayWrite())
         return ExitStatus::wrongUsage;

@@ -12,7 +12,6 @@
 #include <iostream>
 #include <optional>
 #include <string>
-#include <type_traits>
 
 namespace cabslot {
 
@@ -24,11 +23,6 @@ std::string sizeText() {
 
 std::string dataHelp() {
     return "The data area, up to " + sizeText() + "; zeros fill the rest";
-}
-
-ExitStatus refuse(const std::string& file, const std::string& why) {
-    complain(file + ": " + why);
-    return ExitStatus::fileRefused;
 }
 
 ExitStatus save(QNPresetFile& preset, const std::string& file) {
@@ -177,16 +171,6 @@ private:
     std::string binary_;
 };
 
-using CommandMaker = std::unique_ptr<Command> (*)(Arguments& program, CommonOptions& options);
-
-template<typename T>
-std::unique_ptr<Command> make(Arguments& program, CommonOptions& options) {
-    if constexpr (std::is_constructible_v<T, Arguments&, CommonOptions&>)
-        return std::make_unique<T>(program, options);
-    else
-        return std::make_unique<T>(program); // it creates no file
-}
-
 // In the order of the help.
 constexpr CommandMaker commandTable[] = {
     make<PresetShow>, make<PresetVerify>, make<PresetNew>, make<PresetExport>, make<PresetImport>,
@@ -195,15 +179,7 @@ constexpr CommandMaker commandTable[] = {
 } // namespace
 
 PresetCommand::PresetCommand(Arguments& program, CommonOptions& options)
-    : Command(program, "preset", "Show, check and create preset files; needs no pedal") {
-    for (const CommandMaker makeCommand : commandTable)
-        commands_.push_back(makeCommand(arguments(), options));
-}
-
-ExitStatus PresetCommand::run() {
-    const auto given =
-        std::ranges::find_if(commands_, [](const auto& command) { return command->given(); });
-    return given == commands_.end() ? ExitStatus::wrongUsage : (*given)->run();
-}
+    : CommandGroup(program, options, "preset",
+                   "Show, check and create preset files; needs no pedal", commandTable) {}
 
 } // namespace cabslot

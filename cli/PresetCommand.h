@@ -2,20 +2,13 @@
 // PresetShow.h), verify, new, export and import.
 #pragma once
 
-#include "cli/Command.h"
-
-#include <memory>
-#include <vector>
+#include "cli/Commands.h"
 
 namespace cabslot {
 
-class PresetCommand final : public Command {
+class PresetCommand final : public CommandGroup {
 public:
     PresetCommand(Arguments& program, CommonOptions& options);
-    ExitStatus run() override;
-
-private:
-    std::vector<std::unique_ptr<Command>> commands_;
 };
 
 } // namespace cabslot

@@ -1,7 +1,7 @@
 #include "cli/PresetShow.h"
 
 #include "cli/Console.h"
-#include "cli/Json.h"
+#include "cli/Document.h"
 #include "preset/PresetCheck.h"
 
 #include <algorithm>

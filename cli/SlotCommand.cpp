@@ -51,11 +51,6 @@ private:
     ProgressLine line_;
 };
 
-ExitStatus refuse(const std::string& file, const std::string& why) {
-    complain(file + ": " + why);
-    return ExitStatus::fileRefused;
-}
-
 UploadResult uploadOne(const std::vector<SlotJob>& jobs, std::size_t index,
                        const UploadOptions& options, const PedalSession& session) {
     const SlotJob& job = jobs[index];

@@ -1,5 +1,6 @@
 #include "irfile/NameFromPath.h"
 
+#include "base/LowerCase.h"
 #include "base/PathText.h"
 #include "irfile/Utf8.h"
 
@@ -73,13 +74,9 @@ std::string whyNameRefused(std::string_view name) {
 }
 
 bool isWavName(std::string_view path) {
-    if (path.size() < wavExtension.size())
-        return false;
-    return std::ranges::equal(
-        wavExtension, path.substr(path.size() - wavExtension.size()), [](char wanted, char letter) {
-            return letter == wanted ||
-                   (letter >= 'A' && letter <= 'Z' && letter - 'A' + 'a' == wanted);
-        });
+    return path.size() >= wavExtension.size() &&
+           std::ranges::equal(path.substr(path.size() - wavExtension.size()), wavExtension, {},
+                              lowerCase);
 }
 
 } // namespace cabslot

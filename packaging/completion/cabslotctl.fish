@@ -60,6 +60,7 @@ complete -c cabslotctl -n __cabslotctl_is -a history -d 'Show what was loaded in
 complete -c cabslotctl -n __cabslotctl_is -a inspect -d 'Show what a file would put into the pedal'
 complete -c cabslotctl -n __cabslotctl_is -a audition -d 'Play a dry phrase through a file'
 complete -c cabslotctl -n __cabslotctl_is -a prepare -d 'Make the best 1024 points of files'
+complete -c cabslotctl -n __cabslotctl_is -a set -d 'Save, show, load and make sets of all slots'
 complete -c cabslotctl -n __cabslotctl_is -a preset -d 'Show, check and create preset files'
 complete -c cabslotctl -n __cabslotctl_is -a doctor -d 'Look for the pedal on USB'
 
@@ -70,13 +71,20 @@ complete -c cabslotctl -n $preset -a new -d 'Create a preset file'
 complete -c cabslotctl -n $preset -a export -d 'Write the data area to a file'
 complete -c cabslotctl -n $preset -a import -d 'Replace the data area with the bytes of a file'
 
-for command in list history inspect prepare doctor 'preset show'
+set -l sets '__cabslotctl_is set'
+complete -c cabslotctl -n $sets -a save -d 'Save what this computer knows of the slots'
+complete -c cabslotctl -n $sets -a show -d 'Show what a set holds'
+complete -c cabslotctl -n $sets -a load -d 'Load a set into the slots'
+complete -c cabslotctl -n $sets -a export -d 'Write the IRs of a set as WAV files'
+complete -c cabslotctl -n $sets -a new -d 'Make a set from IR files'
+
+for command in list history inspect prepare doctor 'preset show' 'set show'
     complete -c cabslotctl -n "__cabslotctl_in $command" -l json -d 'Print JSON'
 end
-for command in list load clear undo
+for command in list load clear undo 'set save' 'set load'
     complete -c cabslotctl -n "__cabslotctl_in $command" -l timeout -x -d 'Seconds to wait for data'
 end
-for command in load clear undo
+for command in load clear undo 'set load'
     complete -c cabslotctl -n "__cabslotctl_in $command" -l confirm-timeout -x \
         -d 'Seconds to wait for the confirmation'
 end
@@ -105,4 +113,7 @@ complete -c cabslotctl -n __cabslotctl_wants_ir -k \
     -a '(__fish_complete_suffix .wav; __fish_complete_suffix .WAV; __fish_complete_suffix .bin)'
 for command in show verify new export import
     complete -c cabslotctl -n "__cabslotctl_in preset $command" -F
+end
+for command in save show load export new
+    complete -c cabslotctl -n "__cabslotctl_in set $command" -F
 end

@@ -1,7 +1,7 @@
-// JSON documents on standard output. nlohmann-json writes them, which only Json.cpp includes.
+// JSON values: building, writing and reading them. nlohmann-json does the work, which only Json.cpp
+// includes. Any thread.
 #pragma once
 
-#include <chrono>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -14,10 +14,6 @@
 #include <vector>
 
 namespace cabslot {
-
-/// The version of the layout of every document, its first field. Adding fields does not change it;
-/// removing one or changing its meaning does.
-inline constexpr int jsonVersion = 1;
 
 /// A JSON value: null, a boolean, a number, a text, a list, or fields in a given order. Most
 /// constructors convert implicitly, so that `{{"slot", 1}, {"name", "Cab"}}` is a value.
@@ -46,21 +42,42 @@ public:
 
     /// Appends a field to fields.
     void add(const std::string& name, Json value);
+    /// Appends an element to a list.
+    void append(Json element);
     /// Appends the fields of another value.
     void addAll(const Json& fields);
 
     const Value& value() const { return value_; }
 
+    /// The value if it has the type `T`, one of those of Value; else null.
+    template<typename T>
+    const T* as() const {
+        return std::get_if<T>(&value_);
+    }
+
+    /// The field `name` of fields; null if there is none.
+    const Json* field(std::string_view name) const;
+
 private:
     Value value_ = nullptr;
 };
 
-/// Formats a part of a document. Replaces bytes that are not UTF-8, as in some file names, and
-/// escapes every control character.
+/// Formats a value. Replaces bytes that are not UTF-8, as in some file names, and escapes every
+/// control character.
 std::string documentText(const Json& part);
-void printDocument(const Json& fields); ///< prints the version, then the fields
 
-/// A time in ISO 8601, UTC, such as "2026-05-03T18:30:00Z".
-std::string isoTime(std::chrono::sys_seconds time);
+struct ReadJson {
+    Json value;
+    std::string whyNot; ///< a clause for the user; empty: `value` was read
+};
+
+// The limits of what is read.
+inline constexpr std::size_t deepestJson = 8;      ///< lists and fields inside each other
+inline constexpr std::size_t mostJsonFields = 100; ///< of one value
+
+/// Reads the one value in `text`, which is UTF-8. Refuses a field that is there twice and what is
+/// beyond the limits, so that no text takes much stack or time. It takes some tens of bytes of
+/// memory for each byte of the text, whose size the caller limits.
+ReadJson readJson(std::string_view text);
 
 } // namespace cabslot
