@@ -21,14 +21,6 @@ namespace fs = std::filesystem;
 constexpr const char* folderVariable = "CABSLOT_STATE"; // names the folder itself
 constexpr std::string_view socketPrefix = "unix:";
 
-std::string memoryFolder() {
-    const char* const own = std::getenv(folderVariable);
-    if (own != nullptr && *own != '\0')
-        return own;
-    const std::string state = userStateFolder();
-    return state.empty() ? state : textOf(pathOf(state) / "cabslot" / "memory");
-}
-
 /// One name for the pedal, independent of the working folder.
 std::string uniquePedalName(const std::string& pedal) {
     if (!pedal.starts_with(socketPrefix))
@@ -65,6 +57,14 @@ void remove(const EntryFile& file) {
 }
 
 } // namespace
+
+std::string memoryFolder() {
+    const char* const own = std::getenv(folderVariable);
+    if (own != nullptr && *own != '\0')
+        return own;
+    const std::string state = userStateFolder();
+    return state.empty() ? state : textOf(pathOf(state) / "cabslot" / "memory");
+}
 
 SlotMemory::SlotMemory(const std::string& pedal, Complain complain)
     : pedal_(uniquePedalName(pedal)), folder_(memoryFolder()), complain_(std::move(complain)) {}

@@ -27,6 +27,9 @@ namespace cabslot {
 
 inline constexpr std::size_t contentsKept = 20; ///< for each slot
 
+/// Where the contents are stored; empty: the user has no state folder.
+std::string memoryFolder();
+
 class SlotMemory {
 public:
     using Complain = std::function<void(const std::string& line)>;

@@ -1,5 +1,6 @@
 #include "ui/AppDelegate.h"
 
+#include "ui/AppMenu.h"
 #include "ui/Fatal.h"
 
 #include <QAbstractButton>
@@ -21,6 +22,8 @@ void AppDelegate::applicationDidFinishLaunching() {
         zoom->hide();
     if (main.contentView() != nullptr)
         main.addToContent(rootVC->view());
+    connect(&main.menu(), &AppMenu::prepareChanged, rootVC.get(),
+            &RootViewController::prepareChanged);
 }
 
 void AppDelegate::applicationWillTerminate() {}

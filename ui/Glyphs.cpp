@@ -45,6 +45,15 @@ QPainterPath dash() {
     return path;
 }
 
+QPainterPath threeLines() {
+    QPainterPath path;
+    for (const qreal y : {4.5, 8.0, 11.5}) {
+        path.moveTo(3, y);
+        path.lineTo(13, y);
+    }
+    return path;
+}
+
 // A triangle around an exclamation mark.
 QPainterPath warning() {
     QPainterPath path;
@@ -65,6 +74,8 @@ QPainterPath outline(Glyph glyph) {
         return arrowIntoTray();
     case Glyph::minimise:
         return dash();
+    case Glyph::menu:
+        return threeLines();
     case Glyph::finding:
         return warning();
     case Glyph::close:

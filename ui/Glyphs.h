@@ -6,7 +6,7 @@
 
 namespace cabslot {
 
-enum class Glyph { load, close, minimise, finding };
+enum class Glyph { load, close, minimise, menu, finding };
 
 QIcon glyphIcon(Glyph glyph);
 

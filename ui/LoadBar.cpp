@@ -2,12 +2,14 @@
 
 #include "irfile/NameField.h"
 #include "irfile/SlotName.h"
+#include "ui/PrepareSetting.h"
 #include "ui/Settings.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -15,6 +17,7 @@
 #include <QRegularExpressionValidator>
 #include <QSettings>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <string>
 #include <vector>
@@ -22,8 +25,6 @@
 namespace cabslot {
 
 namespace {
-
-const QString prepareKey = QStringLiteral("openPanel/prepare");
 
 std::vector<std::string> inUtf8(const QStringList& texts) {
     std::vector<std::string> all;
@@ -61,9 +62,9 @@ LoadBar::LoadBar(const QStringList& taken, QWidget* parent)
     proposal_->setAutoDefault(false);
     prepare_->setObjectName("prepare");
     prepare_->setToolTip("Load the best 1024 points that the file can give, not its first ones");
-    prepare_->setChecked(QSettings().value(prepareKey, false).toBool());
-    lowCut_ = makeCut("Low cut", "openPanel/lowCut", {60, 80, 100, 120, 150});
-    highCut_ = makeCut("High cut", "openPanel/highCut", {12000, 10000, 8000, 6000, 5000});
+    prepare_->setChecked(preparesFiles());
+    lowCut_ = makeCut("Low cut", lowCutKey, {60, 80, 100, 120, 150});
+    highCut_ = makeCut("High cut", highCutKey, {12000, 10000, 8000, 6000, 5000});
     layOut();
     connect(name_, &QLineEdit::textEdited, this, &LoadBar::changed);
     connect(proposal_, &QPushButton::clicked, this, [this] {
@@ -71,11 +72,14 @@ LoadBar::LoadBar(const QStringList& taken, QWidget* parent)
         emit changed();
     });
     connect(prepare_, &QCheckBox::toggled, this, [this](bool on) {
-        storeSetting(prepareKey, on);
+        setPreparesFiles(on);
         for (QComboBox* cut : {lowCut_, highCut_})
             cut->setEnabled(on);
         emit changed();
     });
+    // The window's menu changes it, too.
+    connect(qApp, &QGuiApplication::focusWindowChanged, prepare_,
+            [this] { prepare_->setChecked(preparesFiles()); });
     setFile({});
 }
 
@@ -100,7 +104,7 @@ void LoadBar::layOut() {
 }
 
 // Off, or one of `hertz`; it acts as a step of preparing.
-QComboBox* LoadBar::makeCut(const QString& name, const char* key,
+QComboBox* LoadBar::makeCut(const QString& name, const QString& key,
                             std::initializer_list<int> hertz) {
     auto* box = new QComboBox;
     box->setObjectName(key);

@@ -33,7 +33,7 @@ signals:
 
 private:
     void layOut();
-    QComboBox* makeCut(const QString& name, const char* key, std::initializer_list<int> hertz);
+    QComboBox* makeCut(const QString& name, const QString& key, std::initializer_list<int> hertz);
 
     QStringList taken_;
     QString path_;

@@ -33,6 +33,7 @@ QWidget#Main { background: %window; border: 1px solid %edge; }
 QWidget#titleBar { background: %window; }
 QWidget#titleBar[transparent="true"] { background: transparent; }
 QToolButton { border: none; border-radius: 6px; padding: 6px; }
+QToolButton::menu-indicator { image: none; }
 QToolButton:hover { background: %hover; }
 QToolButton:pressed { background: %pressed; }
 

@@ -1,5 +1,6 @@
 #include "ui/MainWindow.h"
 
+#include "ui/AppMenu.h"
 #include "ui/BusyWait.h"
 #include "ui/Glyphs.h"
 #include "ui/Look.h"
@@ -76,6 +77,10 @@ void MainWindow::showEvent(QShowEvent* event) {
     const QPoint centre = geometry().center();
     setFixedSize(content);
     move(centre - rect().center());
+}
+
+AppMenu& MainWindow::menu() const {
+    return *ui_->menuButton;
 }
 
 QAbstractButton* MainWindow::closeButton() const {

@@ -15,6 +15,8 @@ class Main;
 
 namespace cabslot {
 
+class AppMenu;
+
 class MainWindow final : public QWidget {
     Q_OBJECT
 public:
@@ -34,6 +36,7 @@ public:
     /// centre.
     void addToContent(QWidget* view);
 
+    AppMenu& menu() const;
     QAbstractButton* closeButton() const;
     QAbstractButton* zoomButton() const;
 

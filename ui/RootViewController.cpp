@@ -167,6 +167,11 @@ SlotRow* RootViewController::rowOf(std::int64_t index) {
     return exists ? rows_[static_cast<std::size_t>(index - 1)] : nullptr;
 }
 
+void RootViewController::prepareChanged(bool on) {
+    ui_->statusLine->say(on ? "Files are prepared before they are loaded."
+                            : "Files are loaded as they are.");
+}
+
 // A following alert shows the problem, too.
 void RootViewController::refuse(const QString& why) {
     problem_ = ui_->statusLine->refuse(why);

@@ -76,6 +76,8 @@ public:
     /// can be loaded, loads none and shows the reasons.
     void importDropped(std::int64_t index, const QList<QUrl>& files);
 
+    void prepareChanged(bool on); ///< shows the setting, which is stored
+
     /// Gives the slots of the last load, clear or drop their earlier contents back; undone again,
     /// the later ones. Only what was loaded from this computer.
     void undo();

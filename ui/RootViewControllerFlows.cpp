@@ -9,6 +9,7 @@
 #include "ui/DroppedFiles.h"
 #include "ui/Fatal.h"
 #include "ui/OpenPanel.h"
+#include "ui/PrepareSetting.h"
 #include "ui/Preview.h"
 #include "ui/SlotContent.h"
 #include "ui/SlotRow.h"
@@ -144,7 +145,7 @@ std::vector<Choice> RootViewController::choicesOf(std::int64_t index,
     std::vector<Choice> choices;
     std::vector<std::string> paths;
     for (const QUrl& file : files) {
-        choices.push_back({file.toLocalFile()});
+        choices.push_back(choiceFromSettings(file.toLocalFile()));
         paths.push_back(choices.back().path.toStdString());
     }
     std::vector<std::string> taken;

@@ -3,6 +3,7 @@
 #include "base/VisibleText.h"
 #include "ui/BusyWait.h"
 #include "ui/Look.h"
+#include "ui/PrepareSetting.h"
 #include "ui/Problem.h"
 
 #include <QHBoxLayout>
@@ -13,7 +14,7 @@ namespace cabslot {
 
 namespace {
 
-constexpr int besideWindowButtons = 76; // pixels that the buttons in the window's corner take
+constexpr int besideWindowButtons = 110; // pixels that the buttons in the window's corner take
 
 } // namespace
 
@@ -55,7 +56,8 @@ void StatusLine::offerUndo(const QString& what) {
 }
 
 void StatusLine::sayReady() {
-    say("Load a WAV file into a slot, or drop one on it.");
+    const QString prepared = preparesFiles() ? " It is prepared first." : "";
+    say("Load a WAV file into a slot, or drop one on it." + prepared);
 }
 
 QString StatusLine::refuse(const QString& why) {

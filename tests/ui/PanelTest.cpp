@@ -2,6 +2,7 @@
 #include "tests/support/WindowFixture.h"
 
 #include "prepare/Prepare.h"
+#include "ui/AppMenu.h"
 #include "ui/IRWindow.h"
 #include "ui/SlotPicture.h"
 #include "ui/SlotRow.h"
@@ -10,6 +11,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMenu>
 #include <QSettings>
 
 namespace cabslot::testing {
@@ -70,6 +72,27 @@ protected:
     QAbstractItemView* list = nullptr;
     QLineEdit* name = nullptr;
 };
+
+TEST_F(Panel, TheMenusPrepareHoldsForDropsAndThePanel) {
+    openPanel();
+    auto* box = panel->findChild<QCheckBox*>("prepare");
+    auto* menu = window->menu().menu();
+    emit menu->aboutToShow();
+    QAction* const entry = menu->actions()[1]; // below a separator
+    EXPECT_FALSE(entry->isChecked());
+    entry->trigger();
+    EXPECT_EQ(status(), "Files are prepared before they are loaded.");
+    emit qApp->focusWindowChanged(nullptr);
+    EXPECT_TRUE(box->isChecked());
+    const std::string file = folder.path("irs/1 Half.wav");
+    emit window->findChild<SlotRow*>("row3")->filesDropped(
+        {QUrl::fromLocalFile(QString::fromStdString(file))});
+    EXPECT_TRUE(store.slot(2).block == prepareFile(file, {}).ir.block);
+
+    box->setChecked(false);
+    emit menu->aboutToShow();
+    EXPECT_FALSE(entry->isChecked());
+}
 
 TEST_F(Panel, PreparesWhatIsShownAndLoaded) {
     openPanel();
