@@ -1,10 +1,7 @@
 #include "ui/Alert.h"
 
-#include "ui/Look.h"
-
 #include <QGridLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QStyle>
 
@@ -14,22 +11,6 @@ namespace {
 
 constexpr int textWidth = 360;
 constexpr int iconSize = 40;
-
-// Dims the window while an alert is open; destroyed with the alert.
-class Dimmer final : public QWidget {
-public:
-    explicit Dimmer(QWidget& window) : QWidget(&window) {
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-        resize(window.size());
-        show();
-        raise();
-    }
-
-protected:
-    void paintEvent(QPaintEvent* /*event*/) override {
-        QPainter(this).fillRect(rect(), coloursOf(palette()).dim);
-    }
-};
 
 QLabel* makeText(const QString& text, const char* role) {
     auto* label = new QLabel(text);
@@ -43,11 +24,8 @@ QLabel* makeText(const QString& text, const char* role) {
 } // namespace
 
 Alert::Alert(QWidget& window, const QString& detail, const QString& button, const QString& reason)
-    : QDialog(&window, Qt::Dialog | Qt::FramelessWindowHint),
-      title_(makeText("Error", "alertTitle")), detail_(makeText(detail, "alertDetail")),
-      button_(new QPushButton(button)) {
-    setAttribute(Qt::WA_DeleteOnClose);
-    setProperty("role", "alert");
+    : Sheet(window), title_(makeText("Error", "alertTitle")),
+      detail_(makeText(detail, "alertDetail")), button_(new QPushButton(button)) {
     auto* icon = new QLabel;
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
     auto* grid = new QGridLayout(this);
@@ -70,26 +48,6 @@ QString Alert::title() const {
 
 QString Alert::detail() const {
     return detail_->text();
-}
-
-void Alert::openAsSheet() {
-    hang();
-    open();
-}
-
-void Alert::runModal() {
-    setWindowModality(Qt::ApplicationModal);
-    hang();
-    exec();
-}
-
-void Alert::hang() {
-    QWidget& window = *parentWidget();
-    auto* dimmer = new Dimmer(window);
-    connect(this, &QDialog::finished, dimmer, &QObject::deleteLater);
-    ensurePolished();
-    adjustSize();
-    move(window.mapToGlobal(QPoint((window.width() - width()) / 2, 0)));
 }
 
 } // namespace cabslot

@@ -1,8 +1,8 @@
-// The window's alert: a sheet at the window's top edge, with the window dimmed behind it. Main
-// thread.
+// The window's alert, a sheet. Main thread.
 #pragma once
 
-#include <QDialog>
+#include "ui/Sheet.h"
+
 #include <QString>
 
 class QLabel;
@@ -10,8 +10,8 @@ class QPushButton;
 
 namespace cabslot {
 
-/// Titled "Error", in warning style, with one button that closes it. Deletes itself when closed.
-class Alert final : public QDialog {
+/// Titled "Error", in warning style, with one button that closes it.
+class Alert final : public Sheet {
     Q_OBJECT
 public:
     /// `detail` says what happened; `reason`, which may be empty, is the program's own explanation.
@@ -21,15 +21,7 @@ public:
     QString detail() const;
     QPushButton* button() const { return button_; }
 
-    /// Shows it as a sheet, modal for its window, and returns.
-    void openAsSheet();
-
-    /// Shows it and waits until it is closed; meanwhile it blocks the whole application.
-    void runModal();
-
 private:
-    void hang();
-
     QLabel* title_;
     QLabel* detail_;
     QPushButton* button_;

@@ -2,6 +2,7 @@
 
 #include "ui/AppMenu.h"
 #include "ui/Fatal.h"
+#include "ui/SetMenu.h"
 
 #include <QAbstractButton>
 
@@ -22,6 +23,7 @@ void AppDelegate::applicationDidFinishLaunching() {
         zoom->hide();
     if (main.contentView() != nullptr)
         main.addToContent(rootVC->view());
+    new SetMenu(main.menu(), *rootVC); // rootVC owns it
     connect(&main.menu(), &AppMenu::prepareChanged, rootVC.get(),
             &RootViewController::prepareChanged);
 }

@@ -6,6 +6,7 @@
 #include "ui/AppDelegate.h"
 #include "ui/Arguments.h"
 #include "ui/Display.h"
+#include "ui/HandOver.h"
 #include "ui/Problem.h"
 #include "ui/Raise.h"
 
@@ -38,23 +39,29 @@ constexpr std::chrono::milliseconds lookInterval{100};
     std::_Exit(status);
 }
 
-int runWindow(int argc, char** argv, HIDManager& manager, const std::string& pedal) {
+int runWindow(int argc, char** argv, HIDManager& manager, const WindowArguments& arguments) {
     QApplication::setStyle("Fusion"); // what the style sheet builds on; the palette stays as it is
     std::optional<QApplication> application;
     startOnDisplay([&] { application.emplace(argc, argv); });
     QApplication::setApplicationDisplayName("Cabslot");
     QApplication::setDesktopFileName(desktopEntry);
     MainWindow window;
-    AppDelegate delegate(
-        {.manager = manager, .bundle = bundlePath(), .pedal = pedal, .endProcess = endProcess});
+    AppDelegate delegate({.manager = manager,
+                          .bundle = bundlePath(),
+                          .pedal = arguments.pedal,
+                          .endProcess = endProcess});
     delegate.window = &window;
-    raiseOnRequest(window);
+    raiseOnRequest(window, [&delegate] {
+        if (const QString set = takeHandedOver(); !set.isEmpty())
+            delegate.rootVC->openSetWhenReady(set);
+    });
     QObject::connect(&*application, &QApplication::lastWindowClosed, &delegate,
                      &AppDelegate::applicationShouldTerminateAfterLastWindowClosed);
     QObject::connect(&*application, &QApplication::aboutToQuit, &delegate,
                      &AppDelegate::applicationWillTerminate);
     delegate.applicationDidFinishLaunching();
     window.show();
+    delegate.rootVC->openSetWhenReady(QString::fromStdString(arguments.set));
     // Finding the icon means reading many files of the theme, so that waits until the names are on
     // the screen.
     QTimer::singleShot(iconDelay, &window,
@@ -62,10 +69,14 @@ int runWindow(int argc, char** argv, HIDManager& manager, const std::string& ped
     return QApplication::exec();
 }
 
-// Another window on the pedal comes to the front, and this program ends.
-bool isShownElsewhere(const std::string& pedal) {
-    const auto holder = whoUsesPedal(pedal);
-    return holder && holder->program == programName && raiseWindowOf(holder->pid);
+// Another window on the pedal comes to the front and opens the set, and this program ends.
+bool isShownElsewhere(const WindowArguments& arguments) {
+    const auto holder = whoUsesPedal(arguments.pedal);
+    if (!holder || holder->program != programName)
+        return false;
+    if (!arguments.set.empty()) // first, because the other window looks for it when it is raised
+        handOver(holder->pid, QString::fromStdString(arguments.set));
+    return raiseWindowOf(holder->pid);
 }
 
 // On the device thread. A command that uses the pedal is done within seconds; the window says that
@@ -82,14 +93,14 @@ int runApplication(int argc, char** argv) {
     openStandardStreams();
     QCoreApplication::setApplicationName("cabslot");
     QCoreApplication::setOrganizationName("cabslot");
-    std::string pedal;
-    if (const auto status = readArguments(argc, argv, pedal))
+    WindowArguments arguments;
+    if (const auto status = readArguments(argc, argv, arguments))
         return *status;
-    if (isShownElsewhere(pedal))
+    if (isShownElsewhere(arguments))
         return 0;
     const auto manager =
-        makeHIDManager(pedal, {.whileInUse = waitForOther, .complain = printProblem});
-    return runWindow(argc, argv, *manager, pedal);
+        makeHIDManager(arguments.pedal, {.whileInUse = waitForOther, .complain = printProblem});
+    return runWindow(argc, argv, *manager, arguments);
 }
 
 } // namespace cabslot

@@ -17,22 +17,26 @@ constexpr const char* footer = R"(Exit status:
 
 Examples:
   cabslot
+  cabslot Band.cabset
   cabslot --pedal sim
   cabslot --pedal unix:/tmp/pedal.sock)";
 
 } // namespace
 
-std::optional<int> readArguments(int argc, const char* const* argv, std::string& pedal) {
+std::optional<int> readArguments(int argc, const char* const* argv, WindowArguments& arguments) {
     Arguments program({.name = "cabslot",
                        .version = CABSLOT_VERSION,
                        .description = description,
                        .footer = std::string(pedalHelp) + footer});
-    pedal = defaultPedal;
+    arguments.pedal = defaultPedal;
     program.add({.name = "--pedal",
                  .help = "The pedal to use: usb, sim or unix:PATH; usb if not given",
-                 .reader = into(pedal, whatIsWrongWithPedal),
+                 .reader = into(arguments.pedal, whatIsWrongWithPedal),
                  .type = "PEDAL",
                  .variable = pedalVariable});
+    program.add({.name = "SET",
+                 .help = "A set, *.cabset: asks whether to load it",
+                 .reader = into(arguments.set)});
     return program.parse(argc, argv);
 }
 

@@ -2,6 +2,7 @@
 
 #include "base/Pedal.h"
 #include "irfile/IRFile.h"
+#include "sets/SetFile.h"
 #include "ui/Preview.h"
 #include "ui/Words.h"
 
@@ -17,6 +18,8 @@ QString whyNotDropped(const QUrl& url) {
     if (!url.isLocalFile())
         return quoted(url.toString()) + ": it is not a file on this computer.";
     const QFileInfo file(url.toLocalFile());
+    if (isSetName(file.fileName().toStdString()))
+        return quoted(file.fileName()) + ": drop a set alone.";
     if (!isWavName(file.fileName()))
         return quoted(file.fileName()) + ": only WAV files (.wav) can be dropped.";
     const ReadIR read = readIR(url.toLocalFile().toStdString());
@@ -26,6 +29,12 @@ QString whyNotDropped(const QUrl& url) {
 }
 
 } // namespace
+
+QString setAmong(const QList<QUrl>& files) {
+    const bool one = files.size() == 1 && files.first().isLocalFile();
+    const QString path = one ? files.first().toLocalFile() : QString();
+    return isSetName(path.toStdString()) ? path : QString();
+}
 
 QString whyNotDropped(std::int64_t index, const QList<QUrl>& files) {
     const qsizetype free = static_cast<qsizetype>(slotCount) - index + 1;

@@ -11,4 +11,7 @@ namespace cabslot {
 /// empty if they can. Changes nothing that is sent.
 QString whyNotDropped(std::int64_t index, const QList<QUrl>& files);
 
+/// The set if exactly one file was dropped and it is named like one; else empty.
+QString setAmong(const QList<QUrl>& files);
+
 } // namespace cabslot

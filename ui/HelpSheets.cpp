@@ -26,6 +26,8 @@ constexpr Key allKeys[] = {
     {"", "Window"},
     {"Ctrl+1 to Ctrl+4", "Load a WAV file into the slot"},
     {"Ctrl+Shift+1 to Ctrl+Shift+4", "Clear the slot"},
+    {"Ctrl+O", "Load a set"},
+    {"Ctrl+S", "Save the slots as a set"},
     {"Ctrl+Z", "Undo the last load, clear or drop"},
     {"Esc", "Stop waiting for the pedal"},
     {"F10 or Alt+M", "Menu"},

@@ -61,6 +61,9 @@ QPushButton:focus { border: 2px solid %accent; margin: 0px; }
 QCheckBox::indicator:unchecked { border: 1px solid %muted; border-radius: 3px; background: %base;
     width: 11px; height: 11px; }
 
+QTableWidget { background: %base; border: 1px solid %edge; border-radius: 7px; }
+QTableWidget QHeaderView, QTableWidget QHeaderView::section { background: transparent;
+    color: %muted; border: none; padding: 1px 4px; }
 QDialog[role="alert"] { background: %window; border: 1px solid %edge; border-top: none; }
 QLabel[role="alertTitle"] { font-weight: 600; }
 )";

@@ -5,12 +5,14 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <functional>
 
 namespace cabslot {
 
-/// Brings `window` to the front whenever another program calls raiseWindowOf() for this process.
-/// Call it once, before the pedal is opened: a process that holds a pedal can be asked.
-void raiseOnRequest(QWidget& window);
+/// Brings `window` to the front whenever another program calls raiseWindowOf() for this process,
+/// and calls `raised` afterwards, and possibly at other times. Call it once, before the pedal is
+/// opened: a process that holds a pedal can be asked.
+void raiseOnRequest(QWidget& window, const std::function<void()>& raised);
 
 /// Asks the window of process `pid`, which must be a cabslot, to come to the front. False if that
 /// is another user's or has ended.

@@ -1,6 +1,7 @@
 // The request is a signal: it needs no file or socket whose owner would have to be checked.
 #include "ui/Raise.h"
 
+#include <QApplication>
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -27,18 +28,23 @@ void bringToFront(QWidget& window) {
     }
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
     window.show();
+    QWidget* const modal = QApplication::activeModalWidget(); // takes the keys instead
+    QWidget& top = modal == nullptr ? window : *modal;
     window.raise();
-    window.activateWindow();
+    top.raise();
+    top.activateWindow();
 }
 
 } // namespace
 
-void raiseOnRequest(QWidget& window) {
+void raiseOnRequest(QWidget& window, const std::function<void()>& raised) {
     if (::pipe2(wakeUp, O_CLOEXEC | O_NONBLOCK) != 0)
         return; // the window works without
     auto* notifier = new QSocketNotifier(wakeUp[0], QSocketNotifier::Read, &window);
-    QObject::connect(notifier, &QSocketNotifier::activated, &window,
-                     [&window] { bringToFront(window); });
+    QObject::connect(notifier, &QSocketNotifier::activated, &window, [&window, raised] {
+        bringToFront(window);
+        raised();
+    });
     struct sigaction action {};
     action.sa_handler = onSignal;
     action.sa_flags = SA_RESTART;

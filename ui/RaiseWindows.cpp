@@ -1,6 +1,8 @@
 // Windows lets a program that the user has just started bring another's window to the front.
 #include "ui/Raise.h"
 
+#include <QGuiApplication>
+
 #include <windows.h>
 
 namespace cabslot {
@@ -27,7 +29,14 @@ BOOL CALLBACK raiseIfOwned(HWND window, LPARAM search) {
 
 } // namespace
 
-void raiseOnRequest(QWidget& /*window*/) {} // the second program does it all
+// The second program does it all; this one sees its window become active.
+void raiseOnRequest(QWidget& window, const std::function<void()>& raised) {
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &window,
+                     [raised](Qt::ApplicationState state) {
+                         if (state == Qt::ApplicationActive)
+                             raised();
+                     });
+}
 
 bool raiseWindowOf(std::int64_t pid) {
     Search search{static_cast<DWORD>(pid), false};

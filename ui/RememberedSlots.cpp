@@ -19,6 +19,12 @@ std::optional<SlotRecord> RememberedSlots::recall(std::uint32_t slot) {
     return memory_ ? memory_->recall(slot, IRNameArr.at(slot - 1)) : std::nullopt;
 }
 
+SlotSet RememberedSlots::set() {
+    return memory_ ? rememberedSet(*memory_, {IRNameArr.at(0), IRNameArr.at(1), IRNameArr.at(2),
+                                              IRNameArr.at(3)})
+                   : SlotSet();
+}
+
 std::optional<SlotRecord> RememberedSlots::undoTarget(std::uint32_t slot) {
     return memory_ ? memory_->undoTarget(slot, IRNameArr.at(slot - 1)) : std::nullopt;
 }

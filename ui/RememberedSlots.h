@@ -3,6 +3,7 @@
 #pragma once
 
 #include "memory/SlotMemory.h"
+#include "sets/SlotSet.h"
 
 #include <optional>
 #include <string>
@@ -21,6 +22,9 @@ public:
     /// What slot 1 to 4 most likely holds: the protocol cannot query its content, but the slot has
     /// the name that it was loaded with.
     std::optional<SlotRecord> recall(std::uint32_t slot);
+
+    /// The same of all slots, as a set.
+    SlotSet set();
 
     /// What slot 1 to 4 held before, if that was loaded from here: what an undo loads.
     std::optional<SlotRecord> undoTarget(std::uint32_t slot);

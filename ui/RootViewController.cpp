@@ -4,6 +4,7 @@
 #include "device/SharedState.h"
 #include "ui/Alert.h"
 #include "ui/Fatal.h"
+#include "ui/SetDrops.h"
 #include "ui/SlotContent.h"
 #include "ui/SlotPicture.h"
 #include "ui/SlotRow.h"
@@ -56,6 +57,7 @@ void RootViewController::loadView() {
     viewDidLoad(); // first, because the rows take as long as the pedal's answer
     for (SlotRow* row : rows_)
         setUpRow(*row);
+    connect(new SetDrops(*view_), &SetDrops::dropped, this, &RootViewController::openSet);
     onKeys("Ctrl+Z", [this] { undo(); });
     connect(ui_->statusLine->undoButton(), &QPushButton::clicked, this,
             ifReady([this](bool /*checked*/) { undo(); }));
@@ -109,6 +111,7 @@ bool RootViewController::isReady() const {
 void RootViewController::updateControls() {
     for (SlotRow* row : rows_)
         row->setReady(isReady());
+    openWaitingSet();
 }
 
 void RootViewController::viewDidLoad() {

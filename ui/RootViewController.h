@@ -7,11 +7,13 @@
 #include "analysis/IRSummary.h"
 #include "device/HIDClass.h"
 #include "device/SlotTexts.h"
+#include "sets/SlotSet.h"
 #include "ui/BlockingUpload.h"
 #include "ui/Listening.h"
 #include "ui/MainQueue.h"
 #include "ui/Preview.h"
 #include "ui/RememberedSlots.h"
+#include "ui/SetSheet.h"
 #include "upload/SlotUpload.h"
 
 #include <QLabel>
@@ -35,7 +37,7 @@ class RootViewController;
 
 namespace cabslot {
 
-class Alert;
+class Sheet;
 class SlotRow;
 
 /// What the main view needs from outside.
@@ -78,6 +80,17 @@ public:
 
     void prepareChanged(bool on); ///< shows the setting, which is stored
 
+    /// Whether there is a set to save; if only that is missing, says so.
+    bool maySaveSet();
+    /// Saves what is known of the slots as a set; says which were left out.
+    void saveSet(const QString& path);
+    /// Checks a set and asks on a sheet whether it is to be loaded. Shows why it cannot be.
+    void openSet(const QString& path);
+    /// The same as soon as an upload may start.
+    void openSetWhenReady(const QString& path);
+
+    bool isReady() const; ///< an upload may start
+
     /// Gives the slots of the last load, clear or drop their earlier contents back; undone again,
     /// the later ones. Only what was loaded from this computer.
     void undo();
@@ -97,6 +110,9 @@ public:
     QPointer<QLabel> User4Label; ///< shows the name of User 4
     QStringList IRName;          ///< what a cleared slot's label shows
 
+signals:
+    void setUsed(const QString& path); ///< it was saved, or found to be good
+
 private:
     void loadView();
     void viewDidLoad();
@@ -104,7 +120,6 @@ private:
     void sayWithoutNames();
     void setUpRows();
     void setUpRow(SlotRow& row);
-    bool isReady() const;
     void onKeys(const QString& keys, const std::function<void()>& action);
 
     /// `action`, which does nothing unless an upload may start.
@@ -135,9 +150,16 @@ private:
     QStringList namesBut(std::int64_t first, std::int64_t count = 1) const;
     std::vector<Choice> choicesOf(std::int64_t index, const QList<QUrl>& files) const;
     bool loadEarlier(std::int64_t index, const SlotRecord& earlier);
-    void offerUndo(std::int64_t index);
+    void offerUndo();
     void sayResult(std::int64_t index, const UploadResult& result, const QString& done);
     void refuse(const QString& why);
+    void openSheet(Sheet& sheet);
+    void openWaitingSet();
+    std::array<SetSheet::Row, slotCount> setRows(const SlotSet& set) const;
+    QString undoNote(const SlotSet& set);
+    void loadSet(const QString& name, const SlotSet& set);
+    void sayStopped(const QString& name, qsizetype done, qsizetype all,
+                    const std::vector<std::int64_t>& notSent);
     SlotRow* rowOf(std::int64_t index); ///< null unless 1 to 4
 
     Surroundings surroundings_;
@@ -148,9 +170,10 @@ private:
     RememberedSlots remembered_;
     std::array<SlotRow*, slotCount> rows_{};
     std::optional<BlockingUpload> upload_; ///< from the view's loading on
-    QPointer<Alert> sheet_;                ///< the open sheet, if any
+    QPointer<Sheet> sheet_;                ///< the open sheet, if any
     bool disconnected_ = false;            ///< the disconnect alert is open
     std::vector<std::int64_t> undoable_;   ///< the slots that undo() changes
+    QString waitingSet_;                   ///< to be opened when an upload may start
     QString series_;                       ///< "2 of 3: " while several files are loaded
     QString problem_;                      ///< the last reason shown, for a sheet that follows
     HIDClass hidClass_; ///< declared last and so destroyed first: its thread uses the queue

@@ -31,8 +31,6 @@ namespace {
 
 constexpr int firstDeleteTag = static_cast<int>(slotCount) + 1;
 
-const QString fileError = "File Error!! Please check the file or file name for errors.";
-
 // Prints one line on standard output and flushes it, for pipes. The lines stay as they are, so that
 // programs that start the window and read them go on working.
 void print(const QString& line) {
@@ -53,10 +51,6 @@ std::optional<std::int64_t> slotOf(QObject* sender, int firstTag) {
     if (slot < 1 || slot > static_cast<int>(slotCount))
         return std::nullopt;
     return slot;
-}
-
-QString seriesText(qsizetype index, qsizetype count) {
-    return QString("%1 of %2: ").arg(index + 1).arg(count);
 }
 
 } // namespace
@@ -112,6 +106,8 @@ bool RootViewController::importFile(std::int64_t index, const Choice& choice) {
 }
 
 void RootViewController::importDropped(std::int64_t index, const QList<QUrl>& files) {
+    if (const QString set = setAmong(files); !set.isEmpty())
+        return openSet(set);
     if (const QString why = whyNotDropped(index, files); !why.isEmpty()) {
         refuse(why);
         return alterIRError(fileError);
@@ -181,14 +177,19 @@ void RootViewController::delIR(std::int64_t index) {
 
 void RootViewController::alterIRError(const QString& hitString) {
     QWidget& mainWindow = unwrapped(view_ == nullptr ? nullptr : view_->window());
-    sheet_ = new Alert(mainWindow, hitString, "Cancel", problem_);
+    auto* const alert = new Alert(mainWindow, hitString, "Cancel", problem_);
     problem_.clear();
+    openSheet(*alert);
+}
+
+void RootViewController::openSheet(Sheet& sheet) {
+    sheet_ = &sheet;
     updateControls();
-    connect(sheet_, &QDialog::finished, this, [this] {
+    connect(&sheet, &QDialog::finished, this, [this] {
         sheet_ = nullptr;
         updateControls();
     });
-    sheet_->openAsSheet();
+    sheet.openAsSheet();
 }
 
 // What was sent is then shown in its row and remembered.
@@ -254,12 +255,13 @@ void RootViewController::sayResult(std::int64_t index, const UploadResult& resul
     ui_->statusLine->say(series_ + done);
     if (remembered_.undoTarget(importNumber(index)))
         undoable_.push_back(index);
+    offerUndo();
+}
+
+void RootViewController::offerUndo() {
     if (undoable_.empty())
         return;
-    QStringList names;
-    for (const std::int64_t slot : undoable_)
-        names << slotName(slot);
-    ui_->statusLine->offerUndo("Loads what was in " + names.join(", ") + " before");
+    ui_->statusLine->offerUndo("Loads what was in " + slotNames(undoable_) + " before");
 }
 
 } // namespace cabslot

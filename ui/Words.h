@@ -4,6 +4,10 @@
 #include "base/Pedal.h"
 
 #include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <vector>
 
 namespace cabslot {
 
@@ -12,9 +16,24 @@ inline QString slotName(std::int64_t index) {
     return QString::fromStdString(defaultSlotName(static_cast<std::size_t>(index)));
 }
 
+/// "User 1, User 3"
+inline QString slotNames(const std::vector<std::int64_t>& indexes) {
+    QStringList names;
+    for (const std::int64_t slot : indexes)
+        names << slotName(slot);
+    return names.join(", ");
+}
+
 inline QString quoted(const QString& name) {
     return "“" + name + "”";
 }
+
+/// Put before the progress of one of several uploads, which `index` counts from 0: "2 of 3: ".
+inline QString seriesText(qsizetype index, qsizetype count) {
+    return QString("%1 of %2: ").arg(index + 1).arg(count);
+}
+
+inline const QString fileError = "File Error!! Please check the file or file name for errors.";
 
 /// A tool tip that shows `text` as it is: Qt takes plain text for rich if it looks so.
 inline QString toolTipOf(const QString& text) {

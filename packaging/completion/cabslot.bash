@@ -39,7 +39,12 @@ _cabslot_value() {
 }
 
 _cabslot() {
-    _cabslot_value "$2" || _cabslot_words '--pedal --version -h --help' "$2"
+    _cabslot_value "$2" && return
+    if [[ $2 == -* ]]; then
+        _cabslot_words '--pedal --version -h --help' "$2"
+    else
+        _cabslot_files '*.cabset' "$2"
+    fi
 }
 
 # Sets `command` to the words of the command, such as "preset show", and `given` to how many

@@ -78,7 +78,8 @@ TEST_F(Panel, TheMenusPrepareHoldsForDropsAndThePanel) {
     auto* box = panel->findChild<QCheckBox*>("prepare");
     auto* menu = window->menu().menu();
     emit menu->aboutToShow();
-    QAction* const entry = menu->actions()[1]; // below a separator
+    const auto entries = menu->actions();
+    QAction* const entry = *std::ranges::find(entries, "&Prepare files", &QAction::text);
     EXPECT_FALSE(entry->isChecked());
     entry->trigger();
     EXPECT_EQ(status(), "Files are prepared before they are loaded.");

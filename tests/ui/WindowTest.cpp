@@ -25,16 +25,16 @@ TEST_F(Window, WithoutAPedalTheAlertIsShownAndTheProcessEnds) {
 
 TEST(WindowArguments, AWrongVariableNeverReachesTheRealPedal) {
     const char* const program[] = {"cabslot", "--pedal", "sim"};
-    std::string pedal;
+    cabslot::WindowArguments arguments;
     {
         const WithVariable wrong("CABSLOT_PEDAL", "nonsense");
-        EXPECT_EQ(readArguments(1, program, pedal), 2);
-        EXPECT_EQ(readArguments(3, program, pedal), std::nullopt);
-        EXPECT_EQ(pedal, "sim");
+        EXPECT_EQ(readArguments(1, program, arguments), 2);
+        EXPECT_EQ(readArguments(3, program, arguments), std::nullopt);
+        EXPECT_EQ(arguments.pedal, "sim");
     }
     const WithVariable right("CABSLOT_PEDAL", "unix:/x");
-    EXPECT_EQ(readArguments(1, program, pedal), std::nullopt);
-    EXPECT_EQ(pedal, "unix:/x");
+    EXPECT_EQ(readArguments(1, program, arguments), std::nullopt);
+    EXPECT_EQ(arguments.pedal, "unix:/x");
 }
 
 TEST_F(Window, EventsReadTheValueAsItIsWhenTheyRun) {

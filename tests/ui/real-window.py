@@ -151,6 +151,7 @@ def load_and_close(folder):
         sys.exit("FAILED: the pedal has stored another block")
     if os.path.exists(os.path.join(state, "user4.slot")):
         sys.exit("FAILED: a button was obeyed while an IR was on its way")
+    load_a_set(folder, state)
     press("Close")
     expect_status_0(window)
     printed = window.stdout.read().decode()
@@ -158,6 +159,30 @@ def load_and_close(folder):
         sys.exit(f"FAILED: the window printed {printed!r}")
     pedal.terminate()
     expect_status_0(pedal)
+
+
+def load_a_set(folder, state):
+    """A second start hands it over; the sheet is read, and confirmed by keys or as a screen reader does."""
+    path, old = (os.path.join(folder, n) for n in ("Band.cabset", "Old.wav"))
+    shutil.copy(WAV, old)
+    subprocess.run([CTL, "set", "new", path, "2", old, "3", WAV], check=True, stdout=subprocess.DEVNULL)
+    expect_status_0(start(CABSLOT, "--pedal", f"unix:{folder}/pedal.sock", path))
+    wait_for("the sheet", lambda: label("Load the set “Band”?"))
+    cells = [find(name, Atspi.Role.TABLE_CELL) for name in ("User 2", "Demo 1x12", "Old", "stays as it is")]
+    load = find("Load", Atspi.Role.PUSH_BUTTON)
+    if None in cells or "User 2: Demo 1x12 becomes Old. User 3" not in load.get_description():
+        sys.exit(f"FAILED: the sheet reads {cells}, {load.get_description()!r}")
+    if MANAGED:
+        wait_for("the keyboard", lambda: find("Load", Atspi.Role.PUSH_BUTTON).get_state_set()
+                 .contains(Atspi.StateType.FOCUSED))
+        time.sleep(0.5)  # the window manager gives the sheet the keyboard
+        xdotool("key", "Return")
+    else:
+        press("Load")
+    wait_for("the end", lambda: label("The set “Band” is loaded."))
+    stored = [open(os.path.join(state, f"user{slot}.slot"), "rb").read()[:4096] for slot in (2, 3)]
+    if stored[0] != stored[1]:
+        sys.exit("FAILED: the set's slots differ")
 
 
 def listen_with_the_keys(folder):
