@@ -12,6 +12,8 @@ SetCompressor /SOLID lzma
 Name "Cabslot"
 OutFile "${OUTPUT}"
 InstallDir "$LOCALAPPDATA\Programs\Cabslot"
+!define TYPE "Software\Classes\Cabslot.Set" ; what a *.cabset is
+!define EXTENSION "Software\Classes\.cabset"
 !define KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Cabslot"
 InstallDirRegKey HKCU "${KEY}" "InstallLocation"
 
@@ -91,6 +93,14 @@ Section
     '/K "set "PATH=$INSTDIR\bin;%PATH%"&& cabslotctl --help"' "$INSTDIR\bin\cabslotctl.exe"
   CreateShortCut "$SMPROGRAMS\Cabslot\Example IRs.lnk" "$INSTDIR\share\cabslot\examples"
 
+  !ifdef WINDOW
+    WriteRegStr HKCU "${TYPE}" "" "Cabslot set"
+    WriteRegStr HKCU "${TYPE}\DefaultIcon" "" "$INSTDIR\bin\cabslot.exe,0"
+    WriteRegStr HKCU "${TYPE}\shell\open\command" "" '"$INSTDIR\bin\cabslot.exe" "%1"'
+    WriteRegStr HKCU "${EXTENSION}" "" "Cabslot.Set"
+    ${RefreshShellIcons}
+  !endif
+
   WriteRegStr HKCU "${KEY}" "DisplayName" "Cabslot"
   WriteRegStr HKCU "${KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKCU "${KEY}" "DisplayIcon" "$INSTDIR\Uninstall.exe"
@@ -115,5 +125,11 @@ Section "Uninstall"
   ReadRegStr $1 HKCU "${KEY}" "InstallLocation"
   ${If} $1 == $INSTDIR ; else it is another installation's
     DeleteRegKey HKCU "${KEY}"
+    DeleteRegKey HKCU "${TYPE}"
+    ReadRegStr $2 HKCU "${EXTENSION}" ""
+    ${If} $2 == "Cabslot.Set" ; else another program has taken it over
+      DeleteRegKey HKCU "${EXTENSION}"
+    ${EndIf}
+    ${RefreshShellIcons}
   ${EndIf}
 SectionEnd

@@ -6,6 +6,7 @@ import time
 WINE = "/usr/lib/wine/wine64"
 SERVER = "/usr/lib/wine/wineserver"
 FONTS = "HKCU\\Software\\Wine\\Fonts\\Replacements"
+SET_KEYS = [f"HKCU\\Software\\Classes\\{name}" for name in (".cabset", "Cabslot.Set")]
 UNINSTALL_KEY = "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Cabslot"
 
 
@@ -42,9 +43,8 @@ class Wine:
         """The traces of an installed Cabslot, except its records of what was loaded."""
         traces = [str(path.relative_to(self.drive)) for path in self.drive.glob("**/*")
                   if "cabslot" in path.name.lower() and "Local/cabslot" not in str(path)]
-        if self.run("reg", "query", UNINSTALL_KEY, check=False).returncode == 0:
-            traces.append(UNINSTALL_KEY)
-        return traces
+        return traces + [key for key in (UNINSTALL_KEY, *SET_KEYS)
+                         if self.run("reg", "query", key, check=False).returncode == 0]
 
     def install(self, setup):
         """Installs silently; returns the folder."""

@@ -105,6 +105,16 @@ for program, helps in helps_of.items():
         if re.search(pattern, read(file), re.M)[1] != version[1]:
             faults.append(f"{file}: the newest version is not {version[1]}")
 
+# What a set is, for every desktop.
+TYPE = "application/x-cabslot-set"
+desktop, metainfo, mime = (read(f"desktop/org.cabslot.Cabslot.{end}") for end in ("desktop", "metainfo.xml", "mime.xml"))
+expect_same("desktop entry", re.findall("^MimeType=(.*);$", desktop, re.M), [TYPE])
+expect_same("metainfo", re.findall("<mediatype>(.*)</mediatype>", metainfo), [TYPE])
+expect_same("MIME type", re.findall(r'type="(.*-set)"|pattern="\*(.*)"', mime), [(TYPE, ""), ("", ".cabset")])
+expect_same("desktop entry", re.findall("^Exec=(.*)$", desktop, re.M), ["cabslot %f"])
+expect_same("icon", re.findall('icon name="(.*)"', mime), re.findall(r"mimetypes (.*)\)", read("CMakeLists.txt")))
+expect_same("installer", re.findall(r'Classes\\([.\w]+)"', read("windows/installer.nsi")), ["Cabslot.Set", ".cabset"])
+
 cabslotctl = next(program for program in PROGRAMS if program.endswith("cabslotctl"))
 phrases = r"The phrase: ((?:\w+, )+)or"
 for shell, offer in ("cabslotctl.fish", r"-l dry .* -a '(.*?)'"), ("_cabslot", r"phrase:\((.*?)\)"):
