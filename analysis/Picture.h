@@ -15,6 +15,8 @@ enum class Ink {
     faint,  ///< less important text
     text,   ///< text
     before, ///< the curve that `signal` is compared with
+    other,  ///< a second curve beside `signal`, dashed: colour-blind eyes can tell them apart
+    third,  ///< a third one, dotted
     signal, ///< the curve
 };
 
@@ -37,6 +39,16 @@ struct Area {
     Ink ink;
 };
 
+enum class LineStyle { solid, dashed, dotted };
+
+/// A line through two or more spots.
+struct Stroke {
+    std::vector<Spot> spots;
+    double width;
+    LineStyle style;
+    Ink ink;
+};
+
 enum class Align { left, centre, right };
 
 /// One line of text; `at` is on its baseline.
@@ -49,7 +61,7 @@ struct Text {
     bool strong = false;
 };
 
-using Shape = std::variant<Line, Area, Text>;
+using Shape = std::variant<Line, Area, Stroke, Text>;
 
 struct Picture {
     double width = 0;

@@ -5,6 +5,11 @@
 #include "analysis/Picture.h"
 #include "analysis/Response.h"
 
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
 namespace cabslot {
 
 struct PlotSize {
@@ -27,6 +32,20 @@ Picture wavePlot(const Samples& samples, const PlotSize& size);
 /// dB over Hz, the top 60 dB.
 Picture responsePlot(const Samples& samples, const Response& response, const PlotSize& size);
 
+/// One of several curves in a plot of responses.
+struct Curve {
+    const Response* response = nullptr; ///< not null
+    std::string name{};                 ///< for the legend
+    Ink ink = Ink::signal;
+    LineStyle style = LineStyle::solid;
+    double offset = 0; ///< dB, added to the response
+};
+
+/// Several responses, the first drawn first, with a legend if they are more than one: 60 dB below
+/// `top` (dB), or below the highest of them.
+Picture responsesPlot(const std::string& caption, std::span<const Curve> curves,
+                      std::optional<double> top, const PlotSize& size);
+
 /// The responses of two IRs in one plot, the top 60 dB of the higher one, with `before` behind.
 Picture comparisonPlot(const Samples& before, const Samples& after, const PlotSize& size);
 
@@ -36,5 +55,9 @@ Picture summaryPage(const IRSummary& summary);
 /// A full page: what was done to an IR, its waveform, and its response over that of `before`.
 Picture comparisonPage(const std::string& name, const std::vector<std::string>& steps,
                        const Samples& before, const Samples& after);
+
+/// A full page: `title`, the waveform of `wave` unless it is null, the responses, and `lines`.
+Picture responsesPage(const std::string& title, const std::vector<std::string>& lines,
+                      const Samples* wave, std::span<const Curve> curves);
 
 } // namespace cabslot

@@ -14,6 +14,14 @@ constexpr std::size_t transformSize = 32768;
 constexpr std::size_t binCount = transformSize / 2 + 1;
 constexpr double binHz = pointsPerSecond / transformSize;
 
+double powerOf(double decibels) {
+    return std::pow(10, decibels / 10);
+}
+
+double inDecibels(double power) {
+    return decibels(std::sqrt(power));
+}
+
 } // namespace
 
 Response::Response(const Samples& samples) : decibels_(binCount) {
@@ -42,6 +50,46 @@ std::vector<Range> Response::columns(std::size_t columns) const {
         ranges.push_back(over(hertzAt(column / count), hertzAt((column + 1) / count)));
     }
     return ranges;
+}
+
+double Response::mean(double fromHz, double toHz) const {
+    const auto last = static_cast<std::size_t>(std::min(toHz / binHz, binCount - 1.0));
+    const auto first = std::min(static_cast<std::size_t>(std::ceil(fromHz / binHz)), last);
+    double sum = 0;
+    for (std::size_t i = first; i <= last; ++i)
+        sum += powerOf(decibels_[i]);
+    return inDecibels(sum / static_cast<double>(last - first + 1));
+}
+
+double Response::level() const {
+    double sum = 0;
+    double all = 0;
+    const auto last = static_cast<std::size_t>(highestShownHz / binHz);
+    for (auto i = static_cast<std::size_t>(std::ceil(lowestShownHz / binHz)); i <= last; ++i) {
+        const double weight = 1 / static_cast<double>(i);
+        sum += weight * powerOf(decibels_[i]);
+        all += weight;
+    }
+    return inDecibels(sum / all);
+}
+
+Response Response::smoothed(Smoothing smoothing) const {
+    if (smoothing == Smoothing::off)
+        return *this;
+    const double half = std::exp2(smoothing == Smoothing::third ? 1.0 / 6 : 1.0 / 24);
+    std::vector<double> sums(binCount + 1); // of the power below each bin
+    for (std::size_t i = 0; i < binCount; ++i)
+        sums[i + 1] = sums[i] + powerOf(decibels_[i]);
+    Response result = *this;
+    for (std::size_t i = 0; i < binCount; ++i) {
+        const auto middle = static_cast<double>(i);
+        const auto first = static_cast<std::size_t>(std::lround(middle / half));
+        const std::size_t last =
+            std::min(static_cast<std::size_t>(std::lround(middle * half)), binCount - 1);
+        result.decibels_[i] =
+            inDecibels((sums[last + 1] - sums[first]) / static_cast<double>(last + 1 - first));
+    }
+    return result;
 }
 
 Response::Peak Response::peak() const {

@@ -59,6 +59,10 @@ private:
         for (Spot& corner : area.corners)
             corner.y += picture.height;
     }
+    void moveDown(Stroke& stroke) const {
+        for (Spot& spot : stroke.spots)
+            spot.y += picture.height;
+    }
     void moveDown(Text& text) const { text.at.y += picture.height; }
 };
 
@@ -100,6 +104,28 @@ Picture comparisonPage(const std::string& name, const std::vector<std::string>& 
     page.gap(lineHeight / 2);
     for (const std::string& step : steps)
         page.line(step, textSize, Ink::text);
+    page.gap(margin);
+    return page.picture;
+}
+
+Picture responsesPage(const std::string& title, const std::vector<std::string>& lines,
+                      const Samples* wave, std::span<const Curve> curves) {
+    Page page;
+    page.line(title, nameSize, Ink::text, true);
+    page.gap(lineHeight / 4);
+    if (wave != nullptr) {
+        page.line(levelsText(*wave), textSize, Ink::faint);
+        page.gap(lineHeight);
+        page.place(wavePlot(*wave, {pageWidth, waveHeight, textSize}));
+    }
+    page.gap(lineHeight);
+    page.place(
+        responsesPlot("Frequency response", curves, {}, {pageWidth, responseHeight, textSize}));
+    page.gap(lineHeight / 2);
+    for (const std::string& text : lines) {
+        for (const std::string& line : wrapped(text))
+            page.line(line, textSize, Ink::text);
+    }
     page.gap(margin);
     return page.picture;
 }

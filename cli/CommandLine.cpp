@@ -3,6 +3,7 @@
 #include "arguments/Arguments.h"
 #include "base/StandardStreams.h"
 #include "cli/AuditionCommand.h"
+#include "cli/BlendCommand.h"
 #include "cli/ClearCommand.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
@@ -48,6 +49,7 @@ Examples:
   cabslotctl inspect Cab.wav --plot Cab.svg
   cabslotctl audition Cab.wav --dry driven
   cabslotctl prepare Cab.wav Better.wav --level -18
+  cabslotctl blend Close.wav Far.wav Both.wav --mix 60:40
   cabslotctl set save Band.cabset
   cabslotctl set load Band.cabset
   cabslotctl preset show Live.preset
@@ -72,7 +74,7 @@ void addCommonOptions(Arguments& program, CommonOptions& options) {
 constexpr CommandMaker commandTable[] = {
     make<ListCommand>,    make<LoadCommand>,    make<ClearCommand>,    make<UndoCommand>,
     make<HistoryCommand>, make<InspectCommand>, make<AuditionCommand>, make<PrepareCommand>,
-    make<SetCommand>,     make<PresetCommand>,  make<DoctorCommand>,
+    make<BlendCommand>,   make<SetCommand>,     make<PresetCommand>,   make<DoctorCommand>,
 };
 
 /// Turns a standard output that cannot be written (a full disk) into a failure.

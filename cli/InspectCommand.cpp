@@ -4,6 +4,7 @@
 #include "analysis/Words.h"
 #include "base/LittleEndian.h"
 #include "base/PathText.h"
+#include "cli/CompareReport.h"
 #include "cli/Console.h"
 #include "cli/Document.h"
 #include "cli/FileList.h"
@@ -15,6 +16,7 @@
 
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <vector>
 
 namespace cabslot {
@@ -67,6 +69,10 @@ InspectCommand::InspectCommand(Arguments& program, CommonOptions& options)
                      .required = true,
                      .many = true});
     arguments().addFlag("--recursive", recursive_, "Look into subfolders too");
+    arguments().add({.name = "--compare",
+                     .help = "Show how this file differs: response, shift, polarity, what is left",
+                     .reader = into(compared_),
+                     .type = "OTHER"});
     addJson(json_);
     arguments().add({.name = "--block",
                      .help = "Write the 1024 points to this file, as little-endian 32-bit words",
@@ -88,13 +94,19 @@ bool InspectCommand::isForOneFile() const {
 
 std::string InspectCommand::whatIsWrong() const {
     const bool writes = !blockFile_.empty() || !plotFile_.empty();
-    return writes && !isForOneFile() ? "--block and --plot take a single file" : "";
+    if (isForOneFile())
+        return {};
+    return writes              ? "--block and --plot take a single file"
+           : compared_.empty() ? ""
+                               : "--compare takes a single file";
 }
 
 ExitStatus InspectCommand::inspectOne() const {
     const std::string& path = files_.front();
     OutputFiles outputs(options_.force);
     outputs.addInput(path);
+    if (!compared_.empty())
+        outputs.addInput(compared_);
     outputs.add(blockFile_);
     outputs.add(plotFile_);
     if (!outputs.mayWrite())
@@ -105,14 +117,33 @@ ExitStatus InspectCommand::inspectOne() const {
         return interrupted() ? ExitStatus::interrupted : ExitStatus::fileRefused;
     }
     const IRSummary summary = summaryOf(read);
-    const std::string plot = plotFile_.empty() ? "" : svgFile(summaryPage(summary));
+    std::optional<CompareReport> comparison;
+    if (!compared_.empty()) {
+        const ReadIR other = readIR(compared_, interrupted);
+        if (!other) {
+            complain(compared_ + ": " + other.whyRefused);
+            return interrupted() ? ExitStatus::interrupted : ExitStatus::fileRefused;
+        }
+        comparison.emplace(read.ir, other.ir);
+    }
+    std::string plot;
+    if (!plotFile_.empty())
+        plot = svgFile(comparison ? comparison->page() : summaryPage(summary));
     if (const ExitStatus status =
             outputs.writeAndReport({{blockFile_, littleEndianWords(read.ir.block)},
                                     {plotFile_, {plot.begin(), plot.end()}}});
         status != ExitStatus::done)
         return status;
     const FileReport report = reportOn(read, summary);
-    json_ ? printDocument(fieldsOf(report)) : printText(report, summary);
+    Json fields = fieldsOf(report);
+    if (comparison)
+        fields.add("compare", comparison->fields());
+    if (json_)
+        printDocument(fields);
+    else
+        printText(report, summary);
+    if (!json_ && comparison)
+        comparison->print();
     return ExitStatus::done;
 }
 

@@ -22,6 +22,7 @@ private:
 
     CommonOptions& options_;
     std::vector<std::string> files_; ///< files and folders
+    std::string compared_;
     std::string blockFile_;
     std::string plotFile_;
     bool recursive_ = false;

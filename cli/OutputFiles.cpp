@@ -4,6 +4,8 @@
 #include "base/LowerCase.h"
 #include "base/PathText.h"
 #include "cli/Console.h"
+#include "irfile/NameFromPath.h"
+#include "irfile/SlotName.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -140,6 +142,12 @@ ExitStatus OutputFiles::writeAndReport(const std::vector<Output>& outputs) const
         return ExitStatus::done;
     complain(why);
     return interrupted() ? ExitStatus::interrupted : ExitStatus::wrongUsage;
+}
+
+void warnOfName(const std::string& path) {
+    const std::string name = textOf(pathOf(path).filename());
+    if (nameProblem(name, {}) == NameProblem::refused)
+        complain(path + ": " + whyNameRefused(irNameFromPath(name)) + "; or load it with --name");
 }
 
 } // namespace cabslot

@@ -65,4 +65,7 @@ private:
     std::vector<Added> outputs_;
 };
 
+/// Reports it if the pedal would refuse the name of a WAV file that is written.
+void warnOfName(const std::string& path);
+
 } // namespace cabslot

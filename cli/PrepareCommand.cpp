@@ -8,8 +8,6 @@
 #include "cli/Console.h"
 #include "cli/Document.h"
 #include "cli/SvgFile.h"
-#include "irfile/NameFromPath.h"
-#include "irfile/SlotName.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,25 +21,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string whyNoLevel(const std::string& level) {
-    const auto number = numberIn(level);
-    if (level == "keep" || level == "peak" || (number && *number >= quietestGoal && *number <= 0))
-        return {};
-    return level + " is not a level; use keep, peak or a loudness of -70 to 0 (LUFS)";
-}
-
 Json jsonOf(const std::string& from, const std::string& to, const PreparedIR& prepared) {
     return {{"file", from},
             {"out", to},
             {"peak_dbfs", levelJson(peakDbfs(samplesOf(prepared.ir.block)))},
             {"steps", prepared.steps}};
-}
-
-/// Says so if the pedal would refuse the name of what is written.
-void warnOfName(const std::string& path) {
-    const std::string name = textOf(pathOf(path).filename());
-    if (nameProblem(name, {}) == NameProblem::refused)
-        complain(path + ": " + whyNameRefused(irNameFromPath(name)) + "; or load it with --name");
 }
 
 } // namespace
@@ -60,42 +44,13 @@ PrepareCommand::PrepareCommand(Arguments& program, CommonOptions& options)
                      .reader = into(folder_),
                      .type = "FOLDER"});
     addForce(options);
-    addSteps();
+    switches_.addTo(arguments());
     addJson(json_);
     arguments().add({.name = "--plot",
                      .help = "Draw the response before and after into this file, named *.svg",
                      .reader = into(plotFile_, whyNoSvgPath),
                      .type = "OUT"});
     arguments().addCheck([this] { return whatIsWrong(); });
-}
-
-void PrepareCommand::addSteps() {
-    arguments().add({.name = "--channel",
-                     .help = "first, or the mean of all; first if not given",
-                     .reader = oneOf(channel_, {"first", "mean"}),
-                     .type = "CHANNEL"});
-    arguments().addFlag("--no-resample", noResample_,
-                        "Resample with the plain interpolation of load");
-    arguments().add({.name = "--low-cut",
-                     .help = "Remove lows below this, 20 to 1000 Hz, by 12 dB per octave",
-                     .reader = within(lowCut_, lowestLowCut, highestLowCut),
-                     .type = "HZ"});
-    arguments().add({.name = "--high-cut",
-                     .help = "Remove highs above this, 1000 to 20000 Hz, by 12 dB per octave",
-                     .reader = within(highCut_, lowestHighCut, highestHighCut),
-                     .type = "HZ"});
-    arguments().addFlag("--no-trim", noTrim_, "Keep what comes before the onset");
-    arguments().addFlag("--minimum-phase", minimumPhase_,
-                        "Same response, with the energy as early as possible");
-    arguments().add({.name = "--fade",
-                     .help = "Fade out the end of an IR that is cut, 0 to 20 ms; 2 if not given",
-                     .reader = within(fade_, 0, longestFade),
-                     .type = "MS"});
-    arguments().add(
-        {.name = "--level",
-         .help = "keep, peak (-0.3 dBFS) or a loudness in LUFS, such as -18; peak if not given",
-         .reader = into(level_, whyNoLevel),
-         .type = "LEVEL"});
 }
 
 std::string PrepareCommand::whatIsWrong() const {
@@ -106,23 +61,6 @@ std::string PrepareCommand::whatIsWrong() const {
     if (folder_.empty() && pathOf(files_[1]).extension() != ".wav")
         return files_[1] + ": the output's name must end with .wav";
     return {};
-}
-
-PrepareOptions PrepareCommand::options() const {
-    PrepareOptions options{.channel = channel_ == "mean" ? Channel::mean : Channel::first,
-                           .resample = !noResample_,
-                           .lowCut = lowCut_,
-                           .highCut = highCut_,
-                           .trim = !noTrim_,
-                           .minimumPhase = minimumPhase_,
-                           .fade = fade_};
-    if (level_ == "keep") {
-        options.level = LevelGoal::keep;
-    } else if (const auto loudness = numberIn(level_)) {
-        options.level = LevelGoal::loudness;
-        options.loudness = *loudness;
-    }
-    return options;
 }
 
 std::vector<PrepareCommand::Job> PrepareCommand::jobs() const {
@@ -169,7 +107,7 @@ std::vector<PrepareCommand::Result> PrepareCommand::work(const std::vector<Job>&
     std::vector<Result> results(jobs.size());
     const auto prepareAndWrite = [&](std::size_t i) {
         Result& result = results[i];
-        result.prepared = prepareFile(jobs[i].from, options(), interrupted);
+        result.prepared = prepareFile(jobs[i].from, switches_.options(), interrupted);
         if (interrupted())
             return;
         if (result.prepared.whyRefused.empty())

@@ -3,7 +3,7 @@
 
 #include "cli/Command.h"
 #include "cli/OutputFiles.h"
-#include "prepare/Prepare.h"
+#include "cli/PrepareSwitches.h"
 
 #include <string>
 #include <vector>
@@ -28,9 +28,7 @@ private:
         std::string whyNotWritten;
     };
 
-    void addSteps();
     std::string whatIsWrong() const;
-    PrepareOptions options() const;
     std::vector<Job> jobs() const;
     OutputFiles outputsOf(const std::vector<Job>& jobs) const;
     std::string write(const Job& job, const PreparedIR& prepared, const OutputFiles& outputs) const;
@@ -42,15 +40,7 @@ private:
     std::string folder_;
     std::string plotFile_;
     bool json_ = false;
-
-    std::string channel_ = "first";
-    bool noResample_ = false;
-    double lowCut_ = 0;
-    double highCut_ = 0;
-    bool noTrim_ = false;
-    bool minimumPhase_ = false;
-    double fade_ = usualFade;
-    std::string level_ = "peak";
+    PrepareSwitches switches_;
 };
 
 } // namespace cabslot

@@ -23,6 +23,10 @@ const char* colourOf(Ink ink) {
         return "#121212";
     case Ink::before:
         return "#e09a3e";
+    case Ink::other:
+        return "#b3540a";
+    case Ink::third:
+        return "#4f7a1f";
     case Ink::signal:
         break;
     }
@@ -58,14 +62,24 @@ std::string element(const Line& line) {
            attribute("stroke", colourOf(line.ink)) + "/>\n";
 }
 
+std::string points(const std::vector<Spot>& spots) {
+    std::string all;
+    for (const Spot& spot : spots)
+        all += (all.empty() ? "" : " ") + fixedText(spot.x, 2) + "," + fixedText(spot.y, 2);
+    return attribute("points", all);
+}
+
 std::string element(const Area& area) {
-    std::string points;
-    for (const Spot& corner : area.corners)
-        points +=
-            (points.empty() ? "" : " ") + fixedText(corner.x, 2) + "," + fixedText(corner.y, 2);
-    return "<polygon" + attribute("points", points) + attribute("fill", colourOf(area.ink)) +
+    return "<polygon" + points(area.corners) + attribute("fill", colourOf(area.ink)) +
            attribute("stroke", colourOf(area.ink)) + attribute("stroke-width", area.outline) +
            attribute("stroke-linejoin", "round") + "/>\n";
+}
+
+std::string element(const Stroke& stroke) {
+    constexpr const char* dashes[] = {"none", "7 3", "1.5 3"};
+    return "<polyline" + points(stroke.spots) + attribute("fill", "none") +
+           attribute("stroke", colourOf(stroke.ink)) + attribute("stroke-width", stroke.width) +
+           attribute("stroke-dasharray", dashes[static_cast<std::size_t>(stroke.style)]) + "/>\n";
 }
 
 std::string element(const Text& text) {

@@ -54,6 +54,7 @@ struct PrepareOptions {
     /// All steps off.
     static PrepareOptions nothing();
     bool changesNothing() const;
+    bool operator==(const PrepareOptions&) const = default;
 };
 
 struct PreparedIR {

@@ -90,6 +90,8 @@ Colours coloursOf(const QPalette& palette) {
         .pressed = mixed(text, base, 0.16),
         .button = mixed(text, base, 0.02),
         .accent = accent,
+        .other = dark ? QColor(0xF0, 0xA0, 0x50) : QColor(0xB3, 0x54, 0x0A),
+        .third = dark ? QColor(0x9C, 0xCC, 0x65) : QColor(0x4F, 0x7A, 0x1F),
         .tint = mixed(accent, base, 0.16),
         .dim = QColor(0, 0, 0, dark ? 140 : 90),
     };

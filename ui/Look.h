@@ -25,6 +25,8 @@ struct Colours {
     QColor pressed;
     QColor button;
     QColor accent; ///< the desktop's highlight: signals, progress, focus
+    QColor other;  ///< a second curve beside the accent's
+    QColor third;  ///< a third one
     QColor tint;   ///< a little of the accent over the base
     QColor dim;    ///< over the window while a sheet is open; translucent
 };

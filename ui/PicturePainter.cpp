@@ -26,6 +26,10 @@ QColor colourOf(Ink ink, const Colours& colours) {
         return colours.text;
     case Ink::before:
         return colours.frame;
+    case Ink::other:
+        return colours.other;
+    case Ink::third:
+        return colours.third;
     case Ink::signal:
         break;
     }
@@ -53,6 +57,17 @@ void draw(QPainter& painter, const Area& area, const QColor& colour) {
         lines.append({polygon[i], polygon[(i + 1) % polygon.size()]});
     painter.setPen(QPen(colour, area.outline, Qt::SolidLine, Qt::RoundCap));
     painter.drawLines(lines);
+}
+
+void draw(QPainter& painter, const Stroke& stroke, const QColor& colour) {
+    QPolygonF line;
+    line.reserve(static_cast<qsizetype>(stroke.spots.size()));
+    for (const Spot& spot : stroke.spots)
+        line.append({spot.x, spot.y});
+    constexpr Qt::PenStyle styles[] = {Qt::SolidLine, Qt::DashLine, Qt::DotLine};
+    painter.setPen(QPen(colour, stroke.width, styles[static_cast<std::size_t>(stroke.style)]));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawPolyline(line);
 }
 
 void draw(QPainter& painter, const Text& text, const QColor& colour) {

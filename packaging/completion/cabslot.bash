@@ -83,9 +83,10 @@ _cabslotctl() {
         clear) options+=' --timeout --confirm-timeout --all' ;;
         undo) options+=' --timeout --confirm-timeout' ;;
         history) options+=' --json' ;;
-        inspect) options+=' --json --recursive --block --plot' ;;
+        inspect) options+=' --json --recursive --compare --block --plot' ;;
         audition) options+=' --dry --out --raw-level' ;;
         prepare) options+=' --into --channel --no-resample --low-cut --high-cut --no-trim --minimum-phase --fade --level --json --plot' ;;
+        blend) options+=' --mix --no-align --invert --prepare --channel --no-resample --low-cut --high-cut --no-trim --minimum-phase --fade --level --json --plot' ;;
         doctor | 'preset show' | 'set show') options+=' --json' ;;
         'preset new') options+=' --data' ;;
         'set save') options+=' --timeout' ;;
@@ -95,7 +96,7 @@ _cabslotctl() {
         return
     fi
     case $command:$given in
-    :*) _cabslot_words 'list load clear undo history inspect audition prepare set preset doctor' "$2" ;;
+    :*) _cabslot_words 'list load clear undo history inspect audition prepare blend set preset doctor' "$2" ;;
     preset:*) _cabslot_words 'show verify new export import' "$2" ;;
     set:*) _cabslot_words 'save show load export new' "$2" ;;
     set*:0) _cabslot_files '*.cabset' "$2" ;;
@@ -103,7 +104,7 @@ _cabslotctl() {
     'set save':* | 'set load':* | 'set new':*[13579]) _cabslot_words '1 2 3 4' "$2" ;;
     'set new':*) _cabslot_files '*.@(wav|bin)' "$2" ;;
     load:*[02468] | clear:* | undo:0 | history:0) _cabslot_words '1 2 3 4' "$2" ;;
-    load:* | inspect:* | audition:0 | prepare:*) _cabslot_files '*.@(wav|bin)' "$2" ;;
+    load:* | inspect:* | audition:0 | prepare:* | blend:*) _cabslot_files '*.@(wav|bin)' "$2" ;;
     preset*:0 | 'preset verify':* | preset*port:1) _cabslot_files '*' "$2" ;;
     esac
 }

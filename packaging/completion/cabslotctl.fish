@@ -35,7 +35,7 @@ function __cabslotctl_wants_ir
         case audition
             test (count $words) -eq 1
         case '*'
-            contains -- "$words[1]" inspect prepare
+            contains -- "$words[1]" inspect prepare blend
     end
 end
 
@@ -60,6 +60,7 @@ complete -c cabslotctl -n __cabslotctl_is -a history -d 'Show what was loaded in
 complete -c cabslotctl -n __cabslotctl_is -a inspect -d 'Show what a file would put into the pedal'
 complete -c cabslotctl -n __cabslotctl_is -a audition -d 'Play a dry phrase through a file'
 complete -c cabslotctl -n __cabslotctl_is -a prepare -d 'Make the best 1024 points of files'
+complete -c cabslotctl -n __cabslotctl_is -a blend -d 'Mix files into one'
 complete -c cabslotctl -n __cabslotctl_is -a set -d 'Save, show, load and make sets of all slots'
 complete -c cabslotctl -n __cabslotctl_is -a preset -d 'Show, check and create preset files'
 complete -c cabslotctl -n __cabslotctl_is -a doctor -d 'Look for the pedal on USB'
@@ -78,7 +79,7 @@ complete -c cabslotctl -n $sets -a load -d 'Load a set into the slots'
 complete -c cabslotctl -n $sets -a export -d 'Write the IRs of a set as WAV files'
 complete -c cabslotctl -n $sets -a new -d 'Make a set from IR files'
 
-for command in list history inspect prepare doctor 'preset show' 'set show'
+for command in list history inspect prepare blend doctor 'preset show' 'set show'
     complete -c cabslotctl -n "__cabslotctl_in $command" -l json -d 'Print JSON'
 end
 for command in list load clear undo 'set save' 'set load'
@@ -97,16 +98,24 @@ complete -c cabslotctl -n '__cabslotctl_in audition' -l dry -r -F -a 'clean driv
 complete -c cabslotctl -n '__cabslotctl_in audition' -l out -r -F -d 'Write a WAV file instead'
 complete -c cabslotctl -n '__cabslotctl_in audition' -l raw-level -d 'Leave it as loud as it is'
 complete -c cabslotctl -n '__cabslotctl_in load' -l name -x -d 'The name in the pedal'
+complete -c cabslotctl -n '__cabslotctl_in inspect' -l compare -r -F -d 'Show how this file differs'
+complete -c cabslotctl -n '__cabslotctl_in blend' -l mix -x -d 'Their shares, as 60:40'
+complete -c cabslotctl -n '__cabslotctl_in blend' -l no-align -d 'Shift nothing'
+complete -c cabslotctl -n '__cabslotctl_in blend' -l invert -x -d 'Turn the polarity of a file'
+complete -c cabslotctl -n '__cabslotctl_in blend' -l prepare -d 'Prepare each file first'
+complete -c cabslotctl -n '__cabslotctl_in blend' -l plot -r -F -d 'Draw the blend and its parts'
 complete -c cabslotctl -n '__cabslotctl_in load' -l prepare -d 'Prepare each file first'
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l into -r -F -d 'Write into this folder'
-complete -c cabslotctl -n '__cabslotctl_in prepare' -l channel -x -a 'first mean' -d 'The channel'
-complete -c cabslotctl -n '__cabslotctl_in prepare' -l no-resample -d 'Resample as load does'
-complete -c cabslotctl -n '__cabslotctl_in prepare' -l low-cut -x -d 'Remove lows below, Hz'
-complete -c cabslotctl -n '__cabslotctl_in prepare' -l high-cut -x -d 'Remove highs above, Hz'
-complete -c cabslotctl -n '__cabslotctl_in prepare' -l no-trim -d 'Keep what comes before the onset'
-complete -c cabslotctl -n '__cabslotctl_in prepare' -l minimum-phase -d 'The energy as early as possible'
-complete -c cabslotctl -n '__cabslotctl_in prepare' -l fade -x -d 'Milliseconds'
-complete -c cabslotctl -n '__cabslotctl_in prepare' -l level -x -a 'keep peak' -d 'The level'
+for command in prepare blend
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l channel -x -a 'first mean' -d 'The channel'
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l no-resample -d 'Resample as load does'
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l low-cut -x -d 'Remove lows below, Hz'
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l high-cut -x -d 'Remove highs above, Hz'
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l no-trim -d 'Keep what comes before the onset'
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l minimum-phase -d 'The energy as early as possible'
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l fade -x -d 'Milliseconds'
+    complete -c cabslotctl -n "__cabslotctl_in $command" -l level -x -a 'keep peak' -d 'The level'
+end
 complete -c cabslotctl -n '__cabslotctl_in prepare' -l plot -r -F -d 'Draw the response before and after'
 complete -c cabslotctl -n '__cabslotctl_in preset new' -l data -r -F -d 'The data area'
 complete -c cabslotctl -n __cabslotctl_wants_ir -k \

@@ -107,6 +107,34 @@ TEST_F(Cabslotctl, PreparesAFileAndLoadsIt) {
     EXPECT_EQ(contentOf(better), before);
 }
 
+TEST_F(Cabslotctl, BlendsAndCompares) {
+    const auto click = [this](const std::string& name, int at, int level) {
+        WavBuilder wav{.bits = 24};
+        for (int i = 0; i < 500; ++i)
+            wav.add(i == at ? level : i == at + 3 ? level / 2 : 0);
+        return folder.write(name, wav.bytes());
+    };
+    const std::string one = click("One.wav", 20, 4000000);
+    const std::string two = click("Two.wav", 64, -2000000);
+    const std::string both = folder.path("Both.wav");
+    EXPECT_EQ(run({"blend", one, two, both, "--mix", "3:1", "--plot", folder.path("b.svg")}), 0)
+        << err;
+    EXPECT_TRUE(outHas("25 % " + two + ": shifted 1.00 ms earlier, polarity turned")) << out;
+    EXPECT_NE(contentOf(folder.path("b.svg")).find("stroke-dasharray=\"7 3\""), std::string::npos);
+    EXPECT_EQ(run({"inspect", both, "--block", folder.path("sum")}), 0);
+    EXPECT_EQ(contentOf(folder.path("sum")).substr(80, 4), std::string("\xE0\x67\x35\x00", 4))
+        << "3500000";
+    EXPECT_EQ(run({"blend", one, two, both, "--mix", "0:9", "--force", "--json"}), 0);
+    EXPECT_TRUE(outHas("\"share_percent\": 100.0"));
+    EXPECT_EQ(run({"inspect", two, "--compare", both}), 0);
+    EXPECT_TRUE(outHas("null      they null completely")) << out;
+    EXPECT_EQ(run({"inspect", one, "--compare", two, "--json"}), 0);
+    EXPECT_TRUE(outHas("\"shift_points\": 44.0")) << out;
+    EXPECT_TRUE(outHas("\"polarity\": \"opposite\""));
+    EXPECT_EQ(run({"blend", one, folder.path("none.wav"), both, "--force"}), 1);
+    EXPECT_EQ(run({"blend", one, two, two, "--force"}), 2) << "it is the file itself";
+}
+
 TEST_F(Cabslotctl, LeavesOutTheStepsThatAreNotWanted) {
     WavBuilder late{.rate = 96000};
     for (int i = 0; i < 3000; ++i)
@@ -249,6 +277,13 @@ TEST_F(Cabslotctl, WrongUsageIsNamed) {
         {{"clear", "1", "--all"}, "give either slots or --all"},
         {{"list", "--timeout", "-1"}, "--timeout"},
         {{"list", "--timeout", "inf"}, "inf is not a number from 0 to 86400"},
+        {{"blend", "a", "b.wav"}, "give two or more files, and the WAV file to write"},
+        {{"blend", "a", "b", "c.wav", "--mix", "6"}, "one share for each of the 2 files"},
+        {{"blend", "a", "b", "c.wav", "--mix", "0:0"}, "one of the shares must be more than 0"},
+        {{"blend", "a", "b", "c.wav", "--mix", "6:-4"}, "6:-4 are no shares"},
+        {{"blend", "a", "b", "c.wav", "--invert", "3"}, "--invert takes the number of a file"},
+        {{"blend", "a", "b", "c.wav", "--no-trim"}, "the switches of prepare need --prepare"},
+        {{"inspect", "a", "b", "--compare", "c"}, "--compare takes a single file"},
         {{"prepare", "--fade", "nan", "a", "b.wav"}, "nan is not a number from 0 to 20"},
         {{"--trace", "/nonexistent/trace", "list"}, "/nonexistent/trace"},
         {{"inspect", wav(), "--block", "/nonexistent/block"}, "/nonexistent/block"},
