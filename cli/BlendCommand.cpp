@@ -24,12 +24,6 @@ std::string fileName(const std::string& path) {
     return textOf(pathOf(path).filename());
 }
 
-std::vector<std::uint8_t> wavOf(const Block& block) {
-    const Samples samples = samplesOf(block);
-    const std::vector<float> points(samples.begin(), samples.end()); // 24 bits: exact
-    return wavBytes(points);
-}
-
 /// Numbers with `separator` between them; none if one of them is no number.
 std::vector<double> numbersIn(const std::string& text, char separator) {
     std::vector<double> numbers;
@@ -220,7 +214,7 @@ ExitStatus BlendCommand::run() {
     const Mixed mixed = blend.mix(weights());
     const std::string plot = plotFile_.empty() ? "" : plotOf(inputs, blend, mixed);
     if (const ExitStatus status = outputs.writeAndReport(
-            {{out(), wavOf(mixed.block)}, {plotFile_, {plot.begin(), plot.end()}}});
+            {{out(), wavBytes(mixed.block)}, {plotFile_, {plot.begin(), plot.end()}}});
         status != ExitStatus::done)
         return status;
     if (json_) {

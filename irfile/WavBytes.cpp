@@ -3,6 +3,7 @@
 #include "irfile/SampleFormat.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
 #include <string_view>
@@ -50,6 +51,14 @@ std::vector<std::uint8_t> wavBytes(std::span<const float> samples) {
     }
     append(bytes, 0, padding);
     return bytes;
+}
+
+std::vector<std::uint8_t> wavBytes(const Block& block) {
+    std::array<float, irPointCount> samples{};
+    std::ranges::transform(block, samples.begin(), [](std::uint32_t point) {
+        return static_cast<float>(signedSample(point)) / fullScale; // exact
+    });
+    return wavBytes(std::span<const float>(samples));
 }
 
 } // namespace cabslot

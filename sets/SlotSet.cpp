@@ -2,7 +2,6 @@
 
 #include "base/LowerCase.h"
 #include "irfile/NameField.h"
-#include "irfile/SampleFormat.h"
 #include "irfile/SlotName.h"
 #include "irfile/WavBytes.h"
 #include "memory/SlotMemory.h"
@@ -16,14 +15,6 @@ namespace cabslot {
 namespace {
 
 constexpr std::string_view extension = ".wav";
-
-std::vector<std::uint8_t> wavOf(const Block& block) {
-    std::array<float, irPointCount> samples{};
-    std::ranges::transform(block, samples.begin(), [](std::uint32_t point) {
-        return static_cast<float>(signedSample(point)) / fullScale; // exact
-    });
-    return wavBytes(samples);
-}
 
 /// Without what a file's name must not hold on some system, and without a leading dot, which hides
 /// a file.
@@ -71,7 +62,7 @@ std::vector<ExportedIR> exported(const SlotSet& set) {
         std::string file = fileName(name, slot, taken);
         taken.insert(inLowerCase(file.substr(0, file.size() - extension.size())));
         const bool keepsName = !ir->factory && ruleName(file) == name;
-        all.push_back({slot, std::move(file), keepsName, wavOf(ir->block)});
+        all.push_back({slot, std::move(file), keepsName, wavBytes(ir->block)});
     }
     return all;
 }
