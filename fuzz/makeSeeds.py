@@ -204,7 +204,30 @@ def slot_record():
     yield from (bytes([1, 0]) + start[:length] for length in (0, 8, 15))
 
 
-for seeds in (ir_file, input_reports, preset_image, receive_stream, slot_record, inspect_files, dry_phrase):
+# --- Sets ----------------------------------------------------------------------------------------
+
+def set_file():
+    slot = b'{"name": "\2", "factory": false, "source": "a.wav", "points": "\1", "checksum": "\3"}'
+    unknown = b'"unknown"'
+
+    def of(*slots, name=b"A", version=b"1"):
+        return text(name) + b'{"version": ' + version + b', "slots": [' + b", ".join(slots) + b"]}"
+
+    good = of(slot, unknown, slot, slot)
+    yield from (good, good[:-1], good + b" x", b"")
+    yield from (b"\0" + document for document in (b"[" * 9, b'{"a": 1, "a": 2}', b'{"slots": []}', b'{"version": 1}',
+                                                 b"{" + b", ".join(b'"%d": 0' % i for i in range(120)) + b"}"))
+    yield from (of(slot, version=v) for v in (b"2", b"-1", b"1.5", b"1e999", b"18446744073709551615", b"null", b"true"))
+    yield from (of(*[unknown] * count) for count in (3, 4, 5))
+    names = (b"", b"Elevenchars", b"\xc3\xa9", b"\xff", b" 1960BT    4x12", b"A/B ")
+    for old, new in ((b"x", b"x"), (b"false", b"true"), (b"false", b"0"), (b'"a.wav"', b"null"), (b'"a.wav"', b'""'),
+                     (b'"a.wav"', b"7"), (b'"a.wav"', b'"' + b"x" * 4100 + b'"'), (b"\1", b"\1A==="), (b"\1", b"\1AAAA"),
+                     (b"\1", b"A*"), (b"\3", b"0"), (b'"factory": false, ', b""), (slot, b"{}"), (slot, b"0")):
+        for name in (b"A", *names) if new in (b"x", b"true", b"null") else (b"A",):
+            yield of(slot.replace(old, new), *[unknown] * 3, name=name)
+
+
+for seeds in (ir_file, input_reports, preset_image, receive_stream, slot_record, set_file, inspect_files, dry_phrase):
     folder = pathlib.Path(sys.argv[1], seeds.__name__)
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
