@@ -11,15 +11,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <iostream>
 #include <optional>
 
 namespace cabslot {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 Json jsonOf(const std::string& from, const std::string& to, const PreparedIR& prepared) {
     return {{"file", from},
