@@ -1,5 +1,7 @@
 #include "ui/Alert.h"
 
+#include "ui/Announce.h"
+
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -38,6 +40,9 @@ Alert::Alert(QWidget& window, const QString& detail, const QString& button, cons
         grid->addWidget(makeText(reason, "reason"), 2, 1);
     grid->setRowMinimumHeight(3, 8);
     grid->addWidget(button_, 4, 1, Qt::AlignRight);
+    setAccessibleRole(*this, QAccessible::AlertMessage);
+    setAccessibleName(title());
+    setAccessibleDescription((detail + ' ' + reason).trimmed());
     button_->setDefault(true);
     connect(button_, &QPushButton::clicked, this, &QDialog::reject);
 }

@@ -22,15 +22,16 @@ namespace {
 constexpr auto longestWait = confirmationPollLimit * pollPeriod;
 
 // A lost pedal is only mentioned here: the alert appears when the upload has ended.
-QString progressText(std::int64_t index, const BusyWait::State& state) {
-    const QString slot = slotName(index);
+QString progressText(const BlockingUpload::Job& job, const BusyWait::State& state) {
+    const QString slot = slotName(job.slot);
     const QString waited = QString("%1 s of at most %2 s.")
                                .arg(state.waiting.count())
                                .arg(std::chrono::seconds(longestWait).count());
     if (state.pedalGone)
         return QString("The pedal is gone. Still waiting for %1, %2").arg(slot, waited);
     if (state.frame == 0)
-        return QString("Sent to %1. Waiting for the pedal to confirm, %2").arg(slot, waited);
+        return QString("%1 %2. Waiting for the pedal to confirm, %3")
+            .arg(job.clears ? "Cleared" : "Sent to", slot, waited);
     return QString("Sending frame %1 of %2 to %3.")
         .arg(state.frame)
         .arg(uploadFrameCount)
@@ -83,7 +84,7 @@ void BlockingUpload::showProgress(const Job& job, const BusyWait::State& state) 
         parts_.bar.showWaiting();
     parts_.status.stopButton()->setVisible(state.mayStop);
     const QString closing = state.closing ? " Closing when this is done." : "";
-    parts_.status.say(job.series + progressText(job.slot, state) + closing, state.pedalGone);
+    parts_.status.say(job.series + progressText(job, state) + closing, state.pedalGone);
 }
 
 } // namespace cabslot

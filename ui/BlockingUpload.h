@@ -39,6 +39,7 @@ public:
         SlotRow* row;      ///< marked meanwhile; null: none
         BusyWait::Counter counter;
         QString series; ///< put before the progress, such as "2 of 3: "
+        bool clears;    ///< the slot
     };
     using Upload = std::function<UploadResult(UploadWait&)>;
 

@@ -40,6 +40,7 @@ constexpr Key allKeys[] = {
     {"Esc", "Cancel"},
     {"", "Larger view"},
     {"Space or L", "Listen"},
+    {"Left, Right", "The slot before, or the next one"},
     {"Esc", "Close"},
 };
 

@@ -1,5 +1,6 @@
 #include "ui/IRView.h"
 
+#include "ui/ElidedText.h"
 #include "ui/Look.h"
 #include "ui/PicturePainter.h"
 
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int spacing = 12;
 
+constexpr int detailLines = 3;  // the tool tip shows the rest
 constexpr int findingLines = 4; // the rest can be scrolled to
 
 QLabel* makeLabel(const char* objectName, const char* role) {
@@ -58,6 +60,13 @@ QString responseInWords(const Samples& samples, const Response& response) {
         .arg(peak.hertz, 0, 'f', 0);
 }
 
+// The origin is a part of a sentence or several sentences.
+QString joined(const QString& origin, const QString& levels) {
+    if (!origin.endsWith('.'))
+        return origin + "; " + levels;
+    return origin + ' ' + levels.left(1).toUpper() + levels.mid(1);
+}
+
 QString findingsInWords(const IRSummary& summary) {
     QStringList lines;
     for (const Finding& finding : summary.findings)
@@ -73,7 +82,10 @@ IRView::IRView(QWidget* parent) : QWidget(parent) {
     layout->setSpacing(spacing);
     name_ = makeLabel("irName", "name");
     name_->setFont(nameFont());
-    detail_ = makeLabel("irDetail", "detail");
+    detail_ = new ElidedText(detailLines);
+    detail_->setObjectName("irDetail");
+    detail_->setProperty("role", "detail");
+    detail_->setAlignment(Qt::AlignTop);
     layout->addWidget(name_);
     layout->addWidget(detail_);
     card_ = new QFrame;
@@ -95,7 +107,7 @@ void IRView::showIR(const IRSummary& summary) {
     const auto response = std::make_shared<const Response>(summary.samples);
     const Samples samples = summary.samples;
     name_->setText(QString::fromStdString(summary.name));
-    detail_->setText(QString::fromStdString(summary.origin) + "; " + levels);
+    detail_->setText(joined(QString::fromStdString(summary.origin), levels));
     wave_->setPlot([samples](const PlotSize& size) { return wavePlot(samples, size); }, levels);
     response_->setPlot([samples, response](
                            const PlotSize& size) { return responsePlot(samples, *response, size); },

@@ -118,18 +118,26 @@ void IRWindow::updateButton() {
     again_->setEnabled(ready_ && list_->currentRow() >= 0);
 }
 
-bool IRWindow::eventFilter(QObject* watched, QEvent* event) {
-    const bool listens = watched == list_ && event->type() == QEvent::KeyPress &&
-                         isListenKey(static_cast<const QKeyEvent&>(*event));
-    if (listens)
+bool IRWindow::takeKey(const QKeyEvent& event) {
+    if (isListenKey(event))
         listen_->toggle();
-    return listens || QDialog::eventFilter(watched, event);
+    else if (event.key() == Qt::Key_Left)
+        emit stepped(-1);
+    else if (event.key() == Qt::Key_Right)
+        emit stepped(1);
+    else
+        return false;
+    return true;
+}
+
+bool IRWindow::eventFilter(QObject* watched, QEvent* event) {
+    return (watched == list_ && event->type() == QEvent::KeyPress &&
+            takeKey(static_cast<const QKeyEvent&>(*event))) ||
+           QDialog::eventFilter(watched, event);
 }
 
 void IRWindow::keyPressEvent(QKeyEvent* event) {
-    if (isListenKey(*event))
-        listen_->toggle();
-    else
+    if (!takeKey(*event))
         QDialog::keyPressEvent(event);
 }
 

@@ -1,6 +1,6 @@
 // The larger view of a slot's IR, which can be played there, with what the slot held before, which
 // can be loaded again. A separate window, which does not block the main one; Esc closes it, L or
-// Space starts and stops listening.
+// Space starts and stops listening, Left and Right change the slot.
 #pragma once
 
 #include "analysis/IRSummary.h"
@@ -34,6 +34,7 @@ public:
 
 signals:
     void loadAgain(const SlotRecord& record);
+    void stepped(int by); ///< to the next slot (1) or the one before (-1)
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -43,6 +44,7 @@ private:
     QWidget* makeHistory();
     void showSelected(int row);
     void updateButton();
+    bool takeKey(const QKeyEvent& event);
     bool isNow(const SlotRecord& record) const;
 
     IRView* ir_;

@@ -7,12 +7,15 @@
 #include <QVariant>
 #include <QWidget>
 
+#include <cmath>
+
 namespace cabslot {
 
 namespace {
 
 constexpr qreal nameScale = 1.2;
 constexpr qreal detailScale = 0.85;
+constexpr double readable = 4.6; // a little more than 4.5, for what rounding takes
 
 QFont scaled(QFont font, qreal scale) {
     font.setPointSizeF(QGuiApplication::font().pointSizeF() * scale);
@@ -26,6 +29,22 @@ QColor mixed(const QColor& top, const QColor& bottom, qreal amount) {
     };
     return {channel(top.red(), bottom.red()), channel(top.green(), bottom.green()),
             channel(top.blue(), bottom.blue())};
+}
+
+/// How bright the colour is seen, 0 to 1, as the guidelines for accessible web content define it.
+double luminanceOf(const QColor& colour) {
+    const auto linear = [](double channel) {
+        return channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+/// The colour, darkened until white text on it has a contrast of 4.5 to 1.
+QColor darkEnough(QColor colour) {
+    while (1.05 / (luminanceOf(colour) + 0.05) < readable)
+        colour = mixed(Qt::black, colour, 0.04);
+    return colour;
 }
 
 constexpr const char* sheet = R"(
@@ -54,7 +73,9 @@ QPushButton[role="secondary"] { background: %button; color: %muted; }
 QPushButton[role="inline"] { padding: 3px 10px; }
 QPushButton:hover, QPushButton[role="secondary"]:hover { background: %hover; color: %text; }
 QPushButton:pressed, QPushButton[role="secondary"]:pressed { background: %pressed; }
-QPushButton[role="switch"]:checked { background: %accent; color: %window; border-color: %accent; }
+QPushButton[role="switch"]:checked { background: %selected; color: white; border-color: %selected; }
+QAbstractItemView { selection-background-color: %selected; selection-color: white; }
+QFrame[role="row"] QPushButton { min-height: 18px; }
 QPushButton:disabled, QPushButton[role="secondary"]:disabled { background: transparent;
     color: %disabled; }
 QPushButton:focus { border: 2px solid %accent; margin: 0px; }
@@ -64,7 +85,7 @@ QCheckBox::indicator:unchecked { border: 1px solid %muted; border-radius: 3px; b
 QTableWidget { background: %base; border: 1px solid %edge; border-radius: 7px; }
 QTableWidget QHeaderView, QTableWidget QHeaderView::section { background: transparent;
     color: %muted; border: none; padding: 1px 4px; }
-QDialog[role="alert"] { background: %window; border: 1px solid %edge; border-top: none; }
+QDialog[role="alert"] { background: %window; border: 1px solid %muted; }
 QLabel[role="alertTitle"] { font-weight: 600; }
 )";
 
@@ -92,6 +113,7 @@ Colours coloursOf(const QPalette& palette) {
         .accent = accent,
         .other = dark ? QColor(0xF0, 0xA0, 0x50) : QColor(0xB3, 0x54, 0x0A),
         .third = dark ? QColor(0x9C, 0xCC, 0x65) : QColor(0x4F, 0x7A, 0x1F),
+        .selected = darkEnough(accent),
         .tint = mixed(accent, base, 0.16),
         .dim = QColor(0, 0, 0, dark ? 140 : 90),
     };
@@ -107,7 +129,7 @@ QString styleSheetFor(const QPalette& palette) {
         {"%line", colours.line},         {"%edge", colours.edge},
         {"%hover", colours.hover},       {"%pressed", colours.pressed},
         {"%button", colours.button},     {"%accent", colours.accent},
-        {"%tint", colours.tint},
+        {"%selected", colours.selected}, {"%tint", colours.tint},
     };
     for (const auto& [name, colour] : names)
         result.replace(QLatin1String(name), colour.name());

@@ -24,11 +24,12 @@ struct Colours {
     QColor hover;    ///< control under the pointer
     QColor pressed;
     QColor button;
-    QColor accent; ///< the desktop's highlight: signals, progress, focus
-    QColor other;  ///< a second curve beside the accent's
-    QColor third;  ///< a third one
-    QColor tint;   ///< a little of the accent over the base
-    QColor dim;    ///< over the window while a sheet is open; translucent
+    QColor accent;   ///< the desktop's highlight: signals, progress, focus
+    QColor other;    ///< a second curve beside the accent's
+    QColor third;    ///< a third one
+    QColor selected; ///< the accent under white text
+    QColor tint;     ///< a little of the accent over the base
+    QColor dim;      ///< over the window while a sheet is open; translucent
 };
 Colours coloursOf(const QPalette& palette);
 

@@ -1,26 +1,42 @@
 #include "ui/MainWindow.h"
 
+#include "ui/Announce.h"
 #include "ui/AppMenu.h"
 #include "ui/BusyWait.h"
 #include "ui/Glyphs.h"
 #include "ui/Look.h"
+#include "ui/Settings.h"
 #include "ui_Main.h"
 
-#include <QEvent>
+#include <QCloseEvent>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QSettings>
 #include <QShortcut>
 #include <QWindow>
 
 namespace cabslot {
 
+namespace {
+
+// The window's position on that screen, from the screen's corner.
+QString positionKey(const QScreen& screen) {
+    const QSize size = screen.size();
+    return QString("window/position %1 %2x%3")
+        .arg(screen.name())
+        .arg(size.width())
+        .arg(size.height());
+}
+
+} // namespace
+
 MainWindow::MainWindow() : ui_(std::make_unique<Ui::Main>()) {
     ui_->setupUi(this);
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_StyledBackground);
-    setFocusPolicy(Qt::ClickFocus); // nothing is marked until the user presses a key
-    setFocus();
+    setAccessibleRole(*this, QAccessible::Window);
+    setAccessibleName(windowTitle());
     ui_->titleBar->setAttribute(Qt::WA_StyledBackground);
     ui_->minimiseButton->setIcon(glyphIcon(Glyph::minimise));
     ui_->closeButton->setIcon(glyphIcon(Glyph::close));
@@ -32,7 +48,10 @@ MainWindow::MainWindow() : ui_(std::make_unique<Ui::Main>()) {
     applyStyle();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow() {
+    if (ui_->zoomButton->parent() == nullptr)
+        delete ui_->zoomButton;
+}
 
 void MainWindow::center() {
     const QRect available = screen()->availableGeometry();
@@ -71,12 +90,27 @@ void MainWindow::addToContent(QWidget* view) {
 
 void MainWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    if (ui_->zoomButton->isHidden()) // Qt would show assistive technology the hidden button, too
+        ui_->zoomButton->setParent(nullptr);
     const QSize content = ui_->contentView->childrenRect().size();
     if (content.isEmpty() || content == size())
         return;
     const QPoint centre = geometry().center();
     setFixedSize(content);
     move(centre - rect().center());
+    moveToKeptPosition();
+}
+
+void MainWindow::moveToKeptPosition() {
+    const QVariant kept = QSettings().value(positionKey(*screen()));
+    const QRect placed(screen()->geometry().topLeft() + kept.toPoint(), size());
+    if (kept.isValid() && screen()->availableGeometry().contains(placed))
+        move(placed.topLeft());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    storeSetting(positionKey(*screen()), pos() - screen()->geometry().topLeft());
+    QWidget::closeEvent(event);
 }
 
 AppMenu& MainWindow::menu() const {

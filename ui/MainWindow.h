@@ -42,6 +42,7 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override; ///< stores the position on this screen
     void showEvent(QShowEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -49,6 +50,7 @@ protected:
 
 private:
     void applyStyle();
+    void moveToKeptPosition();
 
     std::unique_ptr<Ui::Main> ui_;
     bool movable_ = false;

@@ -10,6 +10,7 @@
 #include "ui/SlotRow.h"
 #include "ui_RootViewController.h"
 
+#include <QApplication>
 #include <QShortcut>
 #include <QTimer>
 
@@ -95,6 +96,10 @@ void RootViewController::setUpRow(SlotRow& row) {
             ifReady([this, slot](const SlotRecord& record) { loadEarlier(slot, record); }));
     connect(&row, &SlotRow::filesDropped, this,
             ifReady([this, slot](const QList<QUrl>& files) { importDropped(slot, files); }));
+    connect(&row, &SlotRow::targeted, this,
+            [this, slot](qsizetype files) { showTargets(slot, files); });
+    connect(row.picture(), &SlotPicture::stepped, this,
+            [this, slot](int by) { stepView(slot, by); });
     onKeys(QString("Ctrl+%1").arg(slot), [this, slot] { addIR(slot); });
     onKeys(QString("Ctrl+Shift+%1").arg(slot), [this, slot] { delIR(slot); });
 }
@@ -111,6 +116,9 @@ bool RootViewController::isReady() const {
 void RootViewController::updateControls() {
     for (SlotRow* row : rows_)
         row->setReady(isReady());
+    const QWidget* const focus = view_->window()->focusWidget();
+    if (isReady() && (focus == nullptr || focus->isWindow()))
+        rows_[0]->addButton()->setFocus();
     openWaitingSet();
 }
 
@@ -136,7 +144,7 @@ void RootViewController::react() {
 void RootViewController::showSlotNames() {
     for (std::size_t i = 0; i < slotCount; ++i) {
         const auto index = static_cast<std::int64_t>(i) + 1;
-        labelOf(index).setText(QString::fromStdString(IRNameArr.at(i)));
+        showName(index, QString::fromStdString(IRNameArr.at(i)));
         const auto record = remembered_.recall(static_cast<std::uint32_t>(index));
         unwrapped(rowOf(index)).showContent(record ? contentOf(*record) : SlotContent());
     }
@@ -151,7 +159,12 @@ void RootViewController::tellDisconnect() {
     disconnected_ = true;
     updateControls();
     QWidget& mainWindow = unwrapped(view_ == nullptr ? nullptr : view_->window());
-    auto* alert = new Alert(mainWindow, "Disconnect! Please try again after connecting.", "Ok",
+    // Over the open panel, if that is in front.
+    QWidget* const active = QApplication::activeWindow();
+    const bool overPanel = active != nullptr && active->parentWidget() == &mainWindow &&
+                           qobject_cast<Sheet*>(active) == nullptr;
+    auto* alert = new Alert(overPanel ? *active : mainWindow,
+                            "Disconnect! Please try again after connecting.", "Ok",
                             why.empty() ? QString() : problem_);
     alert->runModal();
     surroundings_.endProcess(0);
@@ -165,14 +178,31 @@ QLabel& RootViewController::labelOf(std::int64_t index) {
     return outlet(*labels()[static_cast<std::size_t>(index - 1)]);
 }
 
+void RootViewController::showName(std::int64_t index, const QString& name) {
+    labelOf(index).setText(name);
+    unwrapped(rowOf(index)).describe();
+}
+
+void RootViewController::showTargets(int first, qsizetype files) {
+    for (SlotRow* row : rows_)
+        row->setTarget(row->slot() >= first && row->slot() < first + files);
+}
+
+void RootViewController::stepView(int slot, int by) {
+    for (int next = slot + by; rowOf(next) != nullptr; next += by) {
+        if (rowOf(next)->picture()->hasContent())
+            return rowOf(next)->picture()->takeView(*rowOf(slot)->picture());
+    }
+}
+
 SlotRow* RootViewController::rowOf(std::int64_t index) {
     const bool exists = index >= 1 && index <= static_cast<std::int64_t>(slotCount);
     return exists ? rows_[static_cast<std::size_t>(index - 1)] : nullptr;
 }
 
 void RootViewController::prepareChanged(bool on) {
-    ui_->statusLine->say(on ? "Files are prepared before they are loaded."
-                            : "Files are loaded as they are.");
+    ui_->statusLine->tell(on ? "Files are prepared before they are loaded."
+                             : "Files are loaded as they are.");
 }
 
 // A following alert shows the problem, too.

@@ -138,6 +138,9 @@ private:
     void panelClosed(std::int64_t index, int answer, const Choice& choice);
     std::array<QPointer<QLabel>*, slotCount> labels();
     QLabel& labelOf(std::int64_t index);
+    void showName(std::int64_t index, const QString& name);
+    void showTargets(int first, qsizetype files);
+    void stepView(int slot, int by);
 
     struct Sending {
         std::int64_t index; ///< the slot

@@ -5,6 +5,7 @@
 #include "irfile/IRFile.h"
 #include "irfile/SlotName.h"
 #include "ui/Alert.h"
+#include "ui/Announce.h"
 #include "ui/BlockingUpload.h"
 #include "ui/DroppedFiles.h"
 #include "ui/Fatal.h"
@@ -53,16 +54,25 @@ std::optional<std::int64_t> slotOf(QObject* sender, int firstTag) {
     return slot;
 }
 
+// A click does not move the focus; after the upload it is on the control that began it.
+void focusOn(QObject& control) {
+    static_cast<QWidget&>(control).setFocus();
+}
+
 } // namespace
 
 void RootViewController::add(QObject* sender) {
-    if (const auto slot = slotOf(sender, 1))
+    if (const auto slot = slotOf(sender, 1)) {
+        focusOn(*sender);
         addIR(*slot);
+    }
 }
 
 void RootViewController::del(QObject* sender) {
-    if (const auto slot = slotOf(sender, firstDeleteTag))
+    if (const auto slot = slotOf(sender, firstDeleteTag)) {
+        focusOn(*sender);
         delIR(*slot);
+    }
 }
 
 void RootViewController::addIR(std::int64_t index) {
@@ -97,7 +107,7 @@ bool RootViewController::importFile(std::int64_t index, const Choice& choice) {
         return false;
     }
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
-    labelOf(index).setText(name);
+    showName(index, name);
     const QString renamed =
         choice.name.isEmpty() || series_.isEmpty() ? "" : " Its file gives a name that is taken.";
     sayResult(index, result, quoted(name.trimmed()) + " is in " + slotName(index) + "." + renamed);
@@ -171,7 +181,7 @@ void RootViewController::delIR(std::int64_t index) {
         return alterIRError("Error");
     }
     // The view's own default name, not the pedal's: "User3" has no blank.
-    labelOf(index).setText(IRName.at(index - 1));
+    showName(index, IRName.at(index - 1));
     sayResult(index, result, slotName(index) + " is cleared.");
 }
 
@@ -183,11 +193,14 @@ void RootViewController::alterIRError(const QString& hitString) {
 }
 
 void RootViewController::openSheet(Sheet& sheet) {
+    const QPointer<QWidget> focus = view_->window()->focusWidget();
     sheet_ = &sheet;
     updateControls();
-    connect(&sheet, &QDialog::finished, this, [this] {
+    connect(&sheet, &QDialog::finished, this, [this, focus] {
         sheet_ = nullptr;
         updateControls();
+        if (focus != nullptr)
+            focus->setFocus();
     });
     sheet.openAsSheet();
 }
@@ -206,8 +219,9 @@ UploadResult RootViewController::upload(const Sending& sending, const Upload& up
             sent = summaryOf(*file, record.ir.block, {});
     };
     SlotRow* const row = rowOf(sending.index);
-    UploadResult result =
-        upload_->run({sending.index, row, sending.counter, series_}, [&](UploadWait& waiting) {
+    UploadResult result = upload_->run(
+        {sending.index, row, sending.counter, series_, sending.source.empty()},
+        [&](UploadWait& waiting) {
             // In this order the window has always waited; the lines that it prints depend on it.
             return upload({.arming = Arming::afterUpload, .recorded = recorded}, waiting);
         });
@@ -240,7 +254,7 @@ bool RootViewController::loadEarlier(std::int64_t index, const SlotRecord& earli
                    return loadSlot(importNumber(index), earlier.ir, options, waiting);
                });
     const QString name = QString::fromStdString(IRNameArr.at(static_cast<std::size_t>(index - 1)));
-    labelOf(index).setText(name);
+    showName(index, name);
     sayResult(index, result,
               earlier.isClear() ? slotName(index) + " is cleared."
                                 : quoted(name.trimmed()) + " is in " + slotName(index) + ".");
@@ -250,9 +264,12 @@ bool RootViewController::loadEarlier(std::int64_t index, const SlotRecord& earli
 // No alert for an upload that was not confirmed in time: the pedal may well have stored it.
 void RootViewController::sayResult(std::int64_t index, const UploadResult& result,
                                    const QString& done) {
-    if (result.end != UploadEnd::confirmed)
+    if (result.end != UploadEnd::confirmed) {
+        announce(*ui_->statusLine,
+                 slotName(index) + ": " + unwrapped(rowOf(index)).contentInWords());
         return ui_->statusLine->sayReady();
-    ui_->statusLine->say(series_ + done);
+    }
+    ui_->statusLine->tell(series_ + done, unwrapped(rowOf(index)).contentInWords());
     if (remembered_.undoTarget(importNumber(index)))
         undoable_.push_back(index);
     offerUndo();

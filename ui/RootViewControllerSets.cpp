@@ -61,10 +61,10 @@ void RootViewController::saveSet(const QString& path) {
         return alterIRError("Error");
     }
     const auto unknown = slotsOf(set, false);
-    ui_->statusLine->say(fileName(path) + " holds " + slotNames(slotsOf(set, true)) + "." +
-                         (unknown.empty()
-                              ? QString()
-                              : " Left out: " + slotNames(unknown) + ", not loaded from here."));
+    ui_->statusLine->tell(fileName(path) + " holds " + slotNames(slotsOf(set, true)) + "." +
+                          (unknown.empty()
+                               ? QString()
+                               : " Left out: " + slotNames(unknown) + ", not loaded from here."));
     emit setUsed(path);
 }
 
@@ -146,7 +146,7 @@ void RootViewController::loadSet(const QString& name, const SlotSet& set) {
         if (!confirmed || (upload_->closeRequested() && !indexes.empty()))
             return sayStopped(name, confirmed ? i + 1 : i, count, indexes);
     }
-    ui_->statusLine->say("The set " + quoted(name) + " is loaded.");
+    ui_->statusLine->tell("The set " + quoted(name) + " is loaded.");
     offerUndo();
 }
 

@@ -2,7 +2,10 @@
 
 #include "ui/Look.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QTimer>
+#include <QWindow>
 
 namespace cabslot {
 
@@ -29,6 +32,11 @@ protected:
 Sheet::Sheet(QWidget& window) : QDialog(&window, Qt::Dialog | Qt::FramelessWindowHint) {
     setAttribute(Qt::WA_DeleteOnClose);
     setProperty("role", "alert");
+    // A click on the window that it blocks takes the keyboard away from it.
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow* focused) {
+        if (isVisible() && focused == parentWidget()->windowHandle())
+            QTimer::singleShot(0, this, &QWidget::activateWindow);
+    });
 }
 
 void Sheet::openAsSheet() {
@@ -48,7 +56,7 @@ void Sheet::hang() {
     connect(this, &QDialog::finished, dimmer, &QObject::deleteLater);
     ensurePolished();
     adjustSize();
-    move(window.mapToGlobal(QPoint((window.width() - width()) / 2, 0)));
+    move(window.mapToGlobal(window.rect().center()) - rect().center());
 }
 
 } // namespace cabslot

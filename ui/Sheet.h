@@ -1,4 +1,4 @@
-// A sheet: a dialog at its window's top edge, with the window dimmed behind it. Main thread.
+// A sheet: a dialog in the middle of its window, with the window dimmed behind it. Main thread.
 #pragma once
 
 #include <QDialog>

@@ -68,15 +68,28 @@ void SlotPicture::setSlotName(const QString& name) {
 void SlotPicture::openView() {
     if (!summary_)
         return;
-    if (!view_) {
-        view_ = new IRWindow(*listening_, window());
-        connect(view_, &IRWindow::loadAgain, this, &SlotPicture::loadAgain);
-        view_->setReady(ready_);
-        view_->showSlot(slotName_, *summary_, history_());
-    }
+    if (!view_)
+        use(*new IRWindow(*listening_, window()));
     view_->show();
     view_->raise();
     view_->activateWindow();
+}
+
+void SlotPicture::use(IRWindow& view) {
+    view_ = &view;
+    connect(view_, &IRWindow::loadAgain, this, &SlotPicture::loadAgain);
+    connect(view_, &IRWindow::stepped, this, &SlotPicture::stepped);
+    view_->setReady(ready_);
+    view_->showSlot(slotName_, *summary_, history_());
+}
+
+void SlotPicture::takeView(SlotPicture& other) {
+    if (!summary_ || view_ || !other.view_)
+        return openView();
+    IRWindow& view = *other.view_;
+    view.disconnect(&other);
+    other.view_ = nullptr;
+    use(view);
 }
 
 QSize SlotPicture::sizeHint() const {
@@ -89,7 +102,7 @@ void SlotPicture::paintEvent(QPaintEvent* /*event*/) {
     const Colours colours = coloursOf(palette());
     if (!summary_) {
         painter.setFont(detailFont());
-        painter.setPen(colours.disabled);
+        painter.setPen(colours.muted);
         painter.drawText(rect(), Qt::AlignCenter, "No picture yet");
         return;
     }

@@ -41,17 +41,27 @@ public:
     /// Marks the slot's content as unknown.
     void clear();
 
+    bool hasContent() const { return summary_.has_value(); }
+
+    /// Shows this slot in the larger view of `other`; if it has one of its own, that comes to the
+    /// front.
+    void takeView(SlotPicture& other);
+
     QSize sizeHint() const override;
 
 signals:
     /// The user wants an earlier content back.
     void loadAgain(const SlotRecord& record);
 
+    /// The user wants the larger view to show the next slot (1) or the one before (-1).
+    void stepped(int by);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     void openView();
+    void use(IRWindow& view);
 
     QString slotName_;
     QPointer<Listening> listening_;

@@ -1,6 +1,7 @@
 #include "ui/SlotRow.h"
 
 #include "base/Pedal.h"
+#include "ui/Announce.h"
 #include "ui/Glyphs.h"
 #include "ui/Look.h"
 #include "ui/SlotPicture.h"
@@ -55,6 +56,7 @@ SlotRow::SlotRow(QWidget* parent)
       mark_(new Mark(this)), detail_(makeLabel("detail", this)), picture_(new SlotPicture(this)),
       add_(new QPushButton(" Load…", this)), delete_(new QPushButton("Clear", this)) {
     setProperty("role", "row");
+    setAccessibleRole(*this, QAccessible::Grouping);
     delete_->setProperty("role", "secondary");
     number_->setAlignment(Qt::AlignCenter);
     name_->setText("…");
@@ -141,6 +143,21 @@ void SlotRow::setReady(bool ready) {
     picture_->setReady(ready);
 }
 
+void SlotRow::setTarget(bool target) {
+    setLook(*this, "target", target);
+}
+
+void SlotRow::describe() {
+    const QString slot = QString::fromStdString(defaultSlotName(static_cast<std::size_t>(slot_)));
+    const QString name = name_->text().trimmed();
+    name_->setAccessibleName(name);
+    setAccessibleName(name == slot ? slot : slot + ", " + name);
+}
+
+QString SlotRow::contentInWords() const {
+    return (detail_->accessibleName() + ". " + mark_->accessibleDescription()).trimmed();
+}
+
 void SlotRow::setBusy(bool busy) {
     setLook(*this, "busy", busy);
 }
@@ -149,15 +166,15 @@ void SlotRow::dragEnterEvent(QDragEnterEvent* event) {
     if (!event->mimeData()->hasUrls())
         return;
     event->acceptProposedAction();
-    setLook(*this, "target", true);
+    emit targeted(event->mimeData()->urls().size());
 }
 
 void SlotRow::dragLeaveEvent(QDragLeaveEvent* /*event*/) {
-    setLook(*this, "target", false);
+    emit targeted(0);
 }
 
 void SlotRow::dropEvent(QDropEvent* event) {
-    setLook(*this, "target", false);
+    emit targeted(0);
     event->acceptProposedAction();
     // Deferred, because the program that the files came from waits for this call to return.
     QMetaObject::invokeMethod(

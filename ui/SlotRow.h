@@ -36,12 +36,24 @@ public:
     /// Enables or disables the two buttons and dropping.
     void setReady(bool ready);
 
+    /// Marks the row as one that the files held over the window would go to.
+    void setTarget(bool target);
+
+    /// Tells assistive technology the name that the label shows.
+    void describe();
+
+    /// What is known of the content, and what was found in it, in words; may be empty.
+    QString contentInWords() const;
+
     /// Marks the row as the one being loaded.
     void setBusy(bool busy);
 
 signals:
     /// Emitted after the drop has ended. Contains everything dropped, not only loadable files.
     void filesDropped(QList<QUrl> files);
+
+    /// So many files are held over the row; 0: no longer.
+    void targeted(qsizetype files);
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;

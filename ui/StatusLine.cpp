@@ -1,13 +1,14 @@
 #include "ui/StatusLine.h"
 
 #include "base/VisibleText.h"
+#include "ui/Announce.h"
 #include "ui/BusyWait.h"
+#include "ui/ElidedText.h"
 #include "ui/Look.h"
 #include "ui/PrepareSetting.h"
 #include "ui/Problem.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 
 namespace cabslot {
@@ -16,14 +17,15 @@ namespace {
 
 constexpr int besideWindowButtons = 110; // pixels that the buttons in the window's corner take
 
+constexpr int textLines = 2;
+
 } // namespace
 
 StatusLine::StatusLine(QWidget* parent)
-    : QWidget(parent), text_(new QLabel("Looking for the pedal…")), undo_(new QPushButton("Undo")),
+    : QWidget(parent), text_(new ElidedText(textLines)), undo_(new QPushButton("Undo")),
       stop_(new QPushButton("Stop waiting")) {
     text_->setObjectName("status");
-    text_->setTextFormat(Qt::PlainText); // it quotes names of files
-    text_->setWordWrap(true);
+    text_->setText("Looking for the pedal…");
     text_->setProperty("role", "status");
     undo_->setObjectName("undo");
     undo_->setFocusPolicy(Qt::TabFocus); // shows the focus only to keyboard users
@@ -39,14 +41,20 @@ StatusLine::StatusLine(QWidget* parent)
         button->hide();
         row->addWidget(button);
     }
-    // Room for a reason of two lines or for a button, so that the window keeps its size.
-    setFixedHeight(2 * text_->fontMetrics().lineSpacing());
+    // The window keeps its size, whatever is said.
+    setFixedHeight(textLines * text_->fontMetrics().lineSpacing());
+    setAccessibleRole(*this, QAccessible::Notification);
 }
 
 void StatusLine::say(const QString& text, bool problem) {
     text_->setText(text);
     setLook(*text_, "problem", problem);
     undo_->hide();
+}
+
+void StatusLine::tell(const QString& text, const QString& more) {
+    say(text);
+    announce(*this, (text + ' ' + more).trimmed());
 }
 
 void StatusLine::offerUndo(const QString& what) {
@@ -67,6 +75,7 @@ QString StatusLine::refuse(const QString& why) {
     if (!text.endsWith('.'))
         text += '.';
     say(text, true);
+    announce(*this, text);
     return text;
 }
 

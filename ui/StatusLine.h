@@ -4,10 +4,11 @@
 
 #include <QWidget>
 
-class QLabel;
 class QPushButton;
 
 namespace cabslot {
+
+class ElidedText;
 
 class StatusLine final : public QWidget {
     Q_OBJECT
@@ -15,6 +16,9 @@ public:
     explicit StatusLine(QWidget* parent = nullptr);
 
     void say(const QString& text, bool problem = false);
+
+    /// Says it, and has screen readers read it aloud, with `more`.
+    void tell(const QString& text, const QString& more = {});
 
     /// Says that a file can be loaded.
     void sayReady();
@@ -31,7 +35,7 @@ public:
     QPushButton* stopButton() const { return stop_; }
 
 private:
-    QLabel* text_;
+    ElidedText* text_;
     QPushButton* undo_;
     QPushButton* stop_;
 };

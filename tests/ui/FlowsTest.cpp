@@ -215,7 +215,7 @@ TEST_F(Flows, FilesAreDroppedOnTheirSlot) {
     const auto slow = url(folder.write("Slow.wav", WavBuilder{.rate = 22050}.add(1).bytes()));
     const std::pair<QList<QUrl>, QString> refused[] = {
         {{url(wav()), url(wav("b.wav"))},
-         "2 files were dropped, but from User 4 on there is 1 slot."},
+         "2 files were dropped, but from User 4 on there is 1 slot: “Cab.wav”, “b.wav”."},
         {{url(folder.path("song.mp3"))}, "“song.mp3”: only WAV files (.wav) can be dropped."},
         {{QUrl("https://example.org/a.wav")},
          "“https://example.org/a.wav”: it is not a file on this computer."},

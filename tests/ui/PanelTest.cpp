@@ -102,7 +102,7 @@ TEST_F(Panel, PreparesWhatIsShownAndLoaded) {
     key(Qt::Key_Down);
     EXPECT_NE(text("irDetail").find("peak -6.02 dBFS"), std::string::npos) << text("irDetail");
     prepare->setChecked(true);
-    EXPECT_NE(text("irDetail").find("peak -0.30 dBFS"), std::string::npos) << text("irDetail");
+    EXPECT_NE(text("irDetail").find(". Peak -0.30 dBFS"), std::string::npos) << text("irDetail");
     QMetaObject::invokeMethod(panel, "accept");
     QCoreApplication::processEvents();
     const PreparedIR prepared = prepareFile(folder.path("irs/1 Half.wav"), {});

@@ -86,6 +86,10 @@ TEST_F(Window, HasTheLookOfTheShell) {
     QTest::mouseRelease(line, Qt::LeftButton, {}, {45, 25});
     EXPECT_EQ(window->pos() - before, QPoint(40, 20));
 
+    EXPECT_EQ(window->focusWidget(), button(1)) << "from the start";
+    EXPECT_EQ(window->findChild<QWidget*>("row2")->accessibleName(), "User 2");
+    EXPECT_EQ(window->findChild<QLabel*>("User2Label")->accessibleName(), "User 2");
+
     // Tab goes through the slots row by row.
     button(1)->setFocus();
     for (const int tag : {5, 2, 6, 3, 7, 4, 8}) {

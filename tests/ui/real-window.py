@@ -119,7 +119,7 @@ def load_and_close(folder):
     block = os.path.join(folder, "block")
     pedal, window, state = start_pedal(folder, "--confirm-delay", "3000")
     for slot in range(1, 5):
-        wait_for(f"the name of slot {slot}", lambda: label(f"User {slot}          "))
+        wait_for(f"the name of slot {slot}", lambda: label(f"User {slot}"))
 
     # A second window on the same pedal only brings the first one to the front.
     expect_status_0(start_window(f"{folder}/pedal.sock"))
@@ -138,7 +138,7 @@ def load_and_close(folder):
     bar = wait_for("the progress", lambda: find("Upload progress", Atspi.Role.PROGRESS_BAR))
     wait_for("it to grow", lambda: Atspi.Value.get_current_value(bar) > 0)
     press("Clear User 4", enabled=False)  # nothing is taken meanwhile
-    wait_for("the new name", lambda: label("Demo 1x12     "))
+    wait_for("the new name", lambda: label("Demo 1x12"))
     wait_for("the end", lambda: label("“Demo 1x12” is in User 2."))
     if PICTURE:
         found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Cabslot$"],
@@ -207,7 +207,7 @@ def listen_with_the_keys(folder):
                               capture_output=True).stdout
 
     pedal, window, _ = start_pedal(folder)
-    wait_for("the pedal's names", lambda: label("User 1          "))
+    wait_for("the pedal's names", lambda: label("User 1"))
     press("Load a WAV into User 1")
     wait_for("the open panel", lambda: find("File name:", Atspi.Role.TEXT))
     time.sleep(0.5)  # the window manager gives the panel the keyboard
@@ -221,7 +221,7 @@ def listen_with_the_keys(folder):
     xdotool("key", "Down", "Down")
     wait_for("the reason", lambda: label("It is refused: it is empty."))
     xdotool("key", "Up", "Return")
-    wait_for("the new name", lambda: label("Dark          "))
+    wait_for("the new name", lambda: label("Dark"))
     if sounds():
         sys.exit("FAILED: it is still heard")
     press("Close")
