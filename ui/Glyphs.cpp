@@ -68,8 +68,33 @@ QPainterPath warning() {
     return path;
 }
 
+QPainterPath lines(std::initializer_list<QPointF> points) {
+    QPainterPath path;
+    path.addPolygon(QPolygonF(QList<QPointF>(points)));
+    return path;
+}
+
+QPainterPath folder() {
+    return lines({{1.5, 13}, {1.5, 3.5}, {6, 3.5}, {7.5, 5.5}, {14.5, 5.5}, {14.5, 13}, {1.5, 13}});
+}
+
+// An IR: a peak that rings out.
+QPainterPath wave() {
+    return lines({{1.5, 8}, {3.5, 8}, {5, 2.5}, {7.5, 13.5}, {9.5, 5.5}, {11.5, 9.5}, {14.5, 8}});
+}
+
 QPainterPath outline(Glyph glyph) {
     switch (glyph) {
+    case Glyph::folder:
+        return folder();
+    case Glyph::wave:
+        return wave();
+    case Glyph::back:
+        return lines({{9.5, 3.5}, {5, 8}, {9.5, 12.5}});
+    case Glyph::forward:
+        return lines({{6.5, 3.5}, {11, 8}, {6.5, 12.5}});
+    case Glyph::up:
+        return lines({{3.5, 9.5}, {8, 5}, {12.5, 9.5}});
     case Glyph::load:
         return arrowIntoTray();
     case Glyph::minimise:

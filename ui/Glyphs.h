@@ -6,7 +6,7 @@
 
 namespace cabslot {
 
-enum class Glyph { load, close, minimise, menu, finding };
+enum class Glyph { load, close, minimise, menu, finding, folder, wave, back, forward, up };
 
 QIcon glyphIcon(Glyph glyph);
 

@@ -35,7 +35,8 @@ ListenBar::ListenBar(Listening& listening, QWidget* parent)
     switch_->setCheckable(true);
     switch_->setAutoDefault(false);
     switch_->setProperty("role", "switch");
-    switch_->setToolTip("Plays a guitar phrase through the IR, in a loop (L or Space in the list)");
+    switch_->setToolTip(
+        "Plays a guitar phrase through the IR, in a loop (Space in the list; Ctrl+L)");
     phrase_->setObjectName("phrase");
     phrase_->setAccessibleName("Phrase to listen with");
     asItIs_->setObjectName("asLoudAsItIs");
@@ -81,6 +82,11 @@ ListenBar::~ListenBar() {
 void ListenBar::setIR(const std::optional<Samples>& ir) {
     ir_ = ir;
     listening_->setIR(this, ir);
+    refresh();
+}
+
+QList<QWidget*> ListenBar::tabOrder() const {
+    return {switch_, phrase_, asItIs_};
 }
 
 void ListenBar::toggle() {
@@ -117,7 +123,8 @@ void ListenBar::chooseOwnPhrase() {
 void ListenBar::refresh() {
     const Listener::Status status = listening_->status();
     const bool unavailable = status.state == Listener::State::unavailable;
-    switch_->setEnabled(!unavailable && status.state != Listener::State::unknown);
+    const bool hasWork = ir_.has_value() || listening_->isOn(this);
+    switch_->setEnabled(hasWork && !unavailable && status.state != Listener::State::unknown);
     switch_->setChecked(listening_->isOn(this));
     switch_->setAccessibleDescription(unavailable ? inWords(status) : QString());
     words_->setText(inWords(status));

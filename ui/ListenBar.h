@@ -27,6 +27,8 @@ public:
 
     void toggle(); ///< like pressing the switch; does nothing while it is disabled
 
+    QList<QWidget*> tabOrder() const; ///< its controls, from the left
+
 protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;

@@ -138,6 +138,10 @@ void LoadBar::setFile(const QString& path) {
     proposal_->setVisible(!proposed_.isEmpty());
 }
 
+QList<QWidget*> LoadBar::tabOrder() const {
+    return {name_, proposal_, prepare_, lowCut_, highCut_};
+}
+
 Choice LoadBar::choiceOf(const QString& path) const {
     Choice choice{.path = path,
                   .prepares = prepare_->isChecked(),

@@ -28,6 +28,8 @@ public:
     /// does not count.
     Choice choiceOf(const QString& path) const;
 
+    QList<QWidget*> tabOrder() const; ///< its controls, from the top
+
 signals:
     void changed(); ///< by the user
 

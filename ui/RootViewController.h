@@ -150,6 +150,7 @@ private:
     };
     using Upload = std::function<UploadResult(const UploadOptions&, UploadWait&)>;
     UploadResult upload(const Sending& sending, const Upload& upload);
+    QStringList slotFolders();
     QStringList namesBut(std::int64_t first, std::int64_t count = 1) const;
     std::vector<Choice> choicesOf(std::int64_t index, const QList<QUrl>& files) const;
     bool loadEarlier(std::int64_t index, const SlotRecord& earlier);

@@ -77,8 +77,20 @@ void RootViewController::del(QObject* sender) {
 
 void RootViewController::addIR(std::int64_t index) {
     showOpenPanel(
-        view_->window(), "Load a WAV into " + slotName(index), namesBut(index), listening_,
+        view_->window(), {"Load a WAV into " + slotName(index), namesBut(index), slotFolders()},
+        listening_,
         [this, index](int answer, const Choice& choice) { panelClosed(index, answer, choice); });
+}
+
+// Of what was loaded into the slots from this computer.
+QStringList RootViewController::slotFolders() {
+    QStringList folders;
+    for (std::uint32_t slot = 1; slot <= IRNameArr.count(); ++slot) {
+        const auto record = remembered_.recall(slot);
+        if (record && !record->isClear())
+            folders << QFileInfo(QString::fromStdString(record->ir.source)).absolutePath();
+    }
+    return folders;
 }
 
 void RootViewController::panelClosed(std::int64_t index, int answer, const Choice& choice) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/Pedal.h"
+#include "base/VisibleText.h"
 
 #include <QString>
 #include <QStringList>
@@ -34,6 +35,11 @@ inline QString seriesText(qsizetype index, qsizetype count) {
 }
 
 inline const QString fileError = "File Error!! Please check the file or file name for errors.";
+
+/// `text`, which came from outside, as it can be shown.
+inline QString visible(const QString& text) {
+    return QString::fromStdString(visibleText(text.toStdString()));
+}
 
 /// A tool tip that shows `text` as it is: Qt takes plain text for rich if it looks so.
 inline QString toolTipOf(const QString& text) {

@@ -11,9 +11,10 @@
 #include "simulator/server/PedalServer.h"
 #include "ui/Alert.h"
 #include "ui/AppDelegate.h"
+#include "ui/OpenPanel.h"
 
 #include <QApplication>
-#include <QFileDialog>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -112,10 +113,10 @@ protected:
 
     /// Answers the open panel with `path`, then lets the upload run.
     void choose(const std::string& path) {
-        auto* panel = dialog<QFileDialog>();
+        auto* panel = dialog<OpenPanel>();
         ASSERT_NE(panel, nullptr);
-        panel->selectFile(QString::fromStdString(path));
-        QMetaObject::invokeMethod(panel, "accept");
+        panel->findChild<QLineEdit*>("fileName")->setText(QString::fromStdString(path));
+        panel->accept();
         QCoreApplication::processEvents();
     }
 

@@ -35,7 +35,7 @@ protected:
 TEST_F(Flows, ImportShowsTheNameThePedalStoresTheBlock) {
     open();
     press(3);
-    auto* panel = dialog<QFileDialog>();
+    auto* panel = dialog<OpenPanel>();
     ASSERT_NE(panel, nullptr);
     ::testing::internal::CaptureStdout();
     choose(wav());
@@ -98,7 +98,7 @@ TEST_F(Flows, ACancelledPanelChangesNothing) {
     open();
     press(2);
     ::testing::internal::CaptureStdout();
-    dialog<QFileDialog>()->reject();
+    dialog<OpenPanel>()->reject();
     QCoreApplication::processEvents();
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "取消\n");
     EXPECT_EQ(IR_InportNumber, 0U);
@@ -181,7 +181,7 @@ TEST_F(Flows, InputDuringTheUploadIsDroppedAndClosingIsHonouredAtItsEnd) {
     choose(wav());
     EXPECT_GT(polls, 1);
     QTest::qWait(20);
-    EXPECT_EQ(dialog<QFileDialog>(), nullptr) << "no click was replayed";
+    EXPECT_EQ(dialog<OpenPanel>(), nullptr) << "no click was replayed";
     EXPECT_TRUE(ended.empty());
     EXPECT_FALSE(window->findChild<QWidget*>("progress")->isVisible());
 
@@ -256,7 +256,7 @@ TEST_F(Flows, NothingStartsWithoutNamesOrBehindAnAlert) {
         auto* row = window->findChild<SlotRow*>("row3");
         EXPECT_FALSE(row->acceptDrops());
         emit row->filesDropped({QUrl::fromLocalFile(QString::fromStdString(wav()))});
-        EXPECT_EQ(dialog<QFileDialog>(), nullptr);
+        EXPECT_EQ(dialog<OpenPanel>(), nullptr);
         EXPECT_EQ(IR_InportNumber, 0U);
     };
     openOn(std::make_unique<FakeManager>()); // a pedal that never sends its names
@@ -285,7 +285,7 @@ TEST_F(Flows, NothingStartsWithoutNamesOrBehindAnAlert) {
 TEST_F(Flows, KeysReachTheirSlots) {
     open();
     QTest::keyClick(window.get(), Qt::Key_2, Qt::ControlModifier);
-    auto* panel = dialog<QFileDialog>();
+    auto* panel = dialog<OpenPanel>();
     ASSERT_NE(panel, nullptr);
     EXPECT_EQ(panel->windowTitle(), "Load a WAV into User 2");
     panel->reject();

@@ -39,7 +39,7 @@ TEST_F(LongRun, UploadsLeaveNothingBehind) {
     std::map<std::string, std::ptrdiff_t> before;
     for (int done = 1; done <= uploads; ++done) {
         press(done % 8 + 1); // one of the four panels, or a clear
-        if (dialog<QFileDialog>() != nullptr)
+        if (dialog<OpenPanel>() != nullptr)
             choose(wav());
         if (done == uploadsBeforeCounting)
             before = use();
