@@ -19,8 +19,8 @@ struct PlotSize {
 };
 
 // In text sizes; if narrower, labels would overlap.
-inline constexpr double narrowestPlot = 32;
-inline constexpr double lowestPlot = 14;
+inline constexpr double narrowestPlot = 28;
+inline constexpr double lowestPlot = 10;
 
 /// The waveform alone, scaled to the picture's height, so that it shows the shape, not the level.
 /// Only waveforms below -60 dBFS are drawn lower.

@@ -12,12 +12,11 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFileDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QPushButton>
 #include <QSettings>
 #include <QTest>
-#include <QTreeView>
 
 #include <atomic>
 #include <cmath>
@@ -94,24 +93,23 @@ private:
 
 struct Panel {
     explicit Panel(Listening& listening) {
-        showOpenPanel(&window, "Bench", listening, [](int, const QString&, bool) {});
-        dialog = window.findChild<QFileDialog*>();
-        list = dialog->findChild<QTreeView*>("treeView");
+        showOpenPanel(&window, {.title = "Bench"}, listening, [](int, const Choice&) {});
+        dialog = window.findChild<OpenPanel*>();
+        list = dialog->findChild<QListView*>("files");
         listen = dialog->findChild<QPushButton*>("listen");
     }
 
     /// All files are listed and sorted: 0.wav is the first.
     bool isListed(qsizetype files) const {
         const QAbstractItemModel& model = *list->model();
-        return model.rowCount(list->rootIndex()) == files &&
-               model.index(0, 0, list->rootIndex()).data() == "0.wav";
+        return model.rowCount() == files && model.index(0, 0).data() == "0.wav";
     }
 
     void step() { QTest::keyClick(list, Qt::Key_Down); }
 
     QWidget window;
-    QFileDialog* dialog;
-    QTreeView* list;
+    OpenPanel* dialog;
+    QListView* list;
     QPushButton* listen;
 };
 
@@ -179,7 +177,7 @@ int main(int argc, char** argv) {
     Panel panel(listening);
     if (!runUntil([&] { return panel.isListed(QDir(argv[2]).entryList({"*.wav"}).size()); }))
         fail("the folder is not listed");
-    QTest::keyClick(panel.dialog->findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Down);
+    QTest::keyClick(panel.dialog->findChild<QLineEdit*>("fileName"), Qt::Key_Down);
     measurePainting(panel, steps);
     measureHearing(panel, library, steps);
     measureRendering(library, argv[3], steps);

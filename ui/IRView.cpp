@@ -5,7 +5,9 @@
 #include "ui/PicturePainter.h"
 
 #include <QFrame>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QScreen>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -17,8 +19,21 @@ namespace {
 
 constexpr int spacing = 12;
 
-constexpr int detailLines = 3;  // the tool tip shows the rest
-constexpr int findingLines = 4; // the rest can be scrolled to
+constexpr int lowScreen = 700; // pixels; on a lower one the texts get fewer lines
+
+bool isScreenLow() {
+    return QGuiApplication::primaryScreen()->availableSize().height() < lowScreen;
+}
+
+// The tool tip shows the rest.
+int detailLines() {
+    return isScreenLow() ? 2 : 3;
+}
+
+// The rest can be scrolled to.
+int findingLines() {
+    return isScreenLow() ? 2 : 4;
+}
 
 QLabel* makeLabel(const char* objectName, const char* role) {
     auto* label = new QLabel;
@@ -37,7 +52,7 @@ QScrollArea* scrolled(QLabel* label) {
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
-    area->setFixedHeight(findingLines * label->fontMetrics().lineSpacing());
+    area->setFixedHeight(findingLines() * label->fontMetrics().lineSpacing());
     label->setAlignment(Qt::AlignTop);
     return area;
 }
@@ -82,7 +97,7 @@ IRView::IRView(QWidget* parent) : QWidget(parent) {
     layout->setSpacing(spacing);
     name_ = makeLabel("irName", "name");
     name_->setFont(nameFont());
-    detail_ = new ElidedText(detailLines);
+    detail_ = new ElidedText(detailLines());
     detail_->setObjectName("irDetail");
     detail_->setProperty("role", "detail");
     detail_->setAlignment(Qt::AlignTop);

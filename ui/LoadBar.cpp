@@ -51,7 +51,7 @@ QString hertzText(int hertz) {
 
 LoadBar::LoadBar(const QStringList& taken, QWidget* parent)
     : QWidget(parent), taken_(taken), name_(new QLineEdit), proposal_(new QPushButton),
-      prepare_(new QCheckBox("&Prepare: resample well, trim, fade and level")) {
+      prepare_(new QCheckBox("&Prepare")) {
     name_->setObjectName("slotName");
     name_->setMaxLength(static_cast<int>(wavNameSize));
     name_->setValidator(
@@ -61,7 +61,9 @@ LoadBar::LoadBar(const QStringList& taken, QWidget* parent)
     proposal_->setProperty("role", "inline");
     proposal_->setAutoDefault(false);
     prepare_->setObjectName("prepare");
-    prepare_->setToolTip("Load the best 1024 points that the file can give, not its first ones");
+    prepare_->setToolTip(
+        "Resamples well, trims, fades and sets the level: the best 1024 points that "
+        "the file can give, not its first ones");
     prepare_->setChecked(preparesFiles());
     lowCut_ = makeCut("Low cut", lowCutKey, {60, 80, 100, 120, 150});
     highCut_ = makeCut("High cut", highCutKey, {12000, 10000, 8000, 6000, 5000});

@@ -35,7 +35,8 @@ const QString lastFolderKey = QStringLiteral("openPanel/lastFolder");
 constexpr QSize firstSize = {1020, 680};
 constexpr double screenShare = 0.9;             // leaves space for the window's frame
 const QList<int> firstShares = {150, 330, 500}; // widths of places, files and preview
-constexpr auto changeDelay = 200ms;             // files mostly change several at a time
+constexpr int narrowestPlaces = 90;
+constexpr auto changeDelay = 200ms; // files mostly change several at a time
 
 QString firstFolder() {
     const QString last = QSettings().value(lastFolderKey).toString();
@@ -65,6 +66,7 @@ void OpenPanel::layOut() {
          {static_cast<QWidget*>(places_), makeMiddle(), static_cast<QWidget*>(column_)})
         splitter->addWidget(part);
     splitter->setChildrenCollapsible(false);
+    places_->setMinimumWidth(narrowestPlaces);
     splitter->setStretchFactor(2, 1);
     splitter->setSizes(firstShares);
     auto* title = new QLabel("File &name:");

@@ -212,10 +212,10 @@ def listen_with_the_keys(folder):
     wait_for("the open panel", lambda: find("File name:", Atspi.Role.TEXT))
     time.sleep(0.5)  # the window manager gives the panel the keyboard
     wait_for("the folder", lambda: find("Dark.wav"))
-    wait_for("the switch", lambda: find("Listen", Atspi.Role.CHECK_BOX).get_state_set()
-             .contains(Atspi.StateType.ENABLED))
     xdotool("key", "Down")
     wait_for("the first IR", lambda: label("Bright"))
+    wait_for("the switch", lambda: find("Listen", Atspi.Role.CHECK_BOX).get_state_set()
+             .contains(Atspi.StateType.ENABLED))
     xdotool("key", "space")
     wait_for("its sound", sounds)
     xdotool("key", "Down", "Down")
