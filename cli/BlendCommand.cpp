@@ -154,6 +154,7 @@ std::vector<std::string> BlendCommand::lines(const std::vector<Input>& inputs, c
 std::string BlendCommand::plotOf(const std::vector<Input>& inputs, const Blend& blend,
                                  const Mixed& mixed) const {
     std::vector<Response> responses;
+    responses.reserve(inputs.size() + 1); // the sum, too
     for (const Input& input : inputs)
         responses.emplace_back(samplesOf(input.block));
     const Samples sum = samplesOf(mixed.block);
