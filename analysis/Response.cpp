@@ -18,10 +18,6 @@ double powerOf(double decibels) {
     return std::pow(10, decibels / 10);
 }
 
-double inDecibels(double power) {
-    return decibels(std::sqrt(power));
-}
-
 } // namespace
 
 Response::Response(const Samples& samples) : decibels_(binCount) {
@@ -58,7 +54,7 @@ double Response::mean(double fromHz, double toHz) const {
     double sum = 0;
     for (std::size_t i = first; i <= last; ++i)
         sum += powerOf(decibels_[i]);
-    return inDecibels(sum / static_cast<double>(last - first + 1));
+    return powerDecibels(sum / static_cast<double>(last - first + 1));
 }
 
 double Response::level() const {
@@ -70,7 +66,7 @@ double Response::level() const {
         sum += weight * powerOf(decibels_[i]);
         all += weight;
     }
-    return inDecibels(sum / all);
+    return powerDecibels(sum / all);
 }
 
 Response Response::smoothed(Smoothing smoothing) const {
@@ -87,7 +83,7 @@ Response Response::smoothed(Smoothing smoothing) const {
         const std::size_t last =
             std::min(static_cast<std::size_t>(std::lround(middle * half)), binCount - 1);
         result.decibels_[i] =
-            inDecibels((sums[last + 1] - sums[first]) / static_cast<double>(last + 1 - first));
+            powerDecibels((sums[last + 1] - sums[first]) / static_cast<double>(last + 1 - first));
     }
     return result;
 }

@@ -10,6 +10,8 @@ namespace cabslot {
 
 namespace {
 
+constexpr double onsetLevel = 0.01; // of the peak; -40 dB
+
 double valueAt(std::span<const double> curve, double position) {
     const auto index = std::min(static_cast<std::size_t>(position), curve.size() - 1);
     const auto next = std::min(index + 1, curve.size() - 1);
@@ -55,9 +57,27 @@ double decibels(double amplitude) {
     return amplitude > 0 ? std::max(20 * std::log10(amplitude), quietest) : quietest;
 }
 
-double peakOf(const Samples& samples) {
-    const auto [lowest, highest] = std::minmax_element(samples.begin(), samples.end());
-    return std::max(-*lowest, *highest);
+double powerDecibels(double power) {
+    return decibels(std::sqrt(power));
+}
+
+double peakOf(std::span<const double> samples) {
+    double peak = 0;
+    for (const double sample : samples)
+        peak = std::max(peak, std::abs(sample));
+    return peak;
+}
+
+double energyOf(std::span<const double> samples) {
+    return std::inner_product(samples.begin(), samples.end(), samples.begin(), 0.0);
+}
+
+std::size_t onsetOf(std::span<const double> samples) {
+    const double threshold = onsetLevel * peakOf(samples);
+    const auto first = std::ranges::find_if(samples, [threshold](double sample) {
+        return sample != 0 && std::abs(sample) >= threshold;
+    });
+    return first == samples.end() ? 0 : static_cast<std::size_t>(first - samples.begin());
 }
 
 std::optional<double> peakDbfs(const Samples& samples) {

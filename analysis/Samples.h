@@ -37,7 +37,14 @@ std::vector<Range> envelope(const Samples& samples, std::size_t columns);
 double decibels(double amplitude);
 inline constexpr double quietest = -200; // dB; below what 24 bits can hold
 
-double peakOf(const Samples& samples); ///< the greatest magnitude
+/// 10 times the base-10 logarithm; `quietest` for 0.
+double powerDecibels(double power);
+
+double peakOf(std::span<const double> samples);   ///< the greatest magnitude
+double energyOf(std::span<const double> samples); ///< the sum of all squares
+
+/// The index of the onset: the first sample within 40 dB of the peak; 0 if all are 0.
+std::size_t onsetOf(std::span<const double> samples);
 
 /// Relative to full scale, so that a full-scale square is at 0 dBFS; no value if silent.
 std::optional<double> peakDbfs(const Samples& samples);

@@ -12,17 +12,6 @@ namespace cabslot {
 
 namespace {
 
-double inDecibels(double energy) {
-    return decibels(std::sqrt(energy));
-}
-
-double energyOf(const Samples& samples) {
-    double energy = 0;
-    for (const double sample : samples)
-        energy += sample * sample;
-    return energy;
-}
-
 /// What is left of `first` without `second`, at the best level, where both have points: what was
 /// shifted out of the block, and what the filter of the shift spreads at its ends, does not count.
 double residueOf(const Samples& first, const ShiftedIR& second) {
@@ -45,7 +34,7 @@ double residueOf(const Samples& first, const ShiftedIR& second) {
     double left = 0; // summed, not calculated from the above: that would end at -150 dB
     for (std::ptrdiff_t place = from; place < to; ++place)
         left += std::pow(first[static_cast<std::size_t>(place)] - gain * second.at(place), 2);
-    return one > 0 ? inDecibels(left / one) : 0;
+    return one > 0 ? powerDecibels(left / one) : 0;
 }
 
 } // namespace
@@ -54,7 +43,7 @@ std::optional<Comparison> compare(const Samples& first, const Samples& second) {
     if (peakOf(first) == 0 || peakOf(second) == 0)
         return std::nullopt;
     Comparison result{.alignment = align(first, second)};
-    result.level = inDecibels(energyOf(second) / energyOf(first));
+    result.level = powerDecibels(energyOf(second) / energyOf(first));
     const Response one(first);
     const Response other(second);
     for (std::size_t i = 0; i < octaves.size(); ++i) {

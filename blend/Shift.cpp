@@ -12,7 +12,6 @@ namespace {
 
 constexpr auto reach = static_cast<std::ptrdiff_t>(shiftReach);
 constexpr double kaiserShape = 9;   // 90 dB of attenuation beyond 26 kHz, the image of 18 kHz
-constexpr double onsetLevel = 0.01; // of the peak; -40 dB
 constexpr double negligible = 1e-8; // of the energy; -80 dB
 
 using Kernel = std::array<double, 2 * shiftReach>;
@@ -44,20 +43,6 @@ Kernel kernelOf(double fraction) {
     for (double& entry : kernel)
         entry /= gain;
     return kernel;
-}
-
-double energyOf(std::span<const double> points) {
-    return std::inner_product(points.begin(), points.end(), points.begin(), 0.0);
-}
-
-/// The first point within 40 dB of the peak, as a place in the block.
-std::ptrdiff_t onsetOf(const ShiftedIR& ir) {
-    double peak = 0;
-    for (const double point : ir.points)
-        peak = std::max(peak, std::abs(point));
-    const auto onset = std::ranges::find_if(
-        ir.points, [peak](double point) { return std::abs(point) >= onsetLevel * peak; });
-    return ir.first + (onset - ir.points.begin());
 }
 
 /// The place of the first point with which the energy so far is no longer negligible.
@@ -93,7 +78,8 @@ ShiftedIR shifted(const Samples& samples, double points) {
 }
 
 std::size_t delayToKeepOnset(const ShiftedIR& ir) {
-    const std::ptrdiff_t needed = std::max(onsetOf(ir) - reach, beginningOf(ir));
+    const std::ptrdiff_t onset = ir.first + static_cast<std::ptrdiff_t>(onsetOf(ir.points));
+    const std::ptrdiff_t needed = std::max(onset - reach, beginningOf(ir));
     return needed < 0 ? static_cast<std::size_t>(-needed) : 0;
 }
 

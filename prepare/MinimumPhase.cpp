@@ -1,5 +1,7 @@
 #include "prepare/MinimumPhase.h"
 
+#include "analysis/Samples.h"
+
 #include <kissfft.hh>
 
 #include <algorithm>

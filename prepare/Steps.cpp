@@ -9,40 +9,19 @@
 #include <array>
 #include <cmath>
 #include <numbers>
-#include <numeric>
 
 namespace cabslot {
 
 namespace {
 
-constexpr double onsetLevel = 0.01;      // of the peak; -40 dB
 constexpr double zerosBefore = 8;        // for the filter to rise in
 constexpr std::size_t zerosAfter = 4096; // for the filter to ring in
 
 } // namespace
 
-double peakOf(const Signal& signal) {
-    double peak = 0;
-    for (const double sample : signal)
-        peak = std::max(peak, std::abs(sample));
-    return peak;
-}
-
-double energyOf(std::span<const double> signal) {
-    return std::inner_product(signal.begin(), signal.end(), signal.begin(), 0.0);
-}
-
 void scale(Signal& signal, double factor) {
     for (double& sample : signal)
         sample *= factor;
-}
-
-std::size_t onsetOf(const Signal& signal) {
-    const double threshold = onsetLevel * peakOf(signal);
-    const auto first = std::ranges::find_if(signal, [threshold](double sample) {
-        return sample != 0 && std::abs(sample) >= threshold;
-    });
-    return first == signal.end() ? 0 : static_cast<std::size_t>(first - signal.begin());
 }
 
 Signal resampled(const Signal& signal, double rate) {

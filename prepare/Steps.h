@@ -3,15 +3,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <vector>
 
 namespace cabslot {
 
 using Signal = std::vector<double>;
-
-/// The index of the onset: the first sample within 40 dB of the peak; 0 if all are 0.
-std::size_t onsetOf(const Signal& signal);
 
 /// Converts `signal` from `rate` to 44.1 kHz with libsoxr at very high quality and a minimum-phase
 /// filter: a linear-phase one would ring before the onset, and cutting that off would change the
@@ -29,8 +25,6 @@ Signal loudestPart(const Signal& signal, std::size_t length);
 /// Fades out the last `length` samples with half a cosine period that reaches 0 after the last one.
 void fadeOut(Signal& signal, std::size_t length);
 
-double peakOf(const Signal& signal);             ///< the greatest magnitude
-double energyOf(std::span<const double> signal); ///< the sum of all squares
 void scale(Signal& signal, double factor);
 
 } // namespace cabslot
