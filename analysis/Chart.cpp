@@ -114,7 +114,6 @@ std::size_t columnsOf(double width) {
     return static_cast<std::size_t>(std::max(std::floor(width), 1.0));
 }
 
-/// The area between the lowest and the highest values of adjacent columns.
 Area areaOf(std::span<const Range> ranges, const std::function<double(double)>& xOfColumn,
             const std::function<double(double)>& y, Ink ink) {
     Area area{{}, curveOutline, ink};

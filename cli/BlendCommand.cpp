@@ -12,17 +12,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 #include <iostream>
+#include <iterator>
 #include <numeric>
 
 namespace cabslot {
 
 namespace {
-
-std::string fileName(const std::string& path) {
-    return textOf(pathOf(path).filename());
-}
 
 /// Numbers with `separator` between them; none if one of them is no number.
 std::vector<double> numbersIn(const std::string& text, char separator) {
@@ -162,11 +158,12 @@ std::string BlendCommand::plotOf(const std::vector<Input>& inputs, const Blend& 
     std::vector<Curve> curves;
     for (std::size_t i = 0; i < inputs.size(); ++i)
         curves.push_back({.response = &responses[i],
-                          .name = fileName(inputs[i].path),
+                          .name = std::string(lastPart(inputs[i].path)),
                           .ink = i == 0 ? Ink::other : Ink::third,
                           .style = i == 0 ? LineStyle::dashed : LineStyle::dotted});
     curves.push_back({.response = &responses.back(), .name = "blend"});
-    return svgFile(responsesPage(fileName(out()), lines(inputs, blend, mixed), &sum, curves));
+    return svgFile(
+        responsesPage(std::string(lastPart(out())), lines(inputs, blend, mixed), &sum, curves));
 }
 
 Json BlendCommand::fieldsOf(const std::vector<Input>& inputs, const Blend& blend,
@@ -185,12 +182,20 @@ Json BlendCommand::fieldsOf(const std::vector<Input>& inputs, const Blend& blend
             fields.add("alignment", alignmentFields(*fit.alignment));
         files.push_back(fields);
     }
-    const auto peak = peakDbfs(samplesOf(mixed.block));
     return {{"out", out()},
             {"files", files},
             {"delay_points", blend.delay()},
             {"gain_db", toTwoDecimals(mixed.gain)},
-            {"peak_dbfs", peak ? Json(toTwoDecimals(*peak)) : Json()}};
+            {"peak_dbfs", levelJson(peakDbfs(samplesOf(mixed.block)))}};
+}
+
+void BlendCommand::report(const std::vector<Input>& inputs, const Blend& blend,
+                          const Mixed& mixed) const {
+    if (json_)
+        return printDocument(fieldsOf(inputs, blend, mixed));
+    std::cout << visibleText(out()) << ": " << dbfsText(peakDbfs(samplesOf(mixed.block))) << '\n';
+    for (const std::string& line : lines(inputs, blend, mixed))
+        std::cout << "  " << visibleText(line) << '\n';
 }
 
 ExitStatus BlendCommand::run() {
@@ -202,15 +207,15 @@ ExitStatus BlendCommand::run() {
     if (!outputs.mayWrite())
         return ExitStatus::wrongUsage;
     std::vector<Input> inputs(inputCount());
-    std::vector<Block> blocks;
     for (std::size_t i = 0; i < inputs.size(); ++i) {
         if (const std::string why = whyNot(files_[i], inputs[i]); !why.empty()) {
-            complain(files_[i] + ": " + why);
-            return interrupted() ? ExitStatus::interrupted : ExitStatus::fileRefused;
+            const ExitStatus refused = refuse(files_[i], why);
+            return interrupted() ? ExitStatus::interrupted : refused;
         }
-        blocks.push_back(inputs[i].block);
     }
     warnOfName(out());
+    std::vector<Block> blocks;
+    std::ranges::transform(inputs, std::back_inserter(blocks), &Input::block);
     const Blend blend(blocks, !noAlign_, polarities());
     const Mixed mixed = blend.mix(weights());
     const std::string plot = plotFile_.empty() ? "" : plotOf(inputs, blend, mixed);
@@ -218,13 +223,7 @@ ExitStatus BlendCommand::run() {
             {{out(), wavBytes(mixed.block)}, {plotFile_, {plot.begin(), plot.end()}}});
         status != ExitStatus::done)
         return status;
-    if (json_) {
-        printDocument(fieldsOf(inputs, blend, mixed));
-        return ExitStatus::done;
-    }
-    std::cout << visibleText(out()) << ": " << dbfsText(peakDbfs(samplesOf(mixed.block))) << '\n';
-    for (const std::string& line : lines(inputs, blend, mixed))
-        std::cout << "  " << visibleText(line) << '\n';
+    report(inputs, blend, mixed);
     return ExitStatus::done;
 }
 

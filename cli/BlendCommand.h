@@ -34,6 +34,7 @@ private:
     std::string plotOf(const std::vector<Input>& inputs, const Blend& blend,
                        const Mixed& mixed) const;
     Json fieldsOf(const std::vector<Input>& inputs, const Blend& blend, const Mixed& mixed) const;
+    void report(const std::vector<Input>& inputs, const Blend& blend, const Mixed& mixed) const;
 
     std::size_t inputCount() const { return files_.size() - 1; }
     const std::string& out() const { return files_.back(); }

@@ -35,10 +35,6 @@ std::string shiftText(const Alignment& alignment) {
            fixedText(std::abs(alignment.shift), 2) + " points)";
 }
 
-std::string fileName(const std::string& path) {
-    return textOf(pathOf(path).filename());
-}
-
 } // namespace
 
 double toTwoDecimals(double number) {
@@ -57,7 +53,7 @@ Json alignmentFields(const Alignment& alignment) {
 
 CompareReport::CompareReport(const IR& first, const IR& second)
     : first_(samplesOf(first.block)), second_(samplesOf(second.block)),
-      name_(fileName(first.source)), otherPath_(second.source),
+      name_(lastPart(first.source)), otherPath_(second.source),
       comparison_(compare(first_, second_)) {}
 
 std::vector<CompareReport::Row> CompareReport::rows() const {
@@ -102,7 +98,7 @@ Json CompareReport::fields() const {
 Picture CompareReport::page() const {
     const Response first(first_);
     const Response second(second_);
-    const std::string other = fileName(otherPath_);
+    const std::string other(lastPart(otherPath_));
     const Curve curves[] = {
         {.response = &second, .name = other, .ink = Ink::other, .style = LineStyle::dashed},
         {.response = &first, .name = name_}};

@@ -92,8 +92,7 @@ private:
     /// Those that were chosen; reports which of them are unknown.
     SlotSet knownSlots() const {
         SlotMemory memory(options_.pedal, complain);
-        SlotSet set = rememberedSet(
-            memory, {IRNameArr.at(0), IRNameArr.at(1), IRNameArr.at(2), IRNameArr.at(3)});
+        SlotSet set = rememberedSet(memory, IRNameArr.all());
         for (std::uint32_t slot = 1; slot <= slotCount; ++slot) {
             if (!slots_.has(slot))
                 set.at(slot - 1).reset();

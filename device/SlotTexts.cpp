@@ -33,6 +33,13 @@ std::string SlotTexts::at(std::size_t index) const {
     return {texts_[index].utf8.data(), texts_[index].size};
 }
 
+std::array<std::string, slotCount> SlotTexts::all() const {
+    std::array<std::string, slotCount> texts;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts.at(i) = at(i);
+    return texts;
+}
+
 void SlotTexts::setCharacters(std::size_t index, std::span<const std::uint8_t> codes) {
     const std::lock_guard lock(mutex_);
     require(index <= count_ && index < slotCount, "a slot's text was written past the end");

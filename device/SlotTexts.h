@@ -25,6 +25,9 @@ public:
     /// The text at `index`, which must be below count(): anything else aborts the process.
     std::string at(std::size_t index) const;
 
+    /// The texts of all four slots, which must be there: fewer abort the process.
+    std::array<std::string, slotCount> all() const;
+
     /// Sets the text at `index` to `codes`, each byte being the code of one character (0 to 255).
     /// `index` may be count(), which appends; a larger one, or one above 3, aborts the process.
     /// Codes after the sixteenth are ignored.

@@ -14,20 +14,11 @@ namespace {
 constexpr int textWidth = 360;
 constexpr int iconSize = 40;
 
-QLabel* makeText(const QString& text, const char* role) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setFixedWidth(textWidth);
-    label->setProperty("role", role);
-    return label;
-}
-
 } // namespace
 
 Alert::Alert(QWidget& window, const QString& detail, const QString& button, const QString& reason)
-    : Sheet(window), title_(makeText("Error", "alertTitle")),
-      detail_(makeText(detail, "alertDetail")), button_(new QPushButton(button)) {
+    : Sheet(window), title_(makeText("Error", "alertTitle", textWidth)),
+      detail_(makeText(detail, "alertDetail", textWidth)), button_(new QPushButton(button)) {
     auto* icon = new QLabel;
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iconSize));
     auto* grid = new QGridLayout(this);
@@ -37,7 +28,7 @@ Alert::Alert(QWidget& window, const QString& detail, const QString& button, cons
     grid->addWidget(title_, 0, 1);
     grid->addWidget(detail_, 1, 1);
     if (!reason.isEmpty())
-        grid->addWidget(makeText(reason, "reason"), 2, 1);
+        grid->addWidget(makeText(reason, "reason", textWidth), 2, 1);
     grid->setRowMinimumHeight(3, 8);
     grid->addWidget(button_, 4, 1, Qt::AlignRight);
     setAccessibleRole(*this, QAccessible::AlertMessage);

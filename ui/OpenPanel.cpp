@@ -135,7 +135,7 @@ void OpenPanel::addKeys() {
     onKeys("Ctrl+L", [this] { column_->toggleListening(); });
     onKeys("Ctrl+H", [this] {
         hidden_ = !hidden_;
-        name_->setHidden(hidden_);
+        name_->offerHidden(hidden_);
         read();
     });
     onKeys("F5", [this] { list_->refresh(); });

@@ -13,7 +13,7 @@ public:
     explicit PathField(QWidget* parent = nullptr);
 
     void setFolder(const QString& folder); ///< where a name without a folder is looked for
-    void setHidden(bool hidden) { hidden_ = hidden; }
+    void offerHidden(bool offers) { hidden_ = offers; } ///< hidden files and folders, too
 
     /// The absolute path that was typed: "~" is the home folder; empty if nothing was typed.
     QString path() const;

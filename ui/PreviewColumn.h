@@ -1,7 +1,6 @@
 // The panel's right column: what the selected file would put into the pedal, how it is to be
-// loaded, and how it is heard. What is to stand below the picture (another IR to compare with, a
-// blend) is built here: the panel only says which file is selected and asks for the choice. Main
-// thread.
+// loaded, and how it is heard. The panel only says which file is selected and asks for the choice.
+// Main thread.
 #pragma once
 
 #include "ui/Preview.h"

@@ -20,9 +20,7 @@ std::optional<SlotRecord> RememberedSlots::recall(std::uint32_t slot) {
 }
 
 SlotSet RememberedSlots::set() {
-    return memory_ ? rememberedSet(*memory_, {IRNameArr.at(0), IRNameArr.at(1), IRNameArr.at(2),
-                                              IRNameArr.at(3)})
-                   : SlotSet();
+    return memory_ ? rememberedSet(*memory_, IRNameArr.all()) : SlotSet();
 }
 
 std::optional<SlotRecord> RememberedSlots::undoTarget(std::uint32_t slot) {

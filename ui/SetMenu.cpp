@@ -47,7 +47,8 @@ QFileDialog& openPanel(QWidget* window, const QString& title,
                        std::function<void(const QString& path)> chosen) {
     auto* const panel = new QFileDialog(window, title, firstFolder());
     panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->setOption(QFileDialog::DontUseNativeDialog); // as the other open panel
+    panel->setOption(QFileDialog::DontUseNativeDialog); // the same on every desktop, like the panel
+                                                        // for WAV files
     panel->setNameFilter("Sets (*.[Cc][Aa][Bb][Ss][Ee][Tt])");
     panel->setOption(QFileDialog::HideNameFilterDetails);
     // Deferred until the panel has left the screen.

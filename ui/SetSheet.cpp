@@ -15,15 +15,6 @@ namespace {
 
 constexpr int contentWidth = 440;
 
-QLabel* makeText(const QString& text, const char* role) {
-    auto* label = new QLabel(text);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    label->setFixedWidth(contentWidth);
-    label->setProperty("role", role);
-    return label;
-}
-
 /// The table for who hears it: "User 1: Old becomes Clean."
 QString inWords(const SetSheet::Rows& rows) {
     QStringList words;
@@ -57,9 +48,9 @@ SetSheet::SetSheet(QWidget& window, const QString& name, const Rows& rows, const
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(24, 20, 24, 18);
     column->setSpacing(12);
-    column->addWidget(makeText("Load the set " + quoted(name) + "?", "alertTitle"));
+    column->addWidget(makeText("Load the set " + quoted(name) + "?", "alertTitle", contentWidth));
     column->addWidget(makeTable(rows));
-    column->addWidget(makeText(note, "detail"));
+    column->addWidget(makeText(note, "detail", contentWidth));
     auto* buttons = new QDialogButtonBox;
     QPushButton* const load = buttons->addButton("Load", QDialogButtonBox::AcceptRole);
     buttons->addButton("Cancel", QDialogButtonBox::RejectRole);

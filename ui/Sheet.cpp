@@ -3,6 +3,7 @@
 #include "ui/Look.h"
 
 #include <QGuiApplication>
+#include <QLabel>
 #include <QPainter>
 #include <QTimer>
 #include <QWindow>
@@ -37,6 +38,15 @@ Sheet::Sheet(QWidget& window) : QDialog(&window, Qt::Dialog | Qt::FramelessWindo
         if (isVisible() && focused == parentWidget()->windowHandle())
             QTimer::singleShot(0, this, &QWidget::activateWindow);
     });
+}
+
+QLabel* Sheet::makeText(const QString& text, const char* role, int width) {
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setFixedWidth(width);
+    label->setProperty("role", role);
+    return label;
 }
 
 void Sheet::openAsSheet() {

@@ -3,6 +3,8 @@
 
 #include <QDialog>
 
+class QLabel;
+
 namespace cabslot {
 
 /// Modal for its window. Deletes itself when closed.
@@ -16,6 +18,10 @@ public:
 
     /// Shows it and waits until it is closed; meanwhile it blocks the whole application.
     void runModal();
+
+protected:
+    /// A text of a fixed width in pixels; `role` chooses its look.
+    static QLabel* makeText(const QString& text, const char* role, int width);
 
 private:
     void hang();

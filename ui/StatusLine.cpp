@@ -1,12 +1,12 @@
 #include "ui/StatusLine.h"
 
-#include "base/VisibleText.h"
 #include "ui/Announce.h"
 #include "ui/BusyWait.h"
 #include "ui/ElidedText.h"
 #include "ui/Look.h"
 #include "ui/PrepareSetting.h"
 #include "ui/Problem.h"
+#include "ui/Words.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -69,7 +69,7 @@ void StatusLine::sayReady() {
 }
 
 QString StatusLine::refuse(const QString& why) {
-    QString text = QString::fromStdString(visibleText(why.toStdString()));
+    QString text = visible(why);
     printProblem(text.toStdString());
     text[0] = text[0].toUpper();
     if (!text.endsWith('.'))
