@@ -169,6 +169,44 @@ TEST_F(Panel, KeysStepThroughTheFilesAndEachIsShown) {
     EXPECT_EQ(irdatabuff[0], 0U) << "a look touches nothing that is sent";
 }
 
+TEST_F(Panel, FindsFilesByWordsInSubfoldersAndReturnsToTheFolder) {
+    QDir().mkpath(QString::fromStdString(folder.path("irs/Mesa")));
+    add("Mesa/V30 SM57 cap.wav", 0x2000);
+    add("Mesa/V30 SM57 cone.wav", 0x2000);
+    openPanel({"Mesa", "1 Half.wav", "2 Quarter.WAV", "3 Broken.wav"});
+    const auto lists = [this](const QStringList& expected) {
+        return QTest::qWaitFor([&] { return files() == expected; });
+    };
+    auto* filter = panel->findChild<QLineEdit*>("filter");
+    filter->setText("CAP 57");
+    EXPECT_TRUE(lists({})) << files().join('|').toStdString();
+    auto* subfolders = panel->findChild<QCheckBox*>("subfolders");
+    subfolders->click();
+    EXPECT_TRUE(lists({"V30 SM57 cap.wav"})) << files().join('|').toStdString();
+    filter->setFocus();
+    key(Qt::Key_Down);
+    EXPECT_EQ(text("irName"), "V30 SM57 c");
+    filter->clear();
+    EXPECT_TRUE(lists(
+        {"1 Half.wav", "2 Quarter.WAV", "3 Broken.wav", "V30 SM57 cap.wav", "V30 SM57 cone.wav"}));
+    EXPECT_EQ(name->text(), "Mesa/V30 SM57 cap.wav") << "it stays selected";
+    subfolders->click();
+    EXPECT_TRUE(lists({"Mesa", "1 Half.wav", "2 Quarter.WAV", "3 Broken.wav"}));
+    list->setFocus();
+    key(Qt::Key_Home);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(lists({"V30 SM57 cap.wav", "V30 SM57 cone.wav"}));
+    key(Qt::Key_Backspace);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list->currentIndex().data() == "Mesa"; }));
+    QTest::keyClick(panel, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_TRUE(lists({"V30 SM57 cap.wav", "V30 SM57 cone.wav"}));
+    panel->reject();
+    press(3);
+    panel = dialog<OpenPanel>();
+    list = panel->findChild<QAbstractItemView*>("files");
+    EXPECT_TRUE(lists({"V30 SM57 cap.wav", "V30 SM57 cone.wav"})) << "though it was cancelled";
+}
+
 TEST_F(Panel, TakesOnlyWavFilesAlsoByName) {
     openPanel();
     name->setFocus();
