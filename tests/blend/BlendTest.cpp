@@ -200,6 +200,10 @@ TEST(Mixing, AlignsEachToTheFirstAndLosesNoOnset) {
     EXPECT_EQ(early.fits()[2].shift, -30);
     EXPECT_TRUE(early.mix(std::array{1.0, 0.0, 1.0}).block ==
                 click(static_cast<double>(early.delay())));
+    const auto withClick = [](double i) { return i == 0 ? 0.2 : cabinetAt(i, 200); };
+    const Blend late(std::array{cabinet(50), blockOf(withClick)}, true);
+    EXPECT_NEAR(static_cast<double>(late.delay()), 150, 16) << "the click would be lost";
+    EXPECT_LT(late.fits()[1].lost, 0.001);
     const Blend apart(std::array{noise(1, 100), noise(2, 100)}, true);
     EXPECT_EQ(fitText(apart.fits()[1]), "no clear match, so nothing is shifted");
     const Blend first(std::array{cabinet(20), cabinet(20)}, true,
