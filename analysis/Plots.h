@@ -5,7 +5,6 @@
 #include "analysis/Picture.h"
 #include "analysis/Response.h"
 
-#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -38,13 +37,12 @@ struct Curve {
     std::string name{};                 ///< for the legend
     Ink ink = Ink::signal;
     LineStyle style = LineStyle::solid;
-    double offset = 0; ///< dB, added to the response
 };
 
-/// Several responses, the first drawn first, with a legend if they are more than one: 60 dB below
-/// `top` (dB), or below the highest of them.
+/// Several responses, the first drawn first, with a legend if they are more than one: the top 60 dB
+/// of the highest of them.
 Picture responsesPlot(const std::string& caption, std::span<const Curve> curves,
-                      std::optional<double> top, const PlotSize& size);
+                      const PlotSize& size);
 
 /// The responses of two IRs in one plot, the top 60 dB of the higher one, with `before` behind.
 Picture comparisonPlot(const Samples& before, const Samples& after, const PlotSize& size);

@@ -57,37 +57,6 @@ double Response::mean(double fromHz, double toHz) const {
     return powerDecibels(sum / static_cast<double>(last - first + 1));
 }
 
-double Response::level() const {
-    double sum = 0;
-    double all = 0;
-    const auto last = static_cast<std::size_t>(highestShownHz / binHz);
-    for (auto i = static_cast<std::size_t>(std::ceil(lowestShownHz / binHz)); i <= last; ++i) {
-        const double weight = 1 / static_cast<double>(i);
-        sum += weight * powerOf(decibels_[i]);
-        all += weight;
-    }
-    return powerDecibels(sum / all);
-}
-
-Response Response::smoothed(Smoothing smoothing) const {
-    if (smoothing == Smoothing::off)
-        return *this;
-    const double half = std::exp2(smoothing == Smoothing::third ? 1.0 / 6 : 1.0 / 24);
-    std::vector<double> sums(binCount + 1); // of the power below each bin
-    for (std::size_t i = 0; i < binCount; ++i)
-        sums[i + 1] = sums[i] + powerOf(decibels_[i]);
-    Response result = *this;
-    for (std::size_t i = 0; i < binCount; ++i) {
-        const auto middle = static_cast<double>(i);
-        const auto first = static_cast<std::size_t>(std::lround(middle / half));
-        const std::size_t last =
-            std::min(static_cast<std::size_t>(std::lround(middle * half)), binCount - 1);
-        result.decibels_[i] =
-            powerDecibels((sums[last + 1] - sums[first]) / static_cast<double>(last + 1 - first));
-    }
-    return result;
-}
-
 Response::Peak Response::peak() const {
     const auto bin = [this](double hertz) {
         return decibels_.begin() + static_cast<std::ptrdiff_t>(hertz / binHz);

@@ -9,9 +9,6 @@ namespace cabslot {
 inline constexpr double lowestShownHz = 20;
 inline constexpr double highestShownHz = 20000;
 
-/// Over which part of an octave a response is averaged for the eye.
-enum class Smoothing { off, twelfth, third };
-
 class Response {
 public:
     /// Transforms the block, zero-padded to one bin per 1.35 Hz, so that the curve is smooth at low
@@ -28,13 +25,6 @@ public:
 
     /// The mean of the power between two frequencies (Hz, 0 to 22050), in dB.
     double mean(double fromHz, double toHz) const;
-
-    /// How loud it makes pink noise, in dB: the mean of the power over the logarithmic axis, from
-    /// 20 Hz to 20 kHz.
-    double level() const;
-
-    /// Each frequency's value replaced by the mean of the power around it; `off` copies.
-    Response smoothed(Smoothing smoothing) const;
 
     struct Peak {
         double hertz;

@@ -59,7 +59,7 @@ void drawStroke(Picture& picture, const Chart& chart, const Curve& curve, double
         stroke.spots.clear();
     };
     for (std::size_t i = 0; i < ranges.size(); ++i) {
-        const double value = (ranges[i].lowest + ranges[i].highest) / 2 + curve.offset;
+        const double value = (ranges[i].lowest + ranges[i].highest) / 2;
         if (value < lowest)
             end();
         else
@@ -72,25 +72,23 @@ void drawStroke(Picture& picture, const Chart& chart, const Curve& curve, double
 void drawCurve(Picture& picture, const Chart& chart, const Curve& curve, double lowest) {
     if (curve.style != LineStyle::solid)
         return drawStroke(picture, chart, curve, lowest);
-    std::vector<Range> ranges = curve.response->columns(columnsOf(chart.width()));
-    for (Range& range : ranges)
-        range = {range.lowest + curve.offset, range.highest + curve.offset};
-    drawColumns(picture, chart, ranges, lowest, curve.ink);
+    drawColumns(picture, chart, curve.response->columns(columnsOf(chart.width())), lowest,
+                curve.ink);
 }
 
 double topOf(std::span<const Curve> curves) {
     double top = quietest;
     for (const Curve& curve : curves)
-        top = std::max(top, responseTop(*curve.response) + curve.offset);
+        top = std::max(top, responseTop(*curve.response));
     return top > quietest + responseSpan ? top : 0;
 }
 
 } // namespace
 
 Picture responsesPlot(const std::string& caption, std::span<const Curve> curves,
-                      std::optional<double> top, const PlotSize& size) {
+                      const PlotSize& size) {
     Picture picture{size.width, size.height, {}};
-    const double highest = top ? *top : topOf(curves);
+    const double highest = topOf(curves);
     Chart chart(picture, size, {highest - responseSpan, highest});
     drawResponseAxes(chart, caption, highest);
     for (const Curve& curve : curves)

@@ -119,8 +119,7 @@ Picture responsesPage(const std::string& title, const std::vector<std::string>& 
         page.place(wavePlot(*wave, {pageWidth, waveHeight, textSize}));
     }
     page.gap(lineHeight);
-    page.place(
-        responsesPlot("Frequency response", curves, {}, {pageWidth, responseHeight, textSize}));
+    page.place(responsesPlot("Frequency response", curves, {pageWidth, responseHeight, textSize}));
     page.gap(lineHeight / 2);
     for (const std::string& text : lines) {
         for (const std::string& line : wrapped(text))
