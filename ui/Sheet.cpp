@@ -63,7 +63,10 @@ void Sheet::runModal() {
 void Sheet::hang() {
     QWidget& window = *parentWidget();
     auto* dimmer = new Dimmer(window);
-    connect(this, &QDialog::finished, dimmer, &QObject::deleteLater);
+    connect(this, &QDialog::finished, dimmer, [dimmer] {
+        dimmer->hide(); // at once: what the sheet begins may take long
+        dimmer->deleteLater();
+    });
     ensurePolished();
     adjustSize();
     move(window.mapToGlobal(window.rect().center()) - rect().center());
